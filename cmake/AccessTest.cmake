@@ -1,0 +1,13 @@
+# access_test(<name> SOURCES <file>... LIBRARIES <target>...)
+#
+# One GoogleTest program build/bin/<name>; each of its cases is a test of ctest.
+
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+function(access_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
+endfunction()
