@@ -1,0 +1,26 @@
+#ifndef ENGINE_BUILDERS_TCP_PROTOCOL_ENDPOINT_H
+#define ENGINE_BUILDERS_TCP_PROTOCOL_ENDPOINT_H
+
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/CIMPropertyList.h>
+
+#include "engine/Export.h"
+
+namespace Pegasus {
+
+// A TCP endpoint (network portal). Its "Name" is the endpoint's key text.
+class DRAV_EXPORT TCPProtocolEndpointPath : public CIMObjectPath {
+public:
+    explicit TCPProtocolEndpointPath(Uint32 endpointId);
+};
+
+class DRAV_EXPORT TCPProtocolEndpointInstance : public CIMInstance {
+public:
+    TCPProtocolEndpointInstance(Boolean includeQualifiers, const CIMPropertyList& propertyList,
+                                Uint32 endpointId);
+};
+
+} // namespace Pegasus
+
+#endif
