@@ -1,0 +1,181 @@
+// The CIM operations that the server carries out, as plain structs.
+//
+// The decoder fills them from a request, the dispatcher carries them out, and the back end of
+// CIMOMHandle builds them for providers that call back into the server. A default is the one that
+// DMTF DSP0200 states for an absent parameter.
+//
+// Paths are as the client sent them: class and keys, without host or namespace; `nameSpace` holds
+// for the whole operation. Names keep the client's spelling. A path without keys names a class.
+// A null name, a null property list or an empty role stands for an absent parameter.
+//
+// Plain values: copy them freely, share them between threads once they no longer change.
+#pragma once
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/CIMParamValue.h>
+#include <Pegasus/Common/CIMPropertyList.h>
+#include <Pegasus/Common/CIMValue.h>
+#include <Pegasus/Common/String.h>
+
+#include <variant>
+
+namespace smisd {
+
+// Instances
+
+struct GetInstance {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath instanceName;
+    bool localOnly = true;
+    bool includeQualifiers = false;
+    bool includeClassOrigin = false;
+    Pegasus::CIMPropertyList propertyList;
+};
+
+struct EnumerateInstances {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMName className;
+    bool deepInheritance = true;
+    bool localOnly = true;
+    bool includeQualifiers = false;
+    bool includeClassOrigin = false;
+    Pegasus::CIMPropertyList propertyList;
+};
+
+struct EnumerateInstanceNames {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMName className;
+};
+
+// The path of `modifiedInstance` has the keys.
+struct ModifyInstance {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMInstance modifiedInstance;
+    bool includeQualifiers = true;
+    Pegasus::CIMPropertyList propertyList;
+};
+
+// The path of `newInstance` is its class alone.
+struct CreateInstance {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMInstance newInstance;
+};
+
+struct DeleteInstance {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath instanceName;
+};
+
+struct GetProperty {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath instanceName;
+    Pegasus::CIMName propertyName;
+};
+
+// A request does not say the type of the new value: when it comes from the wire it is a string, an
+// array of strings or a reference, and the dispatcher gives it the property's declared type.
+struct SetProperty {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath instanceName;
+    Pegasus::CIMName propertyName;
+    Pegasus::CIMValue newValue;
+};
+
+// Associations
+
+struct Associators {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath objectName;
+    Pegasus::CIMName assocClass;
+    Pegasus::CIMName resultClass;
+    Pegasus::String role;
+    Pegasus::String resultRole;
+    bool includeQualifiers = false;
+    bool includeClassOrigin = false;
+    Pegasus::CIMPropertyList propertyList;
+};
+
+struct AssociatorNames {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath objectName;
+    Pegasus::CIMName assocClass;
+    Pegasus::CIMName resultClass;
+    Pegasus::String role;
+    Pegasus::String resultRole;
+};
+
+struct References {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath objectName;
+    Pegasus::CIMName resultClass;
+    Pegasus::String role;
+    bool includeQualifiers = false;
+    bool includeClassOrigin = false;
+    Pegasus::CIMPropertyList propertyList;
+};
+
+struct ReferenceNames {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath objectName;
+    Pegasus::CIMName resultClass;
+    Pegasus::String role;
+};
+
+// Extrinsic methods
+
+// A parameter with isTyped() false was sent without a type: its value is a string or an array of
+// strings, and the dispatcher gives it the type that the class declares. A path without keys calls
+// the method of the class.
+struct InvokeMethod {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMObjectPath objectName;
+    Pegasus::CIMName methodName;
+    Pegasus::Array<Pegasus::CIMParamValue> inParameters;
+};
+
+// Schema
+
+struct GetClass {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMName className;
+    bool localOnly = true;
+    bool includeQualifiers = true;
+    bool includeClassOrigin = false;
+    Pegasus::CIMPropertyList propertyList;
+};
+
+// A null class name stands for the classes without superclass.
+struct EnumerateClasses {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMName className;
+    bool deepInheritance = false;
+    bool localOnly = true;
+    bool includeQualifiers = true;
+    bool includeClassOrigin = false;
+};
+
+struct EnumerateClassNames {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMName className;
+    bool deepInheritance = false;
+};
+
+struct GetQualifier {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::CIMName qualifierName;
+};
+
+struct EnumerateQualifiers {
+    Pegasus::CIMNamespaceName nameSpace;
+};
+
+using Operation =
+    std::variant<GetInstance, EnumerateInstances, EnumerateInstanceNames, ModifyInstance,
+                 CreateInstance, DeleteInstance, GetProperty, SetProperty, Associators,
+                 AssociatorNames, References, ReferenceNames, InvokeMethod, GetClass,
+                 EnumerateClasses, EnumerateClassNames, GetQualifier, EnumerateQualifiers>;
+
+} // namespace smisd
