@@ -1,0 +1,33 @@
+#ifndef Pegasus_CIMType_h
+#define Pegasus_CIMType_h
+
+#include <Pegasus/Common/Linkage.h>
+
+namespace Pegasus {
+
+enum CIMType {
+    CIMTYPE_BOOLEAN,
+    CIMTYPE_UINT8,
+    CIMTYPE_SINT8,
+    CIMTYPE_UINT16,
+    CIMTYPE_SINT16,
+    CIMTYPE_UINT32,
+    CIMTYPE_SINT32,
+    CIMTYPE_UINT64,
+    CIMTYPE_SINT64,
+    CIMTYPE_REAL32,
+    CIMTYPE_REAL64,
+    CIMTYPE_CHAR16,
+    CIMTYPE_STRING,
+    CIMTYPE_DATETIME,
+    CIMTYPE_REFERENCE,
+    CIMTYPE_OBJECT,
+    CIMTYPE_INSTANCE // unknown to the 2.5 line
+};
+
+// The name of the type in MOF, as in "uint8".
+PEGASUS_COMMON_LINKAGE const char* cimTypeToString(const CIMType type);
+
+} // namespace Pegasus
+
+#endif

@@ -1,0 +1,82 @@
+// The counted bodies behind handles and value types. Not a header of OpenPegasus.
+//
+// Threads: the count is atomic, so that copies of one handle may be made and dropped by several
+// threads at once. The body itself is guarded by nobody.
+
+#ifndef Pegasus_SharedRep_h
+#define Pegasus_SharedRep_h
+
+#include <Pegasus/Common/Linkage.h>
+#include <atomic>
+#include <utility>
+
+namespace Pegasus {
+
+class PEGASUS_COMMON_LINKAGE SharedRep {
+public:
+    SharedRep() = default;
+    SharedRep(const SharedRep&) {} // a copy has no owner yet
+    SharedRep& operator=(const SharedRep&) = delete;
+    virtual ~SharedRep();
+
+    void addOwner() { _owners.fetch_add(1, std::memory_order_relaxed); }
+    void dropOwner() {
+        if (_owners.fetch_sub(1, std::memory_order_acq_rel) == 1)
+            delete this;
+    }
+    bool shared() const { return _owners.load(std::memory_order_acquire) > 1; }
+
+private:
+    std::atomic<Uint32> _owners{0};
+};
+
+[[noreturn]] PEGASUS_COMMON_LINKAGE void throwUninitializedObject();
+
+// One owner of a body derived from SharedRep, or of none. T may be incomplete where handles are
+// only copied.
+template<class T>
+class Shared {
+public:
+    Shared() = default;
+    explicit Shared(T* rep) : _rep(rep) { _rep->addOwner(); }
+    Shared(const Shared& other) : _rep(other._rep) {
+        if (_rep)
+            _rep->addOwner();
+    }
+    Shared(Shared&& other) noexcept : _rep(std::exchange(other._rep, nullptr)) {}
+    Shared& operator=(Shared other) noexcept {
+        std::swap(_rep, other._rep);
+        return *this;
+    }
+    ~Shared() {
+        if (_rep)
+            _rep->dropOwner();
+    }
+
+    explicit operator bool() const { return _rep; }
+    T* get() const { return static_cast<T*>(_rep); }
+
+    // For handles: the body, or UninitializedObjectException if there is none.
+    T* operator->() const {
+        if (!_rep)
+            throwUninitializedObject();
+        return get();
+    }
+    T& operator*() const { return *operator->(); }
+
+    // For values: a body that nobody else sees, made or copied if need be.
+    T& own() {
+        if (!_rep)
+            *this = Shared(new T);
+        else if (_rep->shared())
+            *this = Shared(new T(*get()));
+        return *get();
+    }
+
+private:
+    SharedRep* _rep = nullptr;
+};
+
+} // namespace Pegasus
+
+#endif

@@ -1,0 +1,75 @@
+// CIM-XML (DSP0201) of values, paths, instances and classes, appended to a UTF-8 text.
+//
+// Nothing here throws but std::bad_alloc, UninitializedObjectException for an uninitialized handle,
+// and MalformedObjectNameException for a REFERENCE key whose text is no path. What was appended
+// before an exception stays.
+//
+// Threads: the functions keep no state.
+
+#ifndef PEGASUS_HOST_XMLWRITER_H
+#define PEGASUS_HOST_XMLWRITER_H
+
+#include <Pegasus/Common/CIMClass.h>
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/CIMParamValue.h>
+#include <Pegasus/Common/CIMPropertyList.h>
+#include <Pegasus/Common/CIMValue.h>
+#include <string>
+#include <string_view>
+
+namespace Pegasus::Xml {
+
+// What of an instance or class goes out.
+struct Parts {
+    bool qualifiers = true;
+    bool classOrigin = true;
+    // Null: all properties, as they stand. Else those named, in the order of the list; a name that
+    // the instance lacks is passed over.
+    CIMPropertyList properties = {};
+};
+
+// Text with the characters replaced that XML or its white-space rules would change. Fit for
+// content and for attributes in double quotes.
+PEGASUS_EXPORT void appendEscaped(std::string& out, const String& text);
+PEGASUS_EXPORT void appendEscaped(std::string& out, std::string_view utf8);
+
+// VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for a null.
+PEGASUS_EXPORT void appendValue(std::string& out, const CIMValue& value);
+
+PEGASUS_EXPORT void appendQualifier(std::string& out, const CIMConstQualifier& qualifier);
+// PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE
+PEGASUS_EXPORT void appendProperty(std::string& out, const CIMConstProperty& property,
+                                   const Parts& parts = {});
+// INSTANCE: without its path
+PEGASUS_EXPORT void appendInstance(std::string& out, const CIMConstInstance& instance,
+                                   const Parts& parts = {});
+PEGASUS_EXPORT void appendClass(std::string& out, const CIMConstClass& cimClass,
+                                const Parts& parts = {});
+// INSTANCE or CLASS
+PEGASUS_EXPORT void appendObject(std::string& out, const CIMConstObject& object,
+                                 const Parts& parts = {});
+
+// INSTANCENAME: class and keys
+PEGASUS_EXPORT void appendInstanceName(std::string& out, const CIMObjectPath& path);
+// LOCALNAMESPACEPATH
+PEGASUS_EXPORT void appendLocalNamespacePath(std::string& out, const CIMNamespaceName& nameSpace);
+// NAMESPACEPATH: HOST and LOCALNAMESPACEPATH
+PEGASUS_EXPORT void appendNamespacePath(std::string& out, const String& host,
+                                        const CIMNamespaceName& nameSpace);
+PEGASUS_EXPORT void appendLocalInstancePath(std::string& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendInstancePath(std::string& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendClassName(std::string& out, const CIMName& className);
+PEGASUS_EXPORT void appendLocalClassPath(std::string& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendClassPath(std::string& out, const CIMObjectPath& path);
+// VALUE.REFERENCE around the path in the form that it has: with a host, with a namespace, or bare;
+// of an instance, or of a class where there are no keys.
+PEGASUS_EXPORT void appendValueReference(std::string& out, const CIMObjectPath& path);
+
+PEGASUS_EXPORT void appendParamValue(std::string& out, const CIMParamValue& param);
+// RETURNVALUE
+PEGASUS_EXPORT void appendReturnValue(std::string& out, const CIMValue& value);
+
+} // namespace Pegasus::Xml
+
+#endif
