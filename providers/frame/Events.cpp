@@ -1,0 +1,36 @@
+#include "providers/frame/Events.h"
+
+#include <Pegasus/Common/String.h>
+
+#include "engine/SMIEventServices.h"
+
+namespace Pegasus {
+
+namespace {
+
+void publish(EMP_TYPE_e type, const std::string& announcement, const std::string& service,
+             const std::string& operation, int line, const String& keyValues) {
+    constexpr int channel = 0;
+    constexpr Uint8 severity = 29;
+    const std::string text = announcement + service + "Provider::" + operation + "()";
+    const std::string file = service + ".cpp";
+    SMIEventServices::publishKeyValueEvent(channel, type, text.c_str(), keyValues, severity, line,
+                                           operation.c_str(), file.c_str());
+}
+
+} // namespace
+
+void publishInvoked(const std::string& service, int line, const CIMObjectPath& objectReference,
+                    const CIMName& methodName) {
+    publish(EMP_TYPE_METHOD_INVOKED, "", service, "invokeMethod", line,
+            String("objectReference=") + objectReference.toString() + String(", methodName=") +
+                methodName.getString());
+}
+
+void publishUnimplemented(const std::string& service, const std::string& operation, int line,
+                          const CIMObjectPath& instanceReference) {
+    publish(EMP_TYPE_UNIMPLEMENTED, "Unimplemented method invoked ", service, operation, line,
+            String("instanceReference=") + instanceReference.toString());
+}
+
+} // namespace Pegasus

@@ -1,0 +1,39 @@
+#ifndef PROVIDERS_IDENTITY_SHARED_SECRET_PROVIDER_H
+#define PROVIDERS_IDENTITY_SHARED_SECRET_PROVIDER_H
+
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "engine/DRAVEngine.h"
+#include "providers/frame/Refusals.h"
+
+namespace Pegasus {
+
+// "CIM_SharedSecret": the secret of one host or of one target.
+class SharedSecretProvider : public CIMInstanceProvider {
+public:
+    void initialize(CIMOMHandle& cimom) override;
+    void terminate() override {}
+
+    void getInstance(const OperationContext& context, const CIMObjectPath& instanceReference,
+                     const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                     const CIMPropertyList& propertyList,
+                     InstanceResponseHandler& handler) override;
+
+    void modifyInstance(const OperationContext& context, const CIMObjectPath& instanceReference,
+                        const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                        const CIMPropertyList& propertyList, ResponseHandler& handler) override;
+
+    REFUSE(enumerateInstances, "SharedSecret::enumerateInstances");
+    REFUSE(enumerateInstanceNames, "SharedSecret::enumerateInstanceNames");
+    REFUSE(createInstance, "SharedSecret::createInstance");
+    REFUSE(deleteInstance, "SharedSecret::deleteInstance");
+
+private:
+    DRAVEngine* _engine = nullptr;
+    CIMOMHandle _cimom;
+};
+
+} // namespace Pegasus
+
+#endif

@@ -1,0 +1,43 @@
+#ifndef PROVIDERS_ISCSI_ISCSI_SETTINGS_PROVIDER_H
+#define PROVIDERS_ISCSI_ISCSI_SETTINGS_PROVIDER_H
+
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "engine/DRAVEngine.h"
+#include "providers/frame/Refusals.h"
+
+namespace Pegasus {
+
+// The iSCSI login parameters that the array proposes, and single statistics instances.
+class iSCSISettingsProvider : public CIMInstanceProvider {
+public:
+    void initialize(CIMOMHandle& cimom) override;
+    void terminate() override {}
+
+    void getInstance(const OperationContext& context, const CIMObjectPath& instanceReference,
+                     const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                     const CIMPropertyList& propertyList,
+                     InstanceResponseHandler& handler) override;
+
+    void enumerateInstances(const OperationContext& context, const CIMObjectPath& classReference,
+                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                            const CIMPropertyList& propertyList,
+                            InstanceResponseHandler& handler) override;
+
+    void modifyInstance(const OperationContext& context, const CIMObjectPath& instanceReference,
+                        const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                        const CIMPropertyList& propertyList, ResponseHandler& handler) override;
+
+    REFUSE(enumerateInstanceNames, "iSCSISettings::enumerateInstanceNames");
+    REFUSE(createInstance, "iSCSISettings::createInstance");
+    REFUSE(deleteInstance, "iSCSISettings::deleteInstance");
+
+private:
+    DRAVEngine* _engine = nullptr;
+    CIMOMHandle _cimom;
+};
+
+} // namespace Pegasus
+
+#endif

@@ -1,0 +1,69 @@
+#ifndef PROVIDERS_MASKING_PROTOCOL_CONTROLLER_FOR_UNIT_PROVIDER_H
+#define PROVIDERS_MASKING_PROTOCOL_CONTROLLER_FOR_UNIT_PROVIDER_H
+
+#include <Pegasus/Provider/CIMAssociationProvider.h>
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "engine/DRAVEngine.h"
+#include "providers/frame/Refusals.h"
+
+namespace Pegasus {
+
+// "CIM_ProtocolControllerForUnit": the volumes that stand under each target, with number and
+// access.
+class ProtocolControllerForUnitProvider : public CIMAssociationProvider,
+                                          public CIMInstanceProvider {
+public:
+    void initialize(CIMOMHandle& cimom) override;
+    void terminate() override {}
+
+    void associators(const OperationContext& context, const CIMObjectPath& objectName,
+                     const CIMName& associationClass, const CIMName& resultClass,
+                     const String& role, const String& resultRole, const Boolean includeQualifiers,
+                     const Boolean includeClassOrigin, const CIMPropertyList& propertyList,
+                     ObjectResponseHandler& handler) override;
+
+    void associatorNames(const OperationContext& context, const CIMObjectPath& objectName,
+                         const CIMName& associationClass, const CIMName& resultClass,
+                         const String& role, const String& resultRole,
+                         ObjectPathResponseHandler& handler) override;
+
+    void references(const OperationContext& context, const CIMObjectPath& objectName,
+                    const CIMName& resultClass, const String& role, const Boolean includeQualifiers,
+                    const Boolean includeClassOrigin, const CIMPropertyList& propertyList,
+                    ObjectResponseHandler& handler) override;
+
+    void referenceNames(const OperationContext& context, const CIMObjectPath& objectName,
+                        const CIMName& resultClass, const String& role,
+                        ObjectPathResponseHandler& handler) override;
+
+    void getInstance(const OperationContext& context, const CIMObjectPath& instanceReference,
+                     const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                     const CIMPropertyList& propertyList,
+                     InstanceResponseHandler& handler) override;
+
+    void enumerateInstances(const OperationContext& context, const CIMObjectPath& classReference,
+                            const Boolean includeQualifiers, const Boolean includeClassOrigin,
+                            const CIMPropertyList& propertyList,
+                            InstanceResponseHandler& handler) override;
+
+    void enumerateInstanceNames(const OperationContext& context,
+                                const CIMObjectPath& classReference,
+                                ObjectPathResponseHandler& handler) override;
+
+    void modifyInstance(const OperationContext& context, const CIMObjectPath& instanceReference,
+                        const CIMInstance& instanceObject, const Boolean includeQualifiers,
+                        const CIMPropertyList& propertyList, ResponseHandler& handler) override;
+
+    REFUSE(createInstance, "ProtocolControllerForUnit::createInstance");
+    REFUSE(deleteInstance, "ProtocolControllerForUnit::deleteInstance");
+
+private:
+    DRAVEngine* _engine = nullptr;
+    CIMOMHandle _cimom;
+};
+
+} // namespace Pegasus
+
+#endif
