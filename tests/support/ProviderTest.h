@@ -1,0 +1,64 @@
+#ifndef TESTS_SUPPORT_PROVIDER_TEST_H
+#define TESTS_SUPPORT_PROVIDER_TEST_H
+
+#include <Pegasus/Common/OperationContext.h>
+#include <Pegasus/Provider/CIMOMHandle.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/Handlers.h"
+#include "tests/support/Log.h"
+#include "tests/support/ScriptedEngine.h"
+#include "tests/support/Text.h"
+#include "tests/support/TraceCapture.h"
+
+namespace scripted {
+
+// An initialized provider before an engine without objects, and an empty log.
+template<class Provider>
+class ProviderTest : public testing::Test {
+protected:
+    ProviderTest() {
+        resetEngine();
+        Pegasus::CIMOMHandle handle;
+        provider.initialize(handle);
+        clearLog();
+    }
+
+    // Every record that the provider was handed must have been deleted.
+    ~ProviderTest() override { EXPECT_EQ(recordsHandedOut(), 0); }
+
+    TraceCapture capture;
+    Provider provider;
+    Pegasus::OperationContext context;
+};
+
+// The message of the Exception that a call throws, after checking its type exactly as derived.
+template<class Expected, class Call>
+std::string thrownMessage(Call call) {
+    try {
+        call();
+    } catch (const Expected& exception) {
+        return text(exception.getMessage());
+    } catch (const Pegasus::Exception& exception) {
+        return "another exception: " + text(exception.getMessage());
+    }
+    return "no exception";
+}
+
+// The path of a request: "//host/root/snia:Class", and keys of type string.
+inline Pegasus::CIMObjectPath
+requestPath(const Pegasus::CIMName& className,
+            std::initializer_list<std::pair<const char*, std::string>> keys = {}) {
+    Pegasus::Array<Pegasus::CIMKeyBinding> bindings;
+    for (const auto& [name, value] : keys)
+        bindings.append(Pegasus::CIMKeyBinding(name, Pegasus::String(value.c_str()),
+                                               Pegasus::CIMKeyBinding::STRING));
+    return Pegasus::CIMObjectPath("client.example.com", Pegasus::CIMNamespaceName("root/snia"),
+                                  className, bindings);
+}
+
+} // namespace scripted
+
+#endif

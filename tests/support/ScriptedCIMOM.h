@@ -1,0 +1,27 @@
+#ifndef TESTS_SUPPORT_SCRIPTED_CIMOM_H
+#define TESTS_SUPPORT_SCRIPTED_CIMOM_H
+
+#include <functional>
+
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/OperationContext.h>
+
+namespace scripted {
+
+// A program that links this has a CIMOMHandle::getInstance of its own in place of the library's: it
+// logs "CIMOMHandle::getInstance(root/snia, <path>, localOnly false, includeQualifiers true,
+// includeClassOrigin false, all)" and answers as the test says here.
+
+// An answer for a path: an instance, or a throw.
+using GetInstanceAnswer = std::function<Pegasus::CIMInstance(const Pegasus::CIMObjectPath&)>;
+
+// An empty function restores the first answer: an instance of the path's class, with that path.
+void answerGetInstance(const GetInstanceAnswer& answer);
+
+// The context of the last call; null before the first.
+const Pegasus::OperationContext* lastGetInstanceContext();
+
+} // namespace scripted
+
+#endif
