@@ -1,0 +1,12 @@
+#include "array/ErrorCode.h"
+
+#include "array/engine/Text.h"
+
+namespace array {
+
+void fail(ErrorCode code, const std::string& message) {
+    throw Pegasus::DRAVOperationFailedException(static_cast<Pegasus::Uint32>(code),
+                                                fromUtf8(message));
+}
+
+} // namespace array
