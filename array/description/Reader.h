@@ -1,0 +1,34 @@
+#ifndef ARRAY_DESCRIPTION_READER_H
+#define ARRAY_DESCRIPTION_READER_H
+
+#include <functional>
+#include <istream>
+#include <stdexcept>
+#include <string>
+
+#include "array/description/Receiver.h"
+
+namespace array::description {
+
+// A mistake in a description, or a text that cannot be read to its end. what() is the culprit's
+// JSON pointer (RFC 6901), ": " and what is wrong with it; the pointer is left out where the whole
+// document is the culprit. Never holds a secret.
+class DescriptionError : public std::runtime_error {
+public:
+    DescriptionError(const std::string& pointer, const std::string& message)
+        : std::runtime_error(pointer.empty() ? message : pointer + ": " + message) {}
+};
+
+// Reads a description and hands it to a receiver, entry by entry.
+//
+// Memory stays bounded however long the text is, as long as each section stands after those that it
+// refers to; entries that come before them are kept until the end of the text.
+//
+// Throws DescriptionError at the first mistake; the receiver has had what stood before it.
+// afterEach is called after each entry that was read, for who wants to show the progress.
+void read(
+    std::istream& text, Receiver& receiver, const std::function<void()>& afterEach = [] {});
+
+} // namespace array::description
+
+#endif
