@@ -28,11 +28,11 @@ public:
     }
 
 private:
-    void each(CLASSID_e objectClass, void (Exporter::*give)(Id)) {
-        _array.forEach(objectClass, [&](Id id) { (this->*give)(id); });
+    void each(CLASSID_e objectClass, void (Exporter::*entryOf)(Id)) {
+        _array.forEach(objectClass, [&](Id id) { (this->*entryOf)(id); });
     }
 
-    template <typename Entry>
+    template<typename Entry>
     void give(const Entry& entry) {
         _receiver.add(entry);
         _afterEach();
@@ -76,9 +76,8 @@ private:
 
     void session(Id id) {
         const Session& session = *_array.session(id);
-        SessionEntry entry{_array.target(session.target)->name,
-                           _array.initiator(session.initiator)->name,
-                           {}};
+        SessionEntry entry{
+            _array.target(session.target)->name, _array.initiator(session.initiator)->name, {}};
         _array.forEachAssociated(id, Pegasus::CLASSID_ISCSI_CONNECTION, [&](Id connection) {
             entry.connections.push_back({indexOf(_array.connection(connection)->endpoint)});
         });

@@ -17,7 +17,7 @@ bool isOfTheState(const Pegasus::DRAVOperationFailedException& error) {
 }
 
 // Does what an entry asks for; a rule of the array that it breaks becomes a refusal of that entry.
-template <typename Action>
+template<typename Action>
 auto obey(Action action) {
     try {
         return action();
@@ -31,7 +31,7 @@ auto obey(Action action) {
 // The object that an entry's member names.
 Id named(Id id, const char* member, const char* kind, const std::string& name) {
     if (id == 0)
-        throw Refusal{member, std::string("there is no ") + kind + " " + quoted(name)};
+        throw Refusal{member, std::string("there is no ") + kind + " " + array::quoted(name)};
     return id;
 }
 
@@ -73,7 +73,7 @@ public:
         const auto access = accessFromText(entry.access);
         if (!access)
             throw Refusal{"/access",
-                          quoted(entry.access) + R"( is none of "rw", "ro" and "none")"};
+                          array::quoted(entry.access) + R"( is none of "rw", "ro" and "none")"};
         create(LogicalUnit{target(entry.target), entry.lun, *access, volume(entry.volume), ""});
     }
 
@@ -87,7 +87,7 @@ public:
     }
 
 private:
-    template <typename Record>
+    template<typename Record>
     Id create(const Record& record) {
         return obey([&] { return _change.create(record); });
     }
@@ -96,8 +96,9 @@ private:
         const std::string pointer = "/connections/" + std::to_string(index);
         if (endpoint >= _endpoints.size())
             throw Refusal{pointer + "/endpoint",
-                          "there is no endpoint " + std::to_string(endpoint) + "; \"endpoints\" has " +
-                              std::to_string(_endpoints.size()) + ", counted from 0"};
+                          "there is no endpoint " + std::to_string(endpoint) +
+                              "; \"endpoints\" has " + std::to_string(_endpoints.size()) +
+                              ", counted from 0"};
         Connection connection;
         connection.session = session;
         connection.endpoint = _endpoints[endpoint];
