@@ -1,31 +1,74 @@
 #include "providers/identity/StorageHardwareIDProvider.h"
 
+#include "engine/DRAVInitiator.h"
+#include "engine/DRAVKeys.h"
+#include "engine/NameConstants.h"
+#include "providers/frame/ArrayRange.h"
 #include "providers/frame/Attach.h"
+#include "providers/frame/Keys.h"
+#include "providers/frame/Records.h"
+#include "providers/identity/StorageHardwareIDPath.h"
 
 namespace Pegasus {
+
+namespace {
+
+// All hosts, if theirs is the class asked for.
+Array<Uint32> initiators(DRAVEngine& engine, const CIMObjectPath& classReference) {
+    if (classReference.getClassName() != CLASS_StorageHardwareID)
+        return Array<Uint32>();
+    return engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_INITIATOR);
+}
+
+} // namespace
 
 void StorageHardwareIDProvider::initialize(CIMOMHandle& cimom) {
     trace("StorageHardwareIDProvider::initialize");
     attach(_engine, _cimom, cimom);
 }
 
-void StorageHardwareIDProvider::getInstance(const OperationContext&, const CIMObjectPath&,
-                                            const Boolean, const Boolean, const CIMPropertyList&,
-                                            InstanceResponseHandler&) {
-    refuse("StorageHardwareID::getInstance");
+void StorageHardwareIDProvider::getInstance(const OperationContext&,
+                                            const CIMObjectPath& instanceReference, const Boolean,
+                                            const Boolean, const CIMPropertyList&,
+                                            InstanceResponseHandler& handler) {
+    handler.processing();
+    _getStorageHardwareID(idFromFirstKey(instanceReference), handler);
+    handler.complete();
 }
 
-void StorageHardwareIDProvider::enumerateInstances(const OperationContext&, const CIMObjectPath&,
+void StorageHardwareIDProvider::enumerateInstances(const OperationContext&,
+                                                   const CIMObjectPath& classReference,
                                                    const Boolean, const Boolean,
                                                    const CIMPropertyList&,
-                                                   InstanceResponseHandler&) {
-    refuse("StorageHardwareID::enumerateInstances");
+                                                   InstanceResponseHandler& handler) {
+    trace("StorageHardwareIDProvider::enumerateInstances");
+    handler.processing();
+    for (const Uint32 id : initiators(*_engine, classReference))
+        _getStorageHardwareID(id, handler);
+    handler.complete();
 }
 
 void StorageHardwareIDProvider::enumerateInstanceNames(const OperationContext&,
-                                                       const CIMObjectPath&,
-                                                       ObjectPathResponseHandler&) {
-    refuse("StorageHardwareID::enumerateInstanceNames");
+                                                       const CIMObjectPath& classReference,
+                                                       ObjectPathResponseHandler& handler) {
+    handler.processing();
+    for (const Uint32 id : initiators(*_engine, classReference))
+        handler.deliver(storageHardwareIDPath(id));
+    handler.complete();
+}
+
+void StorageHardwareIDProvider::_getStorageHardwareID(Uint32 initiatorId,
+                                                      InstanceResponseHandler& handler) {
+    constexpr Uint16 iSCSIName = 5; // of IDType's values
+
+    CIMInstance instance(CLASS_StorageHardwareID);
+    instance.addProperty(CIMProperty(
+        "StorageID", readRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, initiatorId)->name));
+    instance.addProperty(CIMProperty("IDType", iSCSIName));
+    instance.addProperty(CIMProperty("CurrentlyAuthenticated", false));
+    instance.addProperty(keyProperty(PROPERTY_InstanceID, DRAVObjectKey(initiatorId)));
+    instance.setPath(storageHardwareIDPath(initiatorId));
+    handler.deliver(instance);
 }
 
 } // namespace Pegasus

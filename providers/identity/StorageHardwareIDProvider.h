@@ -34,6 +34,9 @@ public:
     REFUSE(deleteInstance, "StorageHardwareID::deleteInstance");
 
 private:
+    // Builds and delivers one host.
+    void _getStorageHardwareID(Uint32 initiatorId, InstanceResponseHandler& handler);
+
     DRAVEngine* _engine = nullptr;
     CIMOMHandle _cimom;
 };
