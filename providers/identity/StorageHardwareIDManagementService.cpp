@@ -1,8 +1,53 @@
 #include "providers/identity/StorageHardwareIDManagementService.h"
 
+#include "engine/DRAVInitiator.h"
+#include "engine/NameConstants.h"
 #include "providers/frame/Attach.h"
+#include "providers/frame/Keys.h"
+#include "providers/frame/Parameters.h"
+#include "providers/frame/Services.h"
+#include "providers/identity/StorageHardwareIDPath.h"
 
 namespace Pegasus {
+
+namespace {
+
+const CIMName SERVICE("CIM_StorageHardwareIDManagementService");
+
+// What the methods return.
+constexpr Sint32 DONE = 0;
+constexpr Sint32 REFUSED_BY_ENGINE = 4;
+
+// Registers a host and delivers the reference to it, in the request's namespace.
+Sint32 createStorageHardwareID(DRAVEngine& engine, const CIMObjectPath& objectReference,
+                               const Array<CIMParamValue>& inParameters,
+                               MethodResultResponseHandler& handler) {
+    // Only the name is used; the others are read for their types.
+    inParameter<CIMObjectPath>(inParameters, "Setting");
+    inParameter<String>(inParameters, "ElementName");
+    const String storageID = inParameter<String>(inParameters, "StorageID");
+    inParameter<Uint16>(inParameters, "IDType");
+
+    try {
+        const Uint32 id = engine.createObject(CLASSID_INITIATOR, DRAVInitiator(storageID));
+        CIMObjectPath path = storageHardwareIDPath(id);
+        path.setNameSpace(objectReference.getNameSpace());
+        handler.deliverParamValue(CIMParamValue("HardwareID", path, true));
+        return DONE;
+    } catch (const DRAVOperationFailedException& exception) {
+        trace("DRAVException.code: " + std::to_string(exception.code) +
+              " DRAVException.message: " + utf8(exception.getMessage()));
+        return REFUSED_BY_ENGINE;
+    }
+}
+
+Sint32 deleteStorageHardwareID(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
+    const auto hardwareID = inParameter<CIMObjectPath>(inParameters, "HardwareID");
+    engine.deleteObject(CLASSID_INITIATOR, idFromFirstKey(hardwareID));
+    return DONE;
+}
+
+} // namespace
 
 void StorageHardwareIDManagementServiceProvider::initialize(CIMOMHandle& cimom) {
     attach(_engine, _cimom, cimom);
@@ -11,28 +56,52 @@ void StorageHardwareIDManagementServiceProvider::initialize(CIMOMHandle& cimom) 
 void StorageHardwareIDManagementServiceProvider::getInstance(const OperationContext&,
                                                              const CIMObjectPath&, const Boolean,
                                                              const Boolean, const CIMPropertyList&,
-                                                             InstanceResponseHandler&) {
-    refuse("StorageHardwareIDManagementService::getInstance");
+                                                             InstanceResponseHandler& handler) {
+    handler.processing();
+    handler.deliver(_build_instance());
+    handler.complete();
 }
 
-void StorageHardwareIDManagementServiceProvider::enumerateInstances(const OperationContext&,
-                                                                    const CIMObjectPath&,
-                                                                    const Boolean, const Boolean,
-                                                                    const CIMPropertyList&,
-                                                                    InstanceResponseHandler&) {
-    refuse("StorageHardwareIDManagementService::enumerateInstances");
+void StorageHardwareIDManagementServiceProvider::enumerateInstances(
+    const OperationContext&, const CIMObjectPath& classReference, const Boolean, const Boolean,
+    const CIMPropertyList&, InstanceResponseHandler& handler) {
+    handler.processing();
+    if (classReference.getClassName() == SERVICE)
+        handler.deliver(_build_instance());
+    handler.complete();
 }
 
 void StorageHardwareIDManagementServiceProvider::enumerateInstanceNames(
-    const OperationContext&, const CIMObjectPath&, ObjectPathResponseHandler&) {
-    refuse("StorageHardwareIDManagementService::enumerateInstanceNames");
+    const OperationContext&, const CIMObjectPath& classReference,
+    ObjectPathResponseHandler& handler) {
+    handler.processing();
+    if (classReference.getClassName() == SERVICE)
+        handler.deliver(_fill_reference());
+    handler.complete();
 }
 
-void StorageHardwareIDManagementServiceProvider::invokeMethod(const OperationContext&,
-                                                              const CIMObjectPath&, const CIMName&,
-                                                              const Array<CIMParamValue>&,
-                                                              MethodResultResponseHandler&) {
-    refuse("StorageHardwareIDManagementService::invokeMethod");
+void StorageHardwareIDManagementServiceProvider::invokeMethod(
+    const OperationContext&, const CIMObjectPath& objectReference, const CIMName& methodName,
+    const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler) {
+    publishInvoked("StorageHardwareIDManagementService", 254, objectReference, methodName);
+    trace("StorageHardwareIDManagementServiceProvider::invokeMethod");
+    handler.processing();
+    if (objectReference.getClassName() == SERVICE) {
+        if (methodName == CIMName("CreateStorageHardwareID"))
+            handler.deliver(
+                createStorageHardwareID(*_engine, objectReference, inParameters, handler));
+        else if (methodName == CIMName("DeleteStorageHardwareID"))
+            handler.deliver(deleteStorageHardwareID(*_engine, inParameters));
+    }
+    handler.complete();
+}
+
+CIMInstance StorageHardwareIDManagementServiceProvider::_build_instance() const {
+    return serviceInstance(SERVICE);
+}
+
+CIMObjectPath StorageHardwareIDManagementServiceProvider::_fill_reference() const {
+    return servicePath(SERVICE);
 }
 
 } // namespace Pegasus

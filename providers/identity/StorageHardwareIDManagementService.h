@@ -40,6 +40,9 @@ public:
     REFUSE_WITH_EVENT(deleteInstance, "StorageHardwareIDManagementService", 210);
 
 private:
+    CIMInstance _build_instance() const;
+    CIMObjectPath _fill_reference() const;
+
     DRAVEngine* _engine = nullptr;
     CIMOMHandle _cimom;
 };
