@@ -39,6 +39,9 @@ public:
     REFUSE(deleteInstance, "AuthorizedAccess::deleteInstance");
 
 private:
+    void _deliverAuthorizedPrivilege(Uint32 initiatorId, ObjectResponseHandler& handler);
+    void _deliverAuthorizedPrivilegePath(Uint32 initiatorId, ObjectPathResponseHandler& handler);
+
     DRAVEngine* _engine = nullptr;
     CIMOMHandle _cimom;
 };
