@@ -30,6 +30,9 @@ public:
     REFUSE(deleteInstance, "SharedSecret::deleteInstance");
 
 private:
+    // Builds and delivers the secret of an initiator or target; an empty one for any other object.
+    void _getSharedSecret(Uint32 id, InstanceResponseHandler& handler);
+
     DRAVEngine* _engine = nullptr;
     CIMOMHandle _cimom;
 };
