@@ -1,0 +1,26 @@
+#ifndef ARRAY_BUILDERS_CURRENT_H
+#define ARRAY_BUILDERS_CURRENT_H
+
+#include <Pegasus/Provider/ProviderException.h>
+
+#include "array/Snapshot.h"
+#include "engine/DRAVKeys.h"
+
+namespace array {
+
+// The array as the engine of this process sees it now. Throws DRAVOperationFailedException if its
+// state cannot be read.
+SnapshotPtr currentSnapshot();
+
+// A record that was looked up. Throws CIMObjectNotFoundException with the id's key text if there is
+// none.
+template<class Record>
+const Record& found(const Record* record, Id id) {
+    if (!record)
+        throw Pegasus::CIMObjectNotFoundException(Pegasus::DRAVObjectKey(id));
+    return *record;
+}
+
+} // namespace array
+
+#endif

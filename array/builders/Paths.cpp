@@ -1,0 +1,60 @@
+#include "array/builders/Paths.h"
+
+#include "array/builders/Names.h"
+#include "engine/DRAVEngine.h"
+#include "engine/DRAVKeys.h"
+
+namespace array {
+
+using Pegasus::Array;
+using Pegasus::CIMKeyBinding;
+using Pegasus::CIMNamespaceName;
+using Pegasus::CIMValue;
+using Pegasus::DRAVEngine;
+using Pegasus::DRAVObjectKey;
+using Pegasus::String;
+
+namespace {
+
+CIMObjectPath arrayPath(const CIMName& className, const Array<CIMKeyBinding>& keys) {
+    static const CIMNamespaceName snia("root/snia");
+    return CIMObjectPath(*DRAVEngine::_OvrinHostNamePtr, snia, className, keys);
+}
+
+CIMKeyBinding stringKey(const CIMName& name, const String& value) {
+    return CIMKeyBinding(name, value, CIMKeyBinding::STRING);
+}
+
+} // namespace
+
+CIMObjectPath pathWithInstanceID(const CIMName& className, Id id) {
+    const CIMKeyBinding key = stringKey(name::InstanceID, DRAVObjectKey(id));
+    return arrayPath(className, Array<CIMKeyBinding>(&key, 1));
+}
+
+CIMObjectPath pathInSystem(const CIMName& className, const CIMName& lastKey,
+                           const String& lastValue) {
+    const CIMKeyBinding keys[] = {
+        stringKey(name::SystemCreationClassName, name::ComputerSystem.getString()),
+        stringKey(name::SystemName, *DRAVEngine::_OvrinSystemNamePtr),
+        stringKey(name::CreationClassName, className.getString()),
+        stringKey(lastKey, lastValue),
+    };
+    return arrayPath(className, Array<CIMKeyBinding>(keys, 4));
+}
+
+CIMObjectPath pathOfAssociation(const CIMName& className, const CIMName& first,
+                                const CIMObjectPath& firstEnd, const CIMName& second,
+                                const CIMObjectPath& secondEnd) {
+    const CIMKeyBinding keys[] = {
+        CIMKeyBinding(first, CIMValue(firstEnd)),
+        CIMKeyBinding(second, CIMValue(secondEnd)),
+    };
+    return arrayPath(className, Array<CIMKeyBinding>(keys, 2));
+}
+
+String fromUtf8(std::string_view text) {
+    return String(text.data(), static_cast<Pegasus::Uint32>(text.size()));
+}
+
+} // namespace array
