@@ -4,13 +4,16 @@
 #include <Pegasus/Provider/ProviderException.h>
 
 #include "array/Snapshot.h"
+#include "array/TheArray.h"
 #include "engine/DRAVKeys.h"
 
 namespace array {
 
 // The array as the engine of this process sees it now. Throws DRAVOperationFailedException if its
 // state cannot be read.
-SnapshotPtr currentSnapshot();
+inline SnapshotPtr currentSnapshot() {
+    return theArray().snapshot();
+}
 
 // A record that was looked up. Throws CIMObjectNotFoundException with the id's key text if there is
 // none.

@@ -1,5 +1,7 @@
 #include "array/builders/Paths.h"
 
+#include <Pegasus/Common/CIMValue.h>
+
 #include "array/builders/Names.h"
 #include "engine/DRAVEngine.h"
 #include "engine/DRAVKeys.h"

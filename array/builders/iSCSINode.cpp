@@ -1,10 +1,10 @@
 #include "engine/builders/iSCSINode.h"
 
+#include "array/Limits.h"
 #include "array/builders/Current.h"
 #include "array/builders/InstanceBuilder.h"
 #include "array/builders/Names.h"
 #include "array/builders/Paths.h"
-#include "array/rules/Limits.h"
 
 namespace Pegasus {
 
