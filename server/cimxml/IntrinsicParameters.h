@@ -1,0 +1,119 @@
+// The kinds of parameter that intrinsic methods have.
+//
+// Each is a function that reads all that is in an IPARAMVALUE into one field of an operation; one
+// that may be null leaves the default then. All throw ElementError, or what the Pegasus value types
+// throw for a part that they refuse.
+#pragma once
+
+#include "server/cimxml/InstanceReader.h"
+#include "server/cimxml/NameReader.h"
+#include "server/cimxml/PathReader.h"
+#include "server/cimxml/ValueReader.h"
+#include "server/operation/Operation.h"
+
+namespace smisd::parameter {
+
+// The field of the operation that a parameter fills, from a pointer to a member.
+template<class Owner, class Field>
+Field& fieldOf(Operation& operation, Field Owner::*member) {
+    return std::get<Owner>(operation).*member;
+}
+
+// The parameter has no value, or one of another kind.
+[[noreturn]] void refuseNull(const Element& value);
+
+// TRUE or FALSE in any case.
+bool readBoolean(const Element& value);
+
+// Names that are given twice count once, in their first place.
+Pegasus::CIMPropertyList readPropertyList(const Pegasus::CIMValue& names);
+
+template<auto Member>
+void flag(Element& value, Operation& operation) {
+    fieldOf(operation, Member) = readBoolean(value.expect("VALUE", "Expected VALUE element"));
+}
+
+template<auto Member>
+void className(Element& value, Operation& operation) {
+    fieldOf(operation, Member) = readClassName(value.expect("CLASSNAME"));
+}
+
+template<auto Member>
+void classNameOrNull(Element& value, Operation& operation) {
+    if (const auto element = value.take("CLASSNAME")) {
+        fieldOf(operation, Member) = readClassName(*element);
+    }
+}
+
+template<auto Member>
+void instanceName(Element& value, Operation& operation) {
+    const auto element = value.take("INSTANCENAME");
+    if (!element) {
+        refuseNull(value);
+    }
+    fieldOf(operation, Member) = readInstanceName(*element);
+}
+
+template<auto Member>
+void objectName(Element& value, Operation& operation) {
+    if (const auto element = value.take("CLASSNAME")) {
+        fieldOf(operation, Member) = Pegasus::CIMObjectPath(
+            Pegasus::String(), Pegasus::CIMNamespaceName(), readClassName(*element));
+    } else {
+        fieldOf(operation, Member) = readInstanceName(
+            value.expect("INSTANCENAME", "Expected CLASSNAME or INSTANCENAME element"));
+    }
+}
+
+template<auto Member>
+void name(Element& value, Operation& operation) {
+    const Element element = value.expect("VALUE", "Expected VALUE element");
+    fieldOf(operation, Member) = Pegasus::CIMName(toString(element.text()));
+}
+
+template<auto Member>
+void text(Element& value, Operation& operation) {
+    if (const auto element = value.take("VALUE")) {
+        fieldOf(operation, Member) = toString(element->text());
+    }
+}
+
+template<auto Member>
+void propertyList(Element& value, Operation& operation) {
+    if (const auto names = takeArray(value, Pegasus::CIMTYPE_STRING)) {
+        fieldOf(operation, Member) = readPropertyList(*names);
+    }
+}
+
+template<auto Member>
+void instance(Element& value, Operation& operation) {
+    const auto element = value.take("INSTANCE");
+    if (!element) {
+        refuseNull(value);
+    }
+    fieldOf(operation, Member) = readInstance(*element);
+}
+
+template<auto Member>
+void namedInstance(Element& value, Operation& operation) {
+    const auto element = value.take("VALUE.NAMEDINSTANCE");
+    if (!element) {
+        refuseNull(value);
+    }
+    fieldOf(operation, Member) = readNamedInstance(*element);
+}
+
+// Of any type, which the request does not tell.
+template<auto Member>
+void anyValue(Element& value, Operation& operation) {
+    std::optional<Pegasus::CIMValue> found = takeValue(value, Pegasus::CIMTYPE_STRING);
+    if (!found) {
+        found = takeArray(value, Pegasus::CIMTYPE_STRING);
+    }
+    if (!found) {
+        found = takeReference(value);
+    }
+    fieldOf(operation, Member) = found.value_or(Pegasus::CIMValue());
+}
+
+} // namespace smisd::parameter

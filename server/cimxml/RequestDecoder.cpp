@@ -1,0 +1,184 @@
+#include "server/cimxml/RequestDecoder.h"
+
+#include "server/cimxml/IntrinsicMethods.h"
+#include "server/cimxml/NameReader.h"
+#include "server/cimxml/PathReader.h"
+#include "server/cimxml/ValueReader.h"
+#include "server/cimxml/XmlDocument.h"
+
+#include <algorithm>
+
+using namespace Pegasus;
+
+namespace smisd {
+namespace {
+
+std::string utf8(const String& text) {
+    return std::string(text.getCString());
+}
+
+[[noreturn]] void refuseHeader(const std::string& detail) {
+    throw BadRequest(400, "header-mismatch", detail);
+}
+
+[[noreturn]] void refuseVersion(const char* cimError, const std::string& what,
+                                const std::string& version) {
+    throw BadRequest(501, cimError, what + " \"" + version + "\" is not supported.");
+}
+
+// "2.3" is a version with the prefix "2."; the minor number is any.
+bool isVersion(const std::string& text, const char* prefix) {
+    return text.starts_with(prefix) && text.size() > 2 &&
+           std::all_of(text.begin() + 2, text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+void checkVersions(const Element& cim) {
+    const std::string cimVersion = cim.requiredAttribute("CIMVERSION");
+    const std::string dtdVersion = cim.requiredAttribute("DTDVERSION");
+    if (!isVersion(cimVersion, "2.")) {
+        refuseVersion("unsupported-cim-version", "CIM version", cimVersion);
+    }
+    if (!isVersion(dtdVersion, "2.")) {
+        refuseVersion("unsupported-dtd-version", "DTD version", dtdVersion);
+    }
+}
+
+void checkProtocolVersion(const Element& message, const CimHeaders& headers) {
+    const std::string version = message.requiredAttribute("PROTOCOLVERSION", "Invalid or missing");
+    if (version != headers.protocolVersion) {
+        refuseHeader("CIMProtocolVersion value \"" + headers.protocolVersion +
+                     "\" does not match CIM request protocol version \"" + version + "\".");
+    }
+    if (!isVersion(version, "1.")) {
+        refuseVersion("unsupported-protocol-version", "CIMProtocolVersion", version);
+    }
+}
+
+void checkMethod(const std::string& header, const std::string& body, bool same) {
+    if (header.empty()) {
+        refuseHeader("Missing CIMMethod HTTP header.");
+    }
+    if (!same) {
+        refuseHeader("CIMMethod value \"" + header + "\" does not match CIM request method \"" +
+                     body + "\".");
+    }
+}
+
+void checkObject(const std::string& header, const std::string& body, bool same) {
+    if (header.empty()) {
+        refuseHeader("Missing CIMObject HTTP header.");
+    }
+    if (!same) {
+        refuseHeader("CIMObject value \"" + header + "\" does not match CIM request object \"" +
+                     body + "\".");
+    }
+}
+
+CIMObjectPath parseObjectHeader(const std::string& header) {
+    try {
+        return header.empty() ? CIMObjectPath() : CIMObjectPath(toString(header));
+    } catch (const Exception&) {
+        refuseHeader("Could not parse CIMObject value \"" + header + "\".");
+    }
+}
+
+// The operation that `read` gives, or the CIM error that answers what it could not read. A value
+// that a Pegasus type refuses is a bad parameter.
+template<class Read>
+std::variant<Operation, CIMException> operationOrError(Read read) {
+    try {
+        return read();
+    } catch (const CIMException& error) {
+        return error;
+    } catch (const Exception& error) {
+        return CIMException(CIM_ERR_INVALID_PARAMETER, error.getMessage());
+    }
+}
+
+DecodedRequest readIMethodCall(Element call, const CimHeaders& headers) {
+    const std::string method = call.requiredAttribute("NAME", "Missing");
+    checkMethod(headers.method, method,
+                String::equalNoCase(toString(headers.method), toString(method)));
+    const CIMNamespaceName nameSpace = readLocalNamespacePath(call.expect("LOCALNAMESPACEPATH"));
+    checkObject(headers.object, utf8(nameSpace.getString()),
+                String::equalNoCase(toString(headers.object), nameSpace.getString()));
+    auto operation = operationOrError([&] { return readIntrinsicCall(call, method, nameSpace); });
+    return {{"", method, true}, std::move(operation)};
+}
+
+CIMObjectPath readCalledObject(Element& call) {
+    if (const auto instance = call.take("LOCALINSTANCEPATH")) {
+        return readLocalInstancePath(*instance);
+    }
+    return readLocalClassPath(
+        call.expect("LOCALCLASSPATH", "Expected LOCALINSTANCEPATH or LOCALCLASSPATH element"));
+}
+
+Operation readInvocation(Element call, const CIMObjectPath& object, const std::string& method) {
+    InvokeMethod operation;
+    operation.nameSpace = object.getNameSpace();
+    operation.objectName = object;
+    operation.objectName.setNameSpace(CIMNamespaceName());
+    operation.methodName = CIMName(toString(method));
+    while (const auto parameter = call.take("PARAMVALUE")) {
+        operation.inParameters.append(readParamValue(*parameter));
+    }
+    call.end();
+    return operation;
+}
+
+DecodedRequest readMethodCall(Element call, const CimHeaders& headers) {
+    const std::string method = call.requiredAttribute("NAME", "Missing");
+    checkMethod(headers.method, method, headers.method == method);
+    CIMObjectPath object;
+    try {
+        object = readCalledObject(call);
+    } catch (const Exception& error) {
+        call.fail(ElementError::semantic, utf8(error.getMessage()));
+    }
+    checkObject(headers.object, utf8(object.toString()),
+                object.identical(parseObjectHeader(headers.object)));
+    auto operation = operationOrError([&] { return readInvocation(call, object, method); });
+    return {{"", method, false}, std::move(operation)};
+}
+
+DecodedRequest readCall(Element& request, const CimHeaders& headers) {
+    if (const auto call = request.take("IMETHODCALL")) {
+        return readIMethodCall(*call, headers);
+    }
+    return readMethodCall(
+        request.expect("METHODCALL", "expected IMETHODCALL or METHODCALL element"), headers);
+}
+
+DecodedRequest readMessage(Element cim, const CimHeaders& headers) {
+    if (std::string_view(cim.name()) != "CIM") {
+        cim.fail(ElementError::validation, "Expected open of CIM element");
+    }
+    checkVersions(cim);
+    Element message = cim.expect("MESSAGE");
+    const std::string id = message.requiredAttribute("ID", "Invalid or missing");
+    checkProtocolVersion(message, headers);
+    if (message.take("MULTIREQ")) {
+        refuseHeader("Multi-request is missing CIMBatch HTTP header");
+    }
+    Element request = message.expect("SIMPLEREQ", "Expected open of SIMPLEREQ element");
+    DecodedRequest decoded = readCall(request, headers);
+    decoded.head.messageId = id;
+    request.end();
+    message.end();
+    cim.end();
+    return decoded;
+}
+
+} // namespace
+
+DecodedRequest decodeRequest(std::string body, const CimHeaders& headers) {
+    const XmlDocument document(std::move(body));
+    try {
+        return readMessage(document.root(), headers);
+    } catch (const ElementError& error) {
+        throw document.badRequest(error);
+    }
+}
+
+} // namespace smisd

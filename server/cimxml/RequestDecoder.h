@@ -1,0 +1,41 @@
+// From the body of a request to the operation that it asks for (DSP0201, "Message Elements").
+#pragma once
+
+#include "server/cimxml/BadRequest.h"
+#include "server/operation/Operation.h"
+
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <Pegasus/Common/Exception.h>
+#include <Pegasus/Common/String.h>
+
+#include <string>
+#include <variant>
+
+namespace smisd {
+
+// The headers that say the same as the body (DSP0200, "CIMMethod", "CIMObject",
+// "CIMProtocolVersion"), percent-decoded, UTF-8; "" for one that is absent.
+struct CimHeaders {
+    std::string method;
+    std::string object;
+    std::string protocolVersion = "1.0";
+};
+
+// What the response repeats.
+struct MessageHead {
+    std::string messageId;
+    std::string methodName;
+    bool intrinsic = true;
+};
+
+struct DecodedRequest {
+    MessageHead head;
+    // The operation, or the CIM error that is its answer.
+    std::variant<Operation, Pegasus::CIMException> operation;
+};
+
+// Throws BadRequest for a body that is not CIM-XML, or does not agree with the headers.
+// Thread-safe.
+DecodedRequest decodeRequest(std::string body, const CimHeaders& headers);
+
+} // namespace smisd

@@ -1,0 +1,91 @@
+// The XML of a request as a tree of elements that are read in order.
+//
+// A stranger wrote the text. Neither document types nor entities beyond the five of XML are
+// accepted, and the tree is at most maximumDepth deep. Content is taken as OpenPegasus takes it:
+// white space around it goes, white space within it, in references and in CDATA sections stays.
+#pragma once
+
+#include "server/cimxml/BadRequest.h"
+
+#include <pugixml.hpp>
+
+#include <cstddef>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace smisd {
+
+// Deep enough for a reference with a reference key with a reference key; each level doubles the
+// escapes in the text of the keys above it.
+constexpr int maximumDepth = 32;
+
+// What is wrong with an element, and where; becomes a BadRequest by way of
+// XmlDocument::badRequest.
+class ElementError : public std::runtime_error {
+public:
+    enum Kind { notWellFormed, validation, semantic };
+
+    ElementError(Kind kind, std::ptrdiff_t offset, const std::string& text)
+        : std::runtime_error(text), _kind(kind), _offset(offset) {}
+
+    Kind kind() const { return _kind; }
+    std::ptrdiff_t offset() const { return _offset; }
+
+private:
+    Kind _kind;
+    std::ptrdiff_t _offset; // into the text of the document, in bytes
+};
+
+// An element and how far its children have been read. Cheap to copy; valid as long as its document.
+// All functions but the constructor throw ElementError.
+class Element {
+public:
+    explicit Element(pugi::xml_node node);
+
+    const char* name() const { return _node.name(); }
+
+    // The value with its references replaced.
+    std::optional<std::string> attribute(const char* attributeName) const;
+    // "missing CLASSNAME.NAME attribute"; `complaint` replaces the first word
+    std::string requiredAttribute(const char* attributeName,
+                                  const char* complaint = "missing") const;
+
+    // The next child, if it has the name.
+    std::optional<Element> take(const char* childName);
+    // "expected INSTANCENAME element", or `expectation` when given
+    Element expect(const char* childName, const char* expectation = nullptr);
+    // Nothing is left to read: "Expected close of INSTANCE element, got VALUE instead"
+    void end() const;
+    bool atEnd() const { return !_next; }
+    const char* nextName() const { return _next.name(); }
+
+    // The content of an element that has only text: one run of it, or one CDATA section where that
+    // is accepted.
+    enum class Content { text, textOrCData };
+    std::string text(Content accepted = Content::textOrCData) const;
+
+    [[noreturn]] void fail(ElementError::Kind kind, const std::string& text) const;
+
+private:
+    pugi::xml_node _node;
+    pugi::xml_node _next; // first child that was not read
+};
+
+class XmlDocument {
+public:
+    // Throws BadRequest: the text is not UTF-8, not well-formed, no XML document, or too deep.
+    explicit XmlDocument(std::string text);
+
+    Element root() const { return Element(_document.document_element()); }
+
+    BadRequest badRequest(const ElementError& error) const;
+
+private:
+    void checkTree() const;
+
+    std::string _text; // the tree points into it
+    pugi::xml_document _document;
+};
+
+} // namespace smisd
