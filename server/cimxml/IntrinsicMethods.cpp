@@ -78,7 +78,7 @@ const Method methods[] = {
         {"PropertyName", requiredUnnamed, name<&SetProperty::propertyName>},
         {"NewValue", optional, anyValue<&SetProperty::newValue>}}),
     method<Associators>("Associators", {
-        {"ObjectName", required, objectName<&Associators::objectName>},
+        {"ObjectName", required, objectName<Associators>},
         {"AssocClass", optional, classNameOrNull<&Associators::assocClass>},
         {"ResultClass", optional, classNameOrNull<&Associators::resultClass>},
         {"Role", optional, text<&Associators::role>},
@@ -87,20 +87,20 @@ const Method methods[] = {
         {"IncludeClassOrigin", optional, flag<&Associators::includeClassOrigin>},
         {"PropertyList", optional, propertyList<&Associators::propertyList>}}),
     method<AssociatorNames>("AssociatorNames", {
-        {"ObjectName", required, objectName<&AssociatorNames::objectName>},
+        {"ObjectName", required, objectName<AssociatorNames>},
         {"AssocClass", optional, classNameOrNull<&AssociatorNames::assocClass>},
         {"ResultClass", optional, classNameOrNull<&AssociatorNames::resultClass>},
         {"Role", optional, text<&AssociatorNames::role>},
         {"ResultRole", optional, text<&AssociatorNames::resultRole>}}),
     method<References>("References", {
-        {"ObjectName", required, objectName<&References::objectName>},
+        {"ObjectName", required, objectName<References>},
         {"ResultClass", optional, classNameOrNull<&References::resultClass>},
         {"Role", optional, text<&References::role>},
         {"IncludeQualifiers", optional, flag<&References::includeQualifiers>},
         {"IncludeClassOrigin", optional, flag<&References::includeClassOrigin>},
         {"PropertyList", optional, propertyList<&References::propertyList>}}),
     method<ReferenceNames>("ReferenceNames", {
-        {"ObjectName", required, objectName<&ReferenceNames::objectName>},
+        {"ObjectName", required, objectName<ReferenceNames>},
         {"ResultClass", optional, classNameOrNull<&ReferenceNames::resultClass>},
         {"Role", optional, text<&ReferenceNames::role>}}),
     method<GetClass>("GetClass", {

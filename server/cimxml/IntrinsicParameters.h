@@ -54,13 +54,16 @@ void instanceName(Element& value, Operation& operation) {
     fieldOf(operation, Member) = readInstanceName(*element);
 }
 
-template<auto Member>
+// ObjectName of an association operation.
+template<class T>
 void objectName(Element& value, Operation& operation) {
+    T& target = std::get<T>(operation);
     if (const auto element = value.take("CLASSNAME")) {
-        fieldOf(operation, Member) = Pegasus::CIMObjectPath(
-            Pegasus::String(), Pegasus::CIMNamespaceName(), readClassName(*element));
+        target.objectName = Pegasus::CIMObjectPath(Pegasus::String(), Pegasus::CIMNamespaceName(),
+                                                   readClassName(*element));
+        target.ofClass = true;
     } else {
-        fieldOf(operation, Member) = readInstanceName(
+        target.objectName = readInstanceName(
             value.expect("INSTANCENAME", "Expected CLASSNAME or INSTANCENAME element"));
     }
 }

@@ -5,7 +5,7 @@
 // DMTF DSP0200 states for an absent parameter.
 //
 // Paths are as the client sent them: class and keys, without host or namespace; `nameSpace` holds
-// for the whole operation. Names keep the client's spelling. A path without keys names a class.
+// for the whole operation. Names keep the client's spelling.
 // A null name, a null property list or an empty role stands for an absent parameter.
 //
 // Plain values: copy them freely, share them between threads once they no longer change.
@@ -86,9 +86,12 @@ struct SetProperty {
 
 // Associations
 
+// `ofClass` tells a class (CLASSNAME) from an instance that was sent without keys.
+
 struct Associators {
     Pegasus::CIMNamespaceName nameSpace;
     Pegasus::CIMObjectPath objectName;
+    bool ofClass = false;
     Pegasus::CIMName assocClass;
     Pegasus::CIMName resultClass;
     Pegasus::String role;
@@ -101,6 +104,7 @@ struct Associators {
 struct AssociatorNames {
     Pegasus::CIMNamespaceName nameSpace;
     Pegasus::CIMObjectPath objectName;
+    bool ofClass = false;
     Pegasus::CIMName assocClass;
     Pegasus::CIMName resultClass;
     Pegasus::String role;
@@ -110,6 +114,7 @@ struct AssociatorNames {
 struct References {
     Pegasus::CIMNamespaceName nameSpace;
     Pegasus::CIMObjectPath objectName;
+    bool ofClass = false;
     Pegasus::CIMName resultClass;
     Pegasus::String role;
     bool includeQualifiers = false;
@@ -120,6 +125,7 @@ struct References {
 struct ReferenceNames {
     Pegasus::CIMNamespaceName nameSpace;
     Pegasus::CIMObjectPath objectName;
+    bool ofClass = false;
     Pegasus::CIMName resultClass;
     Pegasus::String role;
 };

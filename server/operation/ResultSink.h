@@ -51,7 +51,8 @@ public:
     // namespace of the path are set.
     virtual void objectWithPath(const Pegasus::CIMObject&) { unexpected("objectWithPath"); }
 
-    // AssociatorNames, ReferenceNames: with host and namespace. Without keys: a class.
+    // AssociatorNames, ReferenceNames: with host and namespace. A class where the operation was of
+    // a class, else an instance.
     virtual void objectPath(const Pegasus::CIMObjectPath&) { unexpected("objectPath"); }
 
     // InvokeMethod: at most one, at any time; GetProperty: exactly one.
