@@ -1,6 +1,11 @@
 #ifndef TESTS_SUPPORT_PROVIDER_TEST_H
 #define TESTS_SUPPORT_PROVIDER_TEST_H
 
+#include <initializer_list>
+#include <string>
+#include <typeinfo>
+#include <utility>
+
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
 
@@ -34,15 +39,14 @@ protected:
     Pegasus::OperationContext context;
 };
 
-// The message of the Exception that a call throws, after checking its type exactly as derived.
+// The message of the exception that a call throws: exactly of this class.
 template<class Expected, class Call>
-std::string thrownMessage(Call call) {
+std::string thrownBy(Call call) {
     try {
         call();
-    } catch (const Expected& exception) {
-        return text(exception.getMessage());
     } catch (const Pegasus::Exception& exception) {
-        return "another exception: " + text(exception.getMessage());
+        const std::string message = text(exception.getMessage());
+        return typeid(exception) == typeid(Expected) ? message : "another exception: " + message;
     }
     return "no exception";
 }
@@ -57,6 +61,12 @@ requestPath(const Pegasus::CIMName& className,
                                                Pegasus::CIMKeyBinding::STRING));
     return Pegasus::CIMObjectPath("client.example.com", Pegasus::CIMNamespaceName("root/snia"),
                                   className, bindings);
+}
+
+// The path that the module gives an engine object: //array1.example.com/root/snia:Class.key="...".
+inline std::string objectText(const std::string& className, const std::string& key,
+                              Pegasus::Uint32 id) {
+    return "//array1.example.com/root/snia:" + className + "." + key + "=\"" + keyText(id) + "\"";
 }
 
 } // namespace scripted
