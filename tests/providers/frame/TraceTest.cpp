@@ -1,0 +1,115 @@
+#include "providers/frame/Trace.h"
+
+#include <iostream>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/Log.h"
+#include "tests/support/TraceCapture.h"
+
+using namespace Pegasus;
+using testing::ElementsAre;
+
+namespace {
+
+// Standard output, as the other end of it sees it: one packet per write.
+class StandardOutput {
+public:
+    StandardOutput() : _saved(dup(STDOUT_FILENO)) {
+        int ends[2];
+        if (_saved < 0 || socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends) != 0)
+            throw std::runtime_error("no socket pair");
+        std::cout.flush();
+        dup2(ends[0], STDOUT_FILENO);
+        close(ends[0]);
+        _reader = std::thread([this, other = ends[1]] {
+            char packet[65536];
+            for (ssize_t size; (size = recv(other, packet, sizeof packet, 0)) > 0;)
+                _writes.emplace_back(packet, static_cast<size_t>(size));
+            close(other);
+        });
+    }
+
+    // What was written; standard output is the old one again.
+    std::vector<std::string> close() {
+        std::cout.flush();
+        dup2(_saved, STDOUT_FILENO);
+        ::close(_saved);
+        _reader.join();
+        return _writes;
+    }
+
+private:
+    static void close(int descriptor) { ::close(descriptor); }
+
+    int _saved;
+    std::thread _reader;
+    std::vector<std::string> _writes;
+};
+
+TEST(TraceTest, ALineIsWrittenAndFlushedAtOnce) {
+    StandardOutput output;
+    trace("Starting up the iSCSI Pipes provider");
+    trace("");
+    trace("Searching existing LU's ");
+
+    EXPECT_THAT(output.close(), ElementsAre("Starting up the iSCSI Pipes provider\n", "\n",
+                                            "Searching existing LU's \n"));
+}
+
+TEST(TraceTest, LinesThatAreWrittenAtTheSameTimeDoNotMix) {
+    constexpr int threads = 8;
+    constexpr int linesPerThread = 2000;
+    const auto lineOf = [](int thread, int line) {
+        return std::to_string(thread) + "/" + std::to_string(line) + " " +
+               std::string(static_cast<size_t>(20 + line % 100), static_cast<char>('a' + thread));
+    };
+    std::multiset<std::string> expected;
+    for (int thread = 0; thread < threads; ++thread)
+        for (int line = 0; line < linesPerThread; ++line)
+            expected.insert(lineOf(thread, line));
+
+    StandardOutput output;
+    std::vector<std::thread> writers;
+    for (int thread = 0; thread < threads; ++thread)
+        writers.emplace_back([&lineOf, thread] {
+            for (int line = 0; line < linesPerThread; ++line)
+                trace(lineOf(thread, line));
+        });
+    for (std::thread& writer : writers)
+        writer.join();
+
+    std::multiset<std::string> written;
+    for (const std::string& packet : output.close()) {
+        ASSERT_TRUE(packet.ends_with('\n')) << packet;
+        std::istringstream lines(packet);
+        for (std::string line; std::getline(lines, line);)
+            written.insert(line);
+    }
+    EXPECT_TRUE(written == expected);
+}
+
+TEST(TraceTest, TheLineGoesToWhereverStandardOutputIsRedirected) {
+    scripted::clearLog();
+    {
+        const scripted::TraceCapture capture;
+        trace("ObjectID is: " + std::to_string(Uint32(4026531840)));
+    }
+    EXPECT_THAT(scripted::traces(), ElementsAre("ObjectID is: 4026531840"));
+}
+
+TEST(TraceTest, TextsAreWrittenAsUTF8) {
+    const char* const name = "Zombie \xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80";
+    EXPECT_EQ(utf8(String(name)), name);
+    EXPECT_EQ(utf8(String()), "");
+}
+
+} // namespace
