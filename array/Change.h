@@ -54,7 +54,8 @@ public:
     void revoke(Id target, Id initiator);
 
     // Replace the counters of an object.
-    void setStatistics(Id target, const TargetStatistics& statistics);
+    void setStatistics(Id target, const LoginStatistics& statistics);
+    void setStatistics(Id target, const SessionFailures& statistics);
     void setStatistics(Id session, const SessionStatistics& statistics);
     void setStatistics(Id endpoint, const InterfaceStatistics& statistics);
 

@@ -135,11 +135,6 @@ struct SessionFailures {
     std::uint64_t failures() const { return digest + connectionTimeout + format; }
 };
 
-struct TargetStatistics {
-    LoginStatistics logins;
-    SessionFailures failures;
-};
-
 // Since the session's login; directions as the target sees them.
 struct SessionStatistics {
     std::uint64_t commandPDUs = 0;

@@ -46,7 +46,8 @@ public:
     bool exists(Id id) const;
 
     // All zero for an id that names nothing and for an object to which nothing happened.
-    TargetStatistics targetStatistics(Id target) const;
+    LoginStatistics loginStatistics(Id target) const;
+    SessionFailures sessionFailures(Id target) const;
     SessionStatistics sessionStatistics(Id session) const;
     InterfaceStatistics interfaceStatistics(Id endpoint) const;
 

@@ -25,7 +25,7 @@ CIMInstance loginStatistics(Boolean includeQualifiers, const CIMPropertyList& pr
                             Uint32 targetId) {
     const array::SnapshotPtr snapshot = array::currentSnapshot();
     array::found(snapshot->target(targetId), targetId);
-    const array::LoginStatistics logins = snapshot->targetStatistics(targetId).logins;
+    const array::LoginStatistics logins = snapshot->loginStatistics(targetId);
 
     array::InstanceBuilder builder(
         array::pathWithInstanceID(array::name::iSCSILoginStatistics, targetId), includeQualifiers,
@@ -47,7 +47,7 @@ CIMInstance sessionFailures(Boolean includeQualifiers, const CIMPropertyList& pr
                             Uint32 targetId) {
     const array::SnapshotPtr snapshot = array::currentSnapshot();
     array::found(snapshot->target(targetId), targetId);
-    const array::SessionFailures failures = snapshot->targetStatistics(targetId).failures;
+    const array::SessionFailures failures = snapshot->sessionFailures(targetId);
 
     array::InstanceBuilder builder(
         array::pathWithInstanceID(array::name::iSCSISessionFailures, targetId), includeQualifiers,
