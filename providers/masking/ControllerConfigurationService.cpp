@@ -1,8 +1,133 @@
 #include "providers/masking/ControllerConfigurationService.h"
 
+#include "engine/DRAVKeys.h"
+#include "engine/DRAVLogicalUnit.h"
 #include "providers/frame/Attach.h"
+#include "providers/frame/Keys.h"
+#include "providers/frame/Parameters.h"
+#include "providers/frame/Records.h"
+#include "providers/frame/Services.h"
+#include "providers/masking/DeviceAccess.h"
 
 namespace Pegasus {
+
+namespace {
+
+const CIMName SERVICE("CIM_ControllerConfigurationService");
+
+// What the methods return.
+constexpr Uint32 DONE = 0;
+constexpr Uint32 VOLUME_UNKNOWN = 4;
+
+// The target of the first of the controllers, which the engine need not know.
+Uint32 targetOf(const Array<CIMObjectPath>& controllers) {
+    return idFromDeviceID(controllers[0]);
+}
+
+// 0 for an unknown name.
+Uint32 findInitiator(DRAVEngine& engine, const String& name) {
+    const Uint32 id = engine.getiSCSIObjectIDByName(CLASSID_INITIATOR, name);
+    trace("ObjectIDByName is: " + std::to_string(id));
+    return id;
+}
+
+// 0 for an unknown volume.
+Uint32 findVolume(DRAVEngine& engine, const String& name, const std::string& lookup) {
+    const Uint32 id = engine.getObjectIDByKey(CLASSID_VOLUME, ManagedObject::hexToBin(name));
+    trace(lookup + " is: " + std::to_string(id));
+    return id;
+}
+
+bool contains(const Array<Uint32>& ids, Uint32 id) {
+    for (const Uint32 each : ids) {
+        if (each == id)
+            return true;
+    }
+    return false;
+}
+
+bool isMapped(DRAVEngine& engine, const Array<Uint32>& units, Uint32 volumeId) {
+    for (const Uint32 unitId : units) {
+        trace("Searching existing LU's ");
+        if (readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, unitId)->volumeID == volumeId)
+            return true;
+    }
+    return false;
+}
+
+void allow(DRAVEngine& engine, Uint32 targetId, const Array<String>& initiatorNames) {
+    const Array<Uint32> allowed = engine.enumerateAssociatedObjects(targetId, CLASSID_INITIATOR);
+    for (const String& name : initiatorNames) {
+        const Uint32 id = findInitiator(engine, name);
+        if (!contains(allowed, id))
+            engine.createAssociation(targetId, id);
+    }
+}
+
+// A volume that is listed twice has its units removed twice.
+void hideVolumes(DRAVEngine& engine, Uint32 targetId, const Array<Uint32>& volumeIds) {
+    for (const Uint32 unitId : engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT)) {
+        const auto unit = readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, unitId);
+        for (const Uint32 volumeId : volumeIds) {
+            if (unit->volumeID == volumeId)
+                engine.deleteObject(CLASSID_LOGICAL_UNIT, unitId);
+        }
+    }
+}
+
+// The units are those from before the call: a volume that is listed twice is mapped twice.
+Uint32 exposePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
+    const auto volumeNames = inParameter<Array<String>>(inParameters, "LUNames");
+    const auto initiatorNames = inParameter<Array<String>>(inParameters, "InitiatorPortIDs");
+    const auto numbers = inParameter<Array<String>>(inParameters, "DeviceNumbers");
+    const auto accesses = inParameter<Array<Uint16>>(inParameters, "DeviceAccesses");
+    const Uint32 targetId =
+        targetOf(inParameter<Array<CIMObjectPath>>(inParameters, "ProtocolControllers"));
+
+    allow(engine, targetId, initiatorNames);
+
+    Uint32 result = DONE;
+    const Array<Uint32> units = engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT);
+    for (Uint32 i = 0; i < volumeNames.size(); ++i) {
+        const Uint32 volumeId = findVolume(engine, volumeNames[i], "ObjectID");
+        if (volumeId == 0) {
+            result = VOLUME_UNKNOWN;
+        } else if (!isMapped(engine, units, volumeId)) {
+            trace(" Adding a new LU ");
+            const Uint32 access = accessCode(accesses[i]).value_or(NO_ACCESS);
+            trace("Finished adding a new LU");
+            const Uint32 lun = DRAVObjectIDDecimal(numbers[i]).id;
+            engine.createObject(CLASSID_LOGICAL_UNIT,
+                                DRAVLogicalUnit(targetId, lun, access, volumeId));
+        }
+    }
+    return result;
+}
+
+Uint32 hidePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
+    const auto volumeNames = inParameter<Array<String>>(inParameters, "LUNames");
+    const auto initiatorNames = inParameter<Array<String>>(inParameters, "InitiatorPortIDs");
+    const Uint32 targetId =
+        targetOf(inParameter<Array<CIMObjectPath>>(inParameters, "ProtocolControllers"));
+
+    Array<Uint32> initiatorIds;
+    for (const String& name : initiatorNames)
+        initiatorIds.append(findInitiator(engine, name));
+
+    Array<Uint32> volumeIds;
+    for (const String& name : volumeNames) {
+        volumeIds.append(findVolume(engine, name, "ObjectIDByName"));
+        if (volumeIds[volumeIds.size() - 1] == 0)
+            return VOLUME_UNKNOWN;
+    }
+
+    for (const Uint32 id : initiatorIds)
+        engine.deleteAssociation(targetId, id);
+    hideVolumes(engine, targetId, volumeIds);
+    return DONE;
+}
+
+} // namespace
 
 void ControllerConfigurationServiceProvider::initialize(CIMOMHandle& cimom) {
     attach(_engine, _cimom, cimom);
@@ -11,29 +136,49 @@ void ControllerConfigurationServiceProvider::initialize(CIMOMHandle& cimom) {
 void ControllerConfigurationServiceProvider::getInstance(const OperationContext&,
                                                          const CIMObjectPath&, const Boolean,
                                                          const Boolean, const CIMPropertyList&,
-                                                         InstanceResponseHandler&) {
-    refuse("ControllerConfigurationService::getInstance");
+                                                         InstanceResponseHandler& handler) {
+    handler.processing();
+    handler.deliver(serviceInstance(SERVICE));
+    handler.complete();
 }
 
 void ControllerConfigurationServiceProvider::enumerateInstances(const OperationContext&,
-                                                                const CIMObjectPath&, const Boolean,
-                                                                const Boolean,
+                                                                const CIMObjectPath& classReference,
+                                                                const Boolean, const Boolean,
                                                                 const CIMPropertyList&,
-                                                                InstanceResponseHandler&) {
-    refuse("ControllerConfigurationService::enumerateInstances");
+                                                                InstanceResponseHandler& handler) {
+    handler.processing();
+    if (classReference.getClassName() == SERVICE)
+        handler.deliver(serviceInstance(SERVICE));
+    handler.complete();
 }
 
-void ControllerConfigurationServiceProvider::enumerateInstanceNames(const OperationContext&,
-                                                                    const CIMObjectPath&,
-                                                                    ObjectPathResponseHandler&) {
-    refuse("ControllerConfigurationService::enumerateInstanceNames");
+void ControllerConfigurationServiceProvider::enumerateInstanceNames(
+    const OperationContext&, const CIMObjectPath& classReference,
+    ObjectPathResponseHandler& handler) {
+    handler.processing();
+    if (classReference.getClassName() == SERVICE)
+        handler.deliver(servicePath(SERVICE));
+    handler.complete();
 }
 
 void ControllerConfigurationServiceProvider::invokeMethod(const OperationContext&,
-                                                          const CIMObjectPath&, const CIMName&,
-                                                          const Array<CIMParamValue>&,
-                                                          MethodResultResponseHandler&) {
-    refuse("ControllerConfigurationService::invokeMethod");
+                                                          const CIMObjectPath& objectReference,
+                                                          const CIMName& methodName,
+                                                          const Array<CIMParamValue>& inParameters,
+                                                          MethodResultResponseHandler& handler) {
+    publishInvoked("ControllerConfigurationService", __LINE__, objectReference, methodName);
+    trace("ControllerConfigurationServiceProvider::invokeMethod");
+    handler.processing();
+    if (objectReference.getClassName() == SERVICE) {
+        if (methodName == CIMName("ExposePaths"))
+            handler.deliver(exposePaths(*_engine, inParameters));
+        else if (methodName == CIMName("HidePaths"))
+            handler.deliver(hidePaths(*_engine, inParameters));
+        else
+            refuse("ControllerConfigurationService::invodeMethod");
+    }
+    handler.complete();
 }
 
 } // namespace Pegasus

@@ -1,30 +1,58 @@
 #include "providers/masking/SCSIProtocolControllerProvider.h"
 
+#include "engine/builders/iSCSINode.h"
+#include "providers/frame/ArrayRange.h"
 #include "providers/frame/Attach.h"
+#include "providers/frame/Keys.h"
+#include "providers/frame/Names.h"
 
 namespace Pegasus {
+
+namespace {
+
+// All targets, if controllers are what is asked for.
+Array<Uint32> targets(DRAVEngine& engine, const CIMObjectPath& classReference) {
+    if (classReference.getClassName() != CLASS_SCSIProtocolController)
+        return Array<Uint32>();
+    return engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET);
+}
+
+} // namespace
 
 void SCSIProtocolControllerProvider::initialize(CIMOMHandle& cimom) {
     attach(_engine, _cimom, cimom);
 }
 
-void SCSIProtocolControllerProvider::getInstance(const OperationContext&, const CIMObjectPath&,
-                                                 const Boolean, const Boolean,
-                                                 const CIMPropertyList&, InstanceResponseHandler&) {
-    refuse("SCSIProtocolController::getInstance");
+void SCSIProtocolControllerProvider::getInstance(const OperationContext&,
+                                                 const CIMObjectPath& instanceReference,
+                                                 const Boolean includeQualifiers, const Boolean,
+                                                 const CIMPropertyList& propertyList,
+                                                 InstanceResponseHandler& handler) {
+    trace("SCSIProtocolControllerProvider::getInstance");
+    handler.processing();
+    handler.deliver(
+        iSCSINodeInstance(includeQualifiers, propertyList, idFromDeviceID(instanceReference)));
+    handler.complete();
 }
 
-void SCSIProtocolControllerProvider::enumerateInstances(const OperationContext&,
-                                                        const CIMObjectPath&, const Boolean,
-                                                        const Boolean, const CIMPropertyList&,
-                                                        InstanceResponseHandler&) {
-    refuse("SCSIProtocolController::enumerateInstances");
+void SCSIProtocolControllerProvider::enumerateInstances(
+    const OperationContext&, const CIMObjectPath& classReference, const Boolean includeQualifiers,
+    const Boolean, const CIMPropertyList& propertyList, InstanceResponseHandler& handler) {
+    trace("SCSIProtocolControllerProvider::enumerateInstances");
+    handler.processing();
+    for (const Uint32 id : targets(*_engine, classReference))
+        handler.deliver(iSCSINodeInstance(includeQualifiers, propertyList, id));
+    handler.complete();
 }
 
 void SCSIProtocolControllerProvider::enumerateInstanceNames(const OperationContext&,
-                                                            const CIMObjectPath&,
-                                                            ObjectPathResponseHandler&) {
-    refuse("SCSIProtocolController::enumerateInstanceNames");
+                                                            const CIMObjectPath& classReference,
+                                                            ObjectPathResponseHandler& handler) {
+    trace("SCSIProtocolControllerProvider::enumerateInstanceNames");
+    handler.processing();
+    for (const Uint32 id : targets(*_engine, classReference))
+        handler.deliver(iSCSINodePath(id));
+    handler.complete();
 }
 
 } // namespace Pegasus
