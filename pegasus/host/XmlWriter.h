@@ -62,8 +62,8 @@ PEGASUS_EXPORT void appendInstancePath(std::string& out, const CIMObjectPath& pa
 PEGASUS_EXPORT void appendClassName(std::string& out, const CIMName& className);
 PEGASUS_EXPORT void appendLocalClassPath(std::string& out, const CIMObjectPath& path);
 PEGASUS_EXPORT void appendClassPath(std::string& out, const CIMObjectPath& path);
-// VALUE.REFERENCE around the path in the form that it has: with a host, with a namespace, or bare;
-// of an instance, or of a class where there are no keys.
+// VALUE.REFERENCE around INSTANCEPATH, LOCALINSTANCEPATH or INSTANCENAME: with what the path has of
+// host and namespace.
 PEGASUS_EXPORT void appendValueReference(std::string& out, const CIMObjectPath& path);
 
 PEGASUS_EXPORT void appendParamValue(std::string& out, const CIMParamValue& param);

@@ -21,13 +21,13 @@ template<class T>
 class PEGASUS_COMMON_LINKAGE Array {
 public:
     constexpr Array() noexcept = default;
-    Array(const Array& x);
+    Array(const Array& x) noexcept;
     Array(Array&& x) noexcept;
     Array(Uint32 size);
     Array(Uint32 size, const T& x);
     Array(const T* items, Uint32 size);
     ~Array();
-    Array& operator=(const Array& x);
+    Array& operator=(const Array& x) noexcept;
     Array& operator=(Array&& x) noexcept;
 
     void clear(); // keeps the capacity
@@ -52,6 +52,8 @@ public:
     void remove(Uint32 index, Uint32 size);
 
 private:
+    void _own(std::size_t capacity);
+
     ArrayRep<T>* _rep = nullptr; // null: empty, without capacity
 };
 

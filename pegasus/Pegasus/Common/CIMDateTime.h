@@ -51,6 +51,8 @@ public:
     Boolean operator!=(const CIMDateTime& x) const;
 
 private:
+    CIMDateTime& _assign(const CIMDateTimeRep& rep);
+
     Shared<CIMDateTimeRep> _rep; // none: the interval of no length
 };
 

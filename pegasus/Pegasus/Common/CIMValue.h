@@ -61,10 +61,10 @@ public:
     CIMValue(const Array<CIMObjectPath>& x);
     CIMValue(const Array<CIMObject>& x);
     CIMValue(const Array<CIMInstance>& x);
-    CIMValue(const CIMValue& x);
+    CIMValue(const CIMValue& x) noexcept;
     CIMValue(CIMValue&& x) noexcept;
     ~CIMValue();
-    CIMValue& operator=(const CIMValue& x);
+    CIMValue& operator=(const CIMValue& x) noexcept;
     CIMValue& operator=(CIMValue&& x) noexcept;
 
     void assign(const CIMValue& x);

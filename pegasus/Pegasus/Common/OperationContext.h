@@ -45,6 +45,7 @@ private:
     typedef std::unique_ptr<Container, Destroyer> Owned;
 
     std::size_t _find(const String& name) const;
+    std::size_t _present(const String& name) const;
 
     std::vector<Owned> _containers;
 };

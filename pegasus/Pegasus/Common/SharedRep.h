@@ -39,7 +39,7 @@ class Shared {
 public:
     Shared() = default;
     explicit Shared(T* rep) : _rep(rep) { _rep->addOwner(); }
-    Shared(const Shared& other) : _rep(other._rep) {
+    Shared(const Shared& other) noexcept : _rep(other._rep) {
         if (_rep)
             _rep->addOwner();
     }

@@ -85,6 +85,8 @@ public:
     static Boolean equalNoCase(const String& s1, const String& s2);
 
 private:
+    void _own(std::size_t capacity);
+
     StringRep* _rep = nullptr; // null: empty
 };
 

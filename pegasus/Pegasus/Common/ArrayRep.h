@@ -1,0 +1,52 @@
+// The body of an Array: a counted header with the elements right behind it. Internal.
+
+#ifndef Pegasus_ArrayRep_h
+#define Pegasus_ArrayRep_h
+
+#include <Pegasus/Common/Config.h>
+#include <atomic>
+#include <memory>
+#include <new>
+#include <type_traits>
+
+namespace Pegasus {
+
+template<class T>
+struct alignas(T) alignas(std::atomic<Uint32>) ArrayRep {
+    // Elements are copied in the middle of changes, which must not fail there.
+    static_assert(std::is_nothrow_copy_constructible_v<T>);
+
+    std::atomic<Uint32> owners;
+    Uint32 size;
+    Uint32 capacity;
+
+    T* items() { return reinterpret_cast<T*>(this + 1); }
+    bool shared() const { return owners.load(std::memory_order_acquire) > 1; }
+
+    // One owner, no elements. Throws std::bad_alloc, also for more than 2^32 - 1 elements.
+    static ArrayRep* make(std::size_t capacity) {
+        if (capacity > Uint32(-1))
+            throw std::bad_alloc();
+        void* place = ::operator new(sizeof(ArrayRep) + capacity * sizeof(T));
+        return new (place) ArrayRep{{1}, 0, static_cast<Uint32>(capacity)};
+    }
+
+    static void dropOwner(ArrayRep* rep) { // null is nobody's
+        if (rep && rep->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+            std::destroy_n(rep->items(), rep->size);
+            ::operator delete(rep);
+        }
+    }
+
+    // `n` elements to a place where none are: moved out of a body that has no other owner.
+    void transfer(Uint32 index, Uint32 n, T* place) {
+        if (shared())
+            std::uninitialized_copy_n(items() + index, n, place);
+        else
+            std::uninitialized_move_n(items() + index, n, place);
+    }
+};
+
+} // namespace Pegasus
+
+#endif

@@ -1,0 +1,70 @@
+#include <Pegasus/Common/CIMObjectRep.h>
+#include <Pegasus/Common/CIMPropertyRep.h>
+#include <Pegasus/Common/Exception.h>
+
+namespace Pegasus {
+
+CIMObjectRep::CIMObjectRep(const CIMName& className) {
+    if (className.isNull())
+        throwUninitializedObject();
+    path.setClassName(className);
+}
+
+CIMObjectRep::CIMObjectRep(const CIMObjectRep& x)
+    : SharedRep(x), path(x.path), qualifiers(x.qualifiers.clone()),
+      properties(x.properties.clone()) {
+    for (Uint32 i = 0; i < properties.size(); ++i)
+        PropertyAccess::setContained(properties[i], true);
+}
+
+void CIMObjectRep::setPath(const CIMObjectPath& x) {
+    if (x.getClassName().isNull())
+        throwUninitializedObject();
+    if (x.getClassName() != path.getClassName())
+        throw TypeMismatchException();
+    path = x;
+}
+
+void CIMObjectRep::addProperty(const CIMProperty& x) {
+    properties.add(x, "property");
+    PropertyAccess::setContained(x, true);
+}
+
+void CIMObjectRep::removeProperty(Uint32 index) {
+    PropertyAccess::setContained(properties[index], false);
+    properties.remove(index);
+}
+
+bool CIMObjectRep::identical(const CIMObjectRep& x) const {
+    return isClass() == x.isClass() && path == x.path && qualifiers.identical(x.qualifiers) &&
+           properties.identical(x.properties);
+}
+
+CIMClassRep::CIMClassRep(const CIMClassRep& x)
+    : CIMObjectRep(x), superClassName(x.superClassName), methods(x.methods.clone()) {}
+
+bool CIMClassRep::identical(const CIMObjectRep& x) const {
+    if (!CIMObjectRep::identical(x))
+        return false;
+    const auto& other = static_cast<const CIMClassRep&>(x);
+    return superClassName == other.superClassName && methods.identical(other.methods);
+}
+
+CIMObjectRep* instanceRep(const Shared<CIMObjectRep>& rep) {
+    if (!rep || rep->isClass())
+        throw DynamicCastFailedException();
+    return rep.get();
+}
+
+CIMObjectRep* classRep(const Shared<CIMObjectRep>& rep) {
+    if (!rep || !rep->isClass())
+        throw DynamicCastFailedException();
+    return rep.get();
+}
+
+bool isTrue(const NamedList<CIMQualifier>& qualifiers, const char* name) {
+    const Uint32 index = qualifiers.find(name);
+    return index != PEG_NOT_FOUND && qualifiers[index].getValue() == CIMValue(true);
+}
+
+} // namespace Pegasus

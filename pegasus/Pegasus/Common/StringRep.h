@@ -1,0 +1,36 @@
+// The body of a String: a counted header with the text right behind it. Internal.
+
+#ifndef Pegasus_StringRep_h
+#define Pegasus_StringRep_h
+
+#include <Pegasus/Common/Char16.h>
+#include <atomic>
+
+namespace Pegasus {
+
+struct StringRep {
+    std::atomic<Uint32> owners;
+    Uint32 size;     // units before the ending U+0000
+    Uint32 capacity; // units, the ending one not counted
+
+    Char16* text() { return reinterpret_cast<Char16*>(this + 1); }
+    bool shared() const { return owners.load(std::memory_order_acquire) > 1; }
+    void setSize(Uint32 n) {
+        size = n;
+        text()[n] = Uint16(0);
+    }
+
+    // One owner, no text. Throws std::bad_alloc, also for more than 2^30 units.
+    static StringRep* make(std::size_t capacity);
+    static void addOwner(StringRep* rep) { // null is nobody's
+        if (rep)
+            rep->owners.fetch_add(1, std::memory_order_relaxed);
+    }
+    static void dropOwner(StringRep* rep);
+};
+
+static_assert(sizeof(StringRep) % alignof(Char16) == 0);
+
+} // namespace Pegasus
+
+#endif
