@@ -8,7 +8,7 @@
 namespace Pegasus {
 
 String keyValue(const CIMObjectPath& path, const CIMName& name) {
-    const Array<CIMKeyBinding> keys = path.getKeyBindings();
+    const Array<CIMKeyBinding>& keys = path.getKeyBindings();
     Uint32 i = 0;
     while (i < keys.size() && keys[i].getName() != name)
         ++i;
@@ -16,8 +16,7 @@ String keyValue(const CIMObjectPath& path, const CIMName& name) {
 }
 
 Uint32 idFromFirstKey(const CIMObjectPath& path) {
-    const Array<CIMKeyBinding> keys = path.getKeyBindings();
-    return DRAVObjectID(keys[0].getValue()).id;
+    return DRAVObjectID(path.getKeyBindings()[0].getValue()).id;
 }
 
 Uint32 idFromDeviceID(const CIMObjectPath& path) {

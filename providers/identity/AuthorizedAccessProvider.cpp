@@ -43,9 +43,8 @@ CIMObjectPath servedPath(const CIMName& className, Uint32 id) {
 
 // "DeviceID" of a controller; of a path without it the last key, or nothing.
 Uint32 controllerId(const CIMObjectPath& objectName) {
-    const Array<CIMKeyBinding> keys = objectName.getKeyBindings();
     String value;
-    for (const CIMKeyBinding& key : keys) {
+    for (const CIMKeyBinding& key : objectName.getKeyBindings()) {
         value = key.getValue();
         if (key.getName() == PROPERTY_DeviceID)
             break;
