@@ -1,0 +1,59 @@
+// The declarations of one namespace.
+#pragma once
+
+#include "server/operation/QualifierDeclaration.h"
+#include "server/schema/NameOrder.h"
+
+#include <Pegasus/Common/CIMClass.h>
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMName.h>
+
+#include <map>
+#include <vector>
+
+namespace smisd {
+
+// Filled once, by one thread; then read by any number of them. Objects that it returns are its own
+// and must not be changed: clone them.
+class Schema {
+public:
+    using Qualifiers = std::map<Pegasus::CIMName, QualifierDeclaration, NameOrder>;
+
+    // Declares what is not declared yet. A class's superclass must be, and a property that the
+    // superclass has must be of the same type.
+    void declare(const QualifierDeclaration& qualifier);
+    void declare(const Pegasus::CIMClass& cimClass);
+    void add(const Pegasus::CIMInstance& instance);
+
+    const Qualifiers& qualifiers() const { return _qualifiers; }
+    const std::vector<Pegasus::CIMInstance>& instances() const { return _instances; }
+
+    // Null if there is no such declaration.
+    const QualifierDeclaration* findQualifier(const Pegasus::CIMName& name) const;
+
+    // The class with everything that it inherits: class origins and propagated flags are set.
+    const Pegasus::CIMClass* findClass(const Pegasus::CIMName& name) const;
+
+    // The direct subclasses, and with `deep` those below them too, each before its own; of a null
+    // name the classes without superclass. Empty for an unknown class.
+    std::vector<Pegasus::CIMName> subclasses(const Pegasus::CIMName& name, bool deep) const;
+
+    // Whether the class is `ancestor` or inherits from it.
+    bool isA(const Pegasus::CIMName& name, const Pegasus::CIMName& ancestor) const;
+
+    // The associations, among them inherited ones, with a reference that can point at the class.
+    std::vector<Pegasus::CIMName> associationsOf(const Pegasus::CIMName& name) const;
+
+private:
+    using Names = std::vector<Pegasus::CIMName>;
+
+    void collect(const Names& names, bool deep, Names& result) const;
+
+    Qualifiers _qualifiers;
+    std::map<Pegasus::CIMName, Pegasus::CIMClass, NameOrder> _classes;
+    std::map<Pegasus::CIMName, Names, NameOrder> _subclasses; // of the null name: the roots
+    Names _associations;                                      // in the order of declaration
+    std::vector<Pegasus::CIMInstance> _instances;
+};
+
+} // namespace smisd
