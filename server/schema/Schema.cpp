@@ -3,6 +3,7 @@
 #include "server/schema/Inheritance.h"
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Pegasus;
 
@@ -17,7 +18,7 @@ void Schema::declare(const CIMClass& cimClass) {
     _classes.emplace(full.getClassName(), full);
     _subclasses[full.getSuperClassName()].push_back(full.getClassName());
     if (full.isAssociation())
-        _associations.push_back(full.getClassName());
+        addLinks(full);
 }
 
 void Schema::add(const CIMInstance& instance) {
@@ -58,20 +59,24 @@ bool Schema::isA(const CIMName& name, const CIMName& ancestor) const {
     return false;
 }
 
-std::vector<CIMName> Schema::associationsOf(const CIMName& name) const {
-    const auto pointsAtClass = [&](const CIMName& association) {
-        const CIMClass& declared = *findClass(association);
-        for (Uint32 i = 0; i < declared.getPropertyCount(); ++i) {
-            const CIMConstProperty property = declared.getProperty(i);
-            if (property.getType() == CIMTYPE_REFERENCE &&
-                isA(name, property.getReferenceClassName()))
-                return true;
-        }
-        return false;
-    };
-    Names result;
-    std::copy_if(_associations.begin(), _associations.end(), std::back_inserter(result),
-                 pointsAtClass);
+void Schema::addLinks(const CIMClass& association) {
+    std::vector<CIMConstProperty> references;
+    for (Uint32 i = 0; i < association.getPropertyCount(); ++i)
+        if (association.getProperty(i).getType() == CIMTYPE_REFERENCE)
+            references.push_back(association.getProperty(i));
+    for (size_t from = 0; from < references.size(); ++from)
+        for (size_t to = 0; to < references.size(); ++to)
+            if (from != to)
+                _links.push_back(
+                    {association.getClassName(), references[from].getReferenceClassName(),
+                     references[from].getName(), references[to].getReferenceClassName(),
+                     references[to].getName()});
+}
+
+std::vector<Link> Schema::linksFrom(const CIMName& name) const {
+    std::vector<Link> result;
+    std::copy_if(_links.begin(), _links.end(), std::back_inserter(result),
+                 [&](const Link& link) { return isA(name, link.fromClass); });
     return result;
 }
 

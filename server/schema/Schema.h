@@ -13,6 +13,16 @@
 
 namespace smisd {
 
+// A way through an association: from one of its references to another. An association with two
+// references has two links, one each way; one with a single reference has none.
+struct Link {
+    Pegasus::CIMName association;
+    Pegasus::CIMName fromClass;
+    Pegasus::CIMName fromRole;
+    Pegasus::CIMName toClass;
+    Pegasus::CIMName toRole;
+};
+
 // Filled once, by one thread; then read by any number of them. Objects that it returns are its own
 // and must not be changed: clone them.
 class Schema {
@@ -41,18 +51,20 @@ public:
     // Whether the class is `ancestor` or inherits from it.
     bool isA(const Pegasus::CIMName& name, const Pegasus::CIMName& ancestor) const;
 
-    // The associations, among them inherited ones, with a reference that can point at the class.
-    std::vector<Pegasus::CIMName> associationsOf(const Pegasus::CIMName& name) const;
+    // The links that lead from the class or an ancestor of it, in the order of declaration of the
+    // associations.
+    std::vector<Link> linksFrom(const Pegasus::CIMName& name) const;
 
 private:
     using Names = std::vector<Pegasus::CIMName>;
 
     void collect(const Names& names, bool deep, Names& result) const;
+    void addLinks(const Pegasus::CIMClass& association);
 
     Qualifiers _qualifiers;
     std::map<Pegasus::CIMName, Pegasus::CIMClass, NameOrder> _classes;
     std::map<Pegasus::CIMName, Names, NameOrder> _subclasses; // of the null name: the roots
-    Names _associations;                                      // in the order of declaration
+    std::vector<Link> _links;
     std::vector<Pegasus::CIMInstance> _instances;
 };
 

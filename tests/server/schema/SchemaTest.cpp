@@ -14,7 +14,7 @@ namespace {
 //   B
 //     D
 //   C
-// Link (A, C), Sub : Link, Other (D, D)
+// Link (Left A, Right C), Sub : Link, Other (Left D, Right D), Single (Left A)
 class SchemaTest : public testing::Test {
 protected:
     SchemaTest() {
@@ -25,6 +25,7 @@ protected:
         associate("Link", nullptr, "A", "C");
         declare("Sub", "Link");
         associate("Other", nullptr, "D", "D");
+        associate("Single", nullptr, "A", nullptr);
     }
 
     void declare(const char* name, const char* superclass) {
@@ -37,14 +38,19 @@ protected:
             CIMQualifier(CIMName("Association"), CIMValue(Boolean(true)), CIMFlavor::TOSUBCLASS));
         const CIMValue none(CIMTYPE_REFERENCE, false);
         link.addProperty(CIMProperty(CIMName("Left"), none, 0, CIMName(left)));
-        link.addProperty(CIMProperty(CIMName("Right"), none, 0, CIMName(right)));
+        if (right)
+            link.addProperty(CIMProperty(CIMName("Right"), none, 0, CIMName(right)));
         schema.declare(link);
+    }
+
+    static std::string text(const CIMName& name) {
+        return std::string(name.getString().getCString());
     }
 
     static std::vector<std::string> texts(const std::vector<CIMName>& names) {
         std::vector<std::string> result;
         for (const CIMName& name : names)
-            result.emplace_back(name.getString().getCString());
+            result.push_back(text(name));
         return result;
     }
 
@@ -52,8 +58,13 @@ protected:
         return texts(schema.subclasses(name ? CIMName(name) : CIMName(), deep));
     }
 
-    std::vector<std::string> associationsOf(const char* name) const {
-        return texts(schema.associationsOf(CIMName(name)));
+    // "association fromRole toClass toRole"
+    std::vector<std::string> linksFrom(const char* name) const {
+        std::vector<std::string> result;
+        for (const Link& link : schema.linksFrom(CIMName(name)))
+            result.push_back(text(link.association) + " " + text(link.fromRole) + " " +
+                             text(link.toClass) + " " + text(link.toRole));
+        return result;
     }
 
     Schema schema;
@@ -73,8 +84,9 @@ TEST_F(SchemaTest, SubclassesAreListedDirectlyOrDeep) {
 }
 
 TEST_F(SchemaTest, TheNullNameHasTheRootsAsSubclasses) {
-    EXPECT_THAT(subclasses(nullptr, false), ElementsAre("A", "Link", "Other"));
-    EXPECT_THAT(subclasses(nullptr, true), ElementsAre("A", "B", "D", "C", "Link", "Sub", "Other"));
+    EXPECT_THAT(subclasses(nullptr, false), ElementsAre("A", "Link", "Other", "Single"));
+    EXPECT_THAT(subclasses(nullptr, true),
+                ElementsAre("A", "B", "D", "C", "Link", "Sub", "Other", "Single"));
 }
 
 TEST_F(SchemaTest, AClassIsItselfAndItsAncestors) {
@@ -85,11 +97,13 @@ TEST_F(SchemaTest, AClassIsItselfAndItsAncestors) {
     EXPECT_FALSE(schema.isA(CIMName("Z"), CIMName("A")));
 }
 
-TEST_F(SchemaTest, AssociationsPointAtAClassOrAnAncestorOfIt) {
-    EXPECT_THAT(associationsOf("A"), ElementsAre("Link", "Sub"));
-    EXPECT_THAT(associationsOf("C"), ElementsAre("Link", "Sub"));
-    EXPECT_THAT(associationsOf("D"), ElementsAre("Link", "Sub", "Other"));
-    EXPECT_THAT(associationsOf("Z"), IsEmpty());
+TEST_F(SchemaTest, LinksLeadFromAClassOrAnAncestorOfIt) {
+    EXPECT_THAT(linksFrom("A"), ElementsAre("Link Left C Right", "Sub Left C Right"));
+    EXPECT_THAT(linksFrom("C"), ElementsAre("Link Left C Right", "Link Right A Left",
+                                            "Sub Left C Right", "Sub Right A Left"));
+    EXPECT_THAT(linksFrom("D"), ElementsAre("Link Left C Right", "Sub Left C Right",
+                                            "Other Left D Right", "Other Right D Left"));
+    EXPECT_THAT(linksFrom("Z"), IsEmpty());
 }
 
 } // namespace

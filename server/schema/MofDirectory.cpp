@@ -1,0 +1,17 @@
+#include "server/schema/MofDirectory.h"
+
+#include "server/schema/MofReader.h"
+
+using Pegasus::CIMNamespaceName;
+
+namespace smisd {
+
+void readMofDirectory(const std::filesystem::path& directory, Repository& repository) {
+    const CIMNamespaceName elements(elementNamespace);
+    const CIMNamespaceName interop(interopNamespace);
+    readMof(directory / "access-schema.mof", elements, repository);
+    readMof(directory / "interop-schema.mof", interop, repository);
+    readMof(directory / "access-registration.mof", interop, repository);
+}
+
+} // namespace smisd
