@@ -4,6 +4,7 @@
 #define Pegasus_ArrayRep_h
 
 #include <Pegasus/Common/Config.h>
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <new>
@@ -11,8 +12,9 @@
 
 namespace Pegasus {
 
+// One alignas: of two that depend on T, g++ 12 keeps the last only.
 template<class T>
-struct alignas(T) alignas(std::atomic<Uint32>) ArrayRep {
+struct alignas(std::max(alignof(T), alignof(std::atomic<Uint32>))) ArrayRep {
     // Elements are copied in the middle of changes, which must not fail there.
     static_assert(std::is_nothrow_copy_constructible_v<T>);
 
