@@ -18,12 +18,6 @@ const CIMName CLASS_AuthorizedTarget("CIM_AuthorizedTarget");
 const CIMName CLASS_AuthorizedPrivilege("CIM_AuthorizedPrivilege");
 const CIMName CLASS_Privilege("CIM_Privilege");
 
-// Where a traversal leads: to objects of one class, by their engine ids.
-struct FarEnd {
-    CIMName className;
-    Array<Uint32> ids;
-};
-
 bool isPrivilege(const CIMName& className) {
     return className == CLASS_AuthorizedPrivilege || className == CLASS_Privilege;
 }
@@ -34,11 +28,6 @@ CIMObjectPath privilegePath(Uint32 initiatorId) {
 
 CIMObjectPath controllerPath(Uint32 targetId) {
     return modulePath(CLASS_SCSIProtocolController, PROPERTY_DeviceID, targetId);
-}
-
-// The path of a far end that another provider serves.
-CIMObjectPath servedPath(const CIMName& className, Uint32 id) {
-    return className == CLASS_StorageHardwareID ? storageHardwareIDPath(id) : controllerPath(id);
 }
 
 // "DeviceID" of a controller; of a path without it the last key, or nothing.
@@ -52,36 +41,29 @@ Uint32 controllerId(const CIMObjectPath& objectName) {
     return DRAVObjectID(value).id;
 }
 
-// Between a host and its privilege.
-FarEnd overAuthorizedSubject(const CIMObjectPath& objectName, const CIMName& resultClass) {
-    const CIMName& sourceClass = objectName.getClassName();
-    const Array<Uint32> id(1, idFromFirstKey(objectName));
-    if (sourceClass == CLASS_StorageHardwareID && isPrivilege(resultClass))
-        return {CLASS_AuthorizedPrivilege, id};
-    if (isPrivilege(sourceClass) && resultClass == CLASS_StorageHardwareID)
-        return {CLASS_StorageHardwareID, id};
-    refuse("AuthorizedAccess::associators");
-}
-
-// Between a privilege and the controllers that it lets its host reach.
-FarEnd overAuthorizedTarget(DRAVEngine& engine, const CIMObjectPath& objectName,
-                            const CIMName& resultClass) {
-    const CIMName& sourceClass = objectName.getClassName();
-    if (isPrivilege(sourceClass) && resultClass == CLASS_SCSIProtocolController)
-        return {CLASS_SCSIProtocolController,
-                engine.enumerateAssociatedObjects(idFromFirstKey(objectName), CLASSID_TARGET)};
-    if (sourceClass == CLASS_SCSIProtocolController && isPrivilege(resultClass))
-        return {CLASS_AuthorizedPrivilege,
-                engine.enumerateAssociatedObjects(controllerId(objectName), CLASSID_INITIATOR)};
-    refuse("AuthorizedAccess::associators");
-}
+// Where a traversal leads: objects of one kind, by their engine ids.
+struct FarEnd {
+    CIMObjectPath (*path)(Uint32 id);
+    Array<Uint32> ids;
+};
 
 FarEnd traverse(DRAVEngine& engine, const CIMObjectPath& objectName,
                 const CIMName& associationClass, const CIMName& resultClass) {
-    if (associationClass == CLASS_AuthorizedSubject)
-        return overAuthorizedSubject(objectName, resultClass);
-    if (associationClass == CLASS_AuthorizedTarget)
-        return overAuthorizedTarget(engine, objectName, resultClass);
+    const CIMName& sourceClass = objectName.getClassName();
+    if (associationClass == CLASS_AuthorizedSubject) {
+        const Array<Uint32> id(1, idFromFirstKey(objectName));
+        if (sourceClass == CLASS_StorageHardwareID && isPrivilege(resultClass))
+            return {privilegePath, id};
+        if (isPrivilege(sourceClass) && resultClass == CLASS_StorageHardwareID)
+            return {storageHardwareIDPath, id};
+    } else if (associationClass == CLASS_AuthorizedTarget) {
+        if (isPrivilege(sourceClass) && resultClass == CLASS_SCSIProtocolController)
+            return {controllerPath,
+                    engine.enumerateAssociatedObjects(idFromFirstKey(objectName), CLASSID_TARGET)};
+        if (sourceClass == CLASS_SCSIProtocolController && isPrivilege(resultClass))
+            return {privilegePath,
+                    engine.enumerateAssociatedObjects(controllerId(objectName), CLASSID_INITIATOR)};
+    }
     refuse("AuthorizedAccess::associators");
 }
 
@@ -100,12 +82,12 @@ void AuthorizedAccessProvider::associators(
     handler.processing();
     const FarEnd end = traverse(*_engine, objectName, associationClass, resultClass);
     for (const Uint32 id : end.ids) {
-        if (end.className == CLASS_AuthorizedPrivilege)
+        if (end.path == privilegePath)
             _deliverAuthorizedPrivilege(id, handler);
         else
-            handler.deliver(CIMObject(_cimom.getInstance(
-                context, SNIA_NAMESPACE, servedPath(end.className, id), localOnly,
-                includeQualifiers, includeClassOrigin, propertyList)));
+            handler.deliver(
+                CIMObject(_cimom.getInstance(context, SNIA_NAMESPACE, end.path(id), localOnly,
+                                             includeQualifiers, includeClassOrigin, propertyList)));
     }
     handler.complete();
 }
@@ -118,10 +100,10 @@ void AuthorizedAccessProvider::associatorNames(const OperationContext&,
     handler.processing();
     const FarEnd end = traverse(*_engine, objectName, associationClass, resultClass);
     for (const Uint32 id : end.ids) {
-        if (end.className == CLASS_AuthorizedPrivilege)
+        if (end.path == privilegePath)
             _deliverAuthorizedPrivilegePath(id, handler);
         else
-            handler.deliver(servedPath(end.className, id));
+            handler.deliver(end.path(id));
     }
     handler.complete();
 }
