@@ -1,0 +1,194 @@
+#include "server/cimxml/ResponseWriter.h"
+
+#include "server/cimxml/QualifierWriter.h"
+
+#include <Pegasus/Common/CIMStatusCode.h>
+
+#include <type_traits>
+#include <utility>
+
+using namespace Pegasus;
+
+namespace smisd {
+namespace {
+
+constexpr unsigned resultsPerPiece = 100;
+
+const char* responseElement(const MessageHead& head) {
+    return head.intrinsic ? "IMETHODRESPONSE" : "METHODRESPONSE";
+}
+
+std::string startOf(const MessageHead& head) {
+    std::string text = "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n"
+                       "<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">\n<MESSAGE ID=\"";
+    Xml::appendEscaped(text, std::string_view(head.messageId));
+    text += "\" PROTOCOLVERSION=\"1.0\">\n<SIMPLERSP>\n<";
+    text += responseElement(head);
+    text += " NAME=\"";
+    Xml::appendEscaped(text, std::string_view(head.methodName));
+    text += "\">\n";
+    return text;
+}
+
+std::string endOf(const MessageHead& head) {
+    return std::string("</") + responseElement(head) + ">\n</SIMPLERSP>\n</MESSAGE>\n</CIM>\n";
+}
+
+// Which parts of an instance the operation wants.
+Xml::Parts partsOf(const Operation& operation) {
+    return std::visit(
+        [](const auto& typed) {
+            using T = std::decay_t<decltype(typed)>;
+            Xml::Parts parts;
+            if constexpr (std::is_same_v<T, GetInstance> || std::is_same_v<T, EnumerateInstances> ||
+                          std::is_same_v<T, Associators> || std::is_same_v<T, References>) {
+                parts.qualifiers = typed.includeQualifiers;
+                parts.classOrigin = typed.includeClassOrigin;
+                parts.properties = typed.propertyList;
+            }
+            return parts;
+        },
+        operation);
+}
+
+bool isOfClass(const Operation& operation) {
+    return std::visit(
+        [](const auto& typed) {
+            if constexpr (requires { typed.ofClass; }) {
+                return typed.ofClass;
+            } else {
+                return false;
+            }
+        },
+        operation);
+}
+
+} // namespace
+
+ResponseWriter::ResponseWriter(const MessageHead& head, const Operation& operation, Flush flush)
+    : _head(head), _flush(std::move(flush)), _ofClass(isOfClass(operation)),
+      _parts(partsOf(operation)), _text(startOf(head)) {}
+
+std::string ResponseWriter::finish() {
+    _text += _outParameters;
+    if (_hasResults) {
+        _text += "</IRETURNVALUE>\n";
+    }
+    return std::exchange(_text, {}) + endOf(_head);
+}
+
+std::string ResponseWriter::finishAfterError() {
+    if (!_flushed) {
+        return startOf(_head) + endOf(_head);
+    }
+    _text.clear();
+    return "</IRETURNVALUE>\n" + endOf(_head);
+}
+
+// Appends one result of an intrinsic method.
+template<class Append>
+void ResponseWriter::add(Append append) {
+    if (!std::exchange(_hasResults, true)) {
+        _text += "<IRETURNVALUE>\n";
+    }
+    append(_text);
+    flushIfDue();
+}
+
+void ResponseWriter::flushIfDue() {
+    if (++_pendingCount < resultsPerPiece || !_flush) {
+        return;
+    }
+    _pendingCount = 0;
+    _flushed = true;
+    _flush(std::exchange(_text, {}));
+}
+
+void ResponseWriter::limitProperties(const CIMPropertyList& properties) {
+    _parts.properties = properties;
+}
+
+void ResponseWriter::instance(const CIMInstance& instance) {
+    add([&](std::string& out) { Xml::appendInstance(out, instance, _parts); });
+}
+
+void ResponseWriter::namedInstance(const CIMInstance& instance) {
+    add([&](std::string& out) {
+        out += "<VALUE.NAMEDINSTANCE>\n";
+        Xml::appendInstanceName(out, instance.getPath());
+        Xml::appendInstance(out, instance, _parts);
+        out += "</VALUE.NAMEDINSTANCE>\n";
+    });
+}
+
+void ResponseWriter::instanceName(const CIMObjectPath& path) {
+    add([&](std::string& out) { Xml::appendInstanceName(out, path); });
+}
+
+void ResponseWriter::objectWithPath(const CIMObject& object) {
+    add([&](std::string& out) {
+        out += "<VALUE.OBJECTWITHPATH>\n";
+        if (object.isClass()) {
+            Xml::appendClassPath(out, object.getPath());
+        } else {
+            Xml::appendInstancePath(out, object.getPath());
+        }
+        Xml::appendObject(out, object, _parts);
+        out += "</VALUE.OBJECTWITHPATH>\n";
+    });
+}
+
+void ResponseWriter::objectPath(const CIMObjectPath& path) {
+    add([&](std::string& out) {
+        out += "<OBJECTPATH>\n";
+        if (_ofClass) {
+            Xml::appendClassPath(out, path);
+        } else {
+            Xml::appendInstancePath(out, path);
+        }
+        out += "</OBJECTPATH>\n";
+    });
+}
+
+void ResponseWriter::returnValue(const CIMValue& value) {
+    if (!_head.intrinsic) {
+        Xml::appendReturnValue(_text, value);
+    } else if (!value.isNull()) {
+        add([&](std::string& out) { Xml::appendValue(out, value); });
+    }
+}
+
+void ResponseWriter::outParameter(const CIMParamValue& parameter) {
+    Xml::appendParamValue(_outParameters, parameter);
+}
+
+void ResponseWriter::classDeclaration(const CIMClass& declaration) {
+    add([&](std::string& out) { Xml::appendClass(out, declaration); });
+}
+
+void ResponseWriter::className(const CIMName& name) {
+    add([&](std::string& out) { Xml::appendClassName(out, name); });
+}
+
+void ResponseWriter::qualifier(const QualifierDeclaration& declaration) {
+    add([&](std::string& out) { appendQualifierDeclaration(out, declaration); });
+}
+
+std::string errorBody(const MessageHead& head, const CIMException& error) {
+    std::string text =
+        startOf(head) + "<ERROR CODE=\"" + std::to_string(error.getCode()) + "\" DESCRIPTION=\"";
+    Xml::appendEscaped(text, std::string_view(errorDescription(error)));
+    return text + "\"/>" + endOf(head);
+}
+
+std::string errorDescription(const CIMException& error) {
+    const CIMStatusCode code = error.getCode();
+    std::string text = cimStatusCodeToString(code);
+    if (!text.starts_with("CIM_ERR_")) {
+        text += " \"" + std::to_string(code) + "\"";
+    }
+    const std::string message(error.getMessage().getCString());
+    return message.empty() ? text : text + ": " + message;
+}
+
+} // namespace smisd

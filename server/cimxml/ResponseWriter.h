@@ -1,0 +1,70 @@
+// From the results of an operation to the body of the response (DSP0201, "Message Elements").
+#pragma once
+
+#include "pegasus/host/XmlWriter.h"
+#include "server/cimxml/RequestDecoder.h"
+#include "server/operation/Operation.h"
+#include "server/operation/ResultSink.h"
+
+#include <Pegasus/Common/Exception.h>
+
+#include <functional>
+#include <string>
+
+namespace smisd {
+
+// Encodes each result as it is delivered: the properties of the list in the order of the list,
+// qualifiers and class origins only when they were asked for.
+//
+// With a `flush`, the body goes out in pieces: it is called with the next one after each hundred
+// results. What it throws, passes through the delivering call. One thread at a time.
+class ResponseWriter : public ResultSink {
+public:
+    using Flush = std::function<void(std::string piece)>;
+
+    // `head` and `operation` outlive the writer.
+    ResponseWriter(const MessageHead& head, const Operation& operation, Flush flush = nullptr);
+
+    // The rest of the body.
+    std::string finish();
+    // The rest of the body after an error: results that were not flushed are dropped.
+    std::string finishAfterError();
+
+    // Whether a part of the body went out.
+    bool flushed() const { return _flushed; }
+
+    void limitProperties(const Pegasus::CIMPropertyList& properties) override;
+    void instance(const Pegasus::CIMInstance& instance) override;
+    void namedInstance(const Pegasus::CIMInstance& instance) override;
+    void instanceName(const Pegasus::CIMObjectPath& path) override;
+    void objectWithPath(const Pegasus::CIMObject& object) override;
+    void objectPath(const Pegasus::CIMObjectPath& path) override;
+    void returnValue(const Pegasus::CIMValue& value) override;
+    void outParameter(const Pegasus::CIMParamValue& parameter) override;
+    void classDeclaration(const Pegasus::CIMClass& declaration) override;
+    void className(const Pegasus::CIMName& name) override;
+    void qualifier(const QualifierDeclaration& declaration) override;
+
+private:
+    template<class Append>
+    void add(Append append);
+    void flushIfDue();
+
+    const MessageHead& _head;
+    const Flush _flush;
+    bool _ofClass;              // the operation is on the associations of a class
+    Pegasus::Xml::Parts _parts; // what of an instance goes out
+    std::string _text;          // of the body, not yet flushed
+    std::string _outParameters; // follow the return value
+    unsigned _pendingCount = 0; // of results in _text
+    bool _hasResults = false;   // IRETURNVALUE was opened
+    bool _flushed = false;
+};
+
+// The body that answers an operation with an error.
+std::string errorBody(const MessageHead& head, const Pegasus::CIMException& error);
+
+// "CIM_ERR_FAILED: text", as in the DESCRIPTION of an ERROR.
+std::string errorDescription(const Pegasus::CIMException& error);
+
+} // namespace smisd
