@@ -1,0 +1,36 @@
+// The dispatcher: schema, registration and providers, put together.
+#pragma once
+
+#include "server/dispatch/Registration.h"
+#include "server/dispatch/Request.h"
+#include "server/module/ProviderHost.h"
+#include "server/operation/Dispatcher.h"
+#include "server/schema/Repository.h"
+
+#include <Pegasus/Common/String.h>
+
+#include <filesystem>
+
+namespace smisd {
+
+// Providers call back into it. When it is destroyed, with no operation in progress, they end.
+class ServerDispatcher : public Dispatcher {
+public:
+    // The registration is what the repository has in the interop namespace; `library` is the file
+    // of the module, loaded at the first request for one of its providers. `hostName` is the host
+    // in the paths that providers receive. The repository must outlive the dispatcher.
+    //
+    // Throws RegistrationError.
+    ServerDispatcher(const Repository& repository, std::filesystem::path library,
+                     const Pegasus::String& hostName);
+
+    void dispatch(const Operation& operation, const RequestContext& context,
+                  ResultSink& sink) override;
+
+private:
+    const Registration _registration;
+    ProviderHost _providers;
+    const Environment _environment;
+};
+
+} // namespace smisd
