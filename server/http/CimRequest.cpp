@@ -1,0 +1,130 @@
+#include "server/http/CimRequest.h"
+
+#include "server/http/PercentEncoding.h"
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/predicate.hpp>
+#include <boost/algorithm/string/split.hpp>
+#include <boost/algorithm/string/trim.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+namespace smisd {
+namespace {
+
+bool same(std::string_view a, std::string_view b) {
+    return boost::algorithm::iequals(a, b, std::locale::classic());
+}
+
+// "a; b ;c" -> "a", "b", "c"
+std::vector<std::string> parts(std::string_view text, char separator) {
+    std::vector<std::string> result;
+    boost::algorithm::split(result, text, [separator](char c) { return c == separator; });
+    for (std::string& part : result) {
+        boost::algorithm::trim(part);
+    }
+    return result;
+}
+
+std::string headerOr(const HttpRequest& request, std::string_view name,
+                     std::string_view otherwise) {
+    return std::string(request.header(name).value_or(otherwise));
+}
+
+[[noreturn]] void refuse(const std::string& cimError, const std::string& detail) {
+    throw BadRequest(400, cimError, detail);
+}
+
+void checkOperation(const HttpRequest& request) {
+    const auto operation = request.header("CIMOperation");
+    if (!operation) {
+        refuse("", "");
+    }
+    if (request.version >= 11 && !request.header("Host")) {
+        refuse("", "HTTP request message lacks a Host header field.");
+    }
+    if (!same(*operation, "MethodCall")) {
+        refuse("unsupported-operation",
+               "CIMOperation value \"" + std::string(*operation) + "\" is not supported.");
+    }
+    if (request.header("CIMBatch")) {
+        throw BadRequest(501, "multiple-requests-unsupported", "");
+    }
+}
+
+// The decoded value of a header that may be absent but not empty.
+std::string readEncoded(const HttpRequest& request, const std::string& name) {
+    const auto value = request.header(name);
+    if (!value) {
+        return {};
+    }
+    if (value->empty()) {
+        refuse("header-mismatch", "Empty " + name + " value.");
+    }
+    const std::optional<std::string> decoded = percentDecoded(*value);
+    if (!decoded) {
+        refuse("header-mismatch", name + " value syntax error.");
+    }
+    return *decoded;
+}
+
+bool isUtf8Xml(std::string_view contentType) {
+    const std::vector<std::string> fields = parts(contentType, ';');
+    if (!same(fields[0], "application/xml") && !same(fields[0], "text/xml")) {
+        return false;
+    }
+    return std::all_of(fields.begin() + 1, fields.end(), [](const std::string& field) {
+        return same(field, "charset=utf-8") || same(field, "charset=\"utf-8\"");
+    });
+}
+
+// TE: deflate;q=0.5, trailers
+bool takesTrailers(const HttpRequest& request) {
+    const std::vector<std::string> codings = parts(request.header("TE").value_or(""), ',');
+    return std::any_of(codings.begin(), codings.end(), [](const std::string& coding) {
+        return same(coding, "trailers") || same(coding, "chunked");
+    });
+}
+
+} // namespace
+
+void checkHttpMethod(const HttpRequest& request) {
+    static constexpr const char* served[] = {"POST", "M-POST"};
+    static constexpr const char* empty[] = {"GET", "HEAD"}; // there are no documents
+    static constexpr const char* refused[] = {"DELETE", "OPTIONS", "PUT", "PATCH", "TRACE"};
+    const auto isIn = [&](const auto& methods) {
+        return std::find(std::begin(methods), std::end(methods), request.method) !=
+               std::end(methods);
+    };
+    if (isIn(served)) {
+        return;
+    }
+    if (isIn(empty)) {
+        throw BadRequest(404, "", "");
+    }
+    if (isIn(refused)) {
+        throw BadRequest(400, "", "");
+    }
+    throw BadRequest(501, "", "");
+}
+
+CimRequest readCimRequest(const HttpRequest& request) {
+    checkOperation(request);
+    CimRequest cim;
+    cim.headers.method = readEncoded(request, "CIMMethod");
+    cim.headers.object = readEncoded(request, "CIMObject");
+    cim.headers.protocolVersion = headerOr(request, "CIMProtocolVersion", "1.0");
+    if (!isUtf8Xml(request.header("Content-Type").value_or(""))) {
+        refuse("", "HTTP Content-Type header error.");
+    }
+    cim.extension = request.method == "M-POST";
+    cim.trailers = takesTrailers(request);
+    cim.acceptLanguage = headerOr(request, "Accept-Language", "");
+    cim.contentLanguage = headerOr(request, "Content-Language", "");
+    return cim;
+}
+
+} // namespace smisd

@@ -1,0 +1,26 @@
+// What the headers of a request must say (DSP0200, "Encapsulation of CIM Exchange Messages").
+#pragma once
+
+#include "server/cimxml/BadRequest.h"
+#include "server/cimxml/RequestDecoder.h"
+#include "server/http/HttpMessage.h"
+
+#include <string>
+
+namespace smisd {
+
+struct CimRequest {
+    CimHeaders headers;
+    bool extension = false; // M-POST: the response declares its headers too
+    bool trailers = false;  // the client takes a chunked response with trailers
+    std::string acceptLanguage;
+    std::string contentLanguage;
+};
+
+// Throws BadRequest for a method that is not served.
+void checkHttpMethod(const HttpRequest& request);
+
+// Throws BadRequest for headers that are missing or wrong. The method was checked.
+CimRequest readCimRequest(const HttpRequest& request);
+
+} // namespace smisd

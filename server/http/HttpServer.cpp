@@ -1,0 +1,190 @@
+#include "server/http/HttpServer.h"
+
+#include "server/http/Session.h"
+
+#include <csignal>
+#include <list>
+#include <system_error>
+
+namespace smisd {
+namespace {
+
+using asio::ip::tcp;
+
+// Time for file descriptors to become free when there are none.
+constexpr std::chrono::milliseconds acceptPause{100};
+
+std::string shown(const ListenAddress& address) {
+    const bool isV6 = address.address.find(':') != std::string::npos;
+    return (isV6 ? "[" + address.address + "]" : address.address) + ":" +
+           std::to_string(address.port);
+}
+
+[[noreturn]] void fail(const error_code& error, const std::string& what) {
+    throw std::system_error(std::error_code(error), what);
+}
+
+struct Listener {
+    tcp::acceptor acceptor;
+    asio::steady_timer pause;
+    std::unique_ptr<asio::ssl::context> tls; // null: plain
+};
+
+tcp::acceptor openAcceptor(asio::io_context& io, const ListenAddress& address) {
+    error_code error;
+    const asio::ip::address numeric = asio::ip::make_address(address.address, error);
+    if (error) {
+        fail(error, "cannot listen on " + shown(address));
+    }
+    const tcp::endpoint endpoint(numeric, address.port);
+    tcp::acceptor acceptor(io);
+    acceptor.open(endpoint.protocol(), error);
+    if (!error) {
+        acceptor.set_option(tcp::acceptor::reuse_address(true), error);
+    }
+    if (!error) {
+        acceptor.bind(endpoint, error);
+    }
+    if (!error) {
+        acceptor.listen(tcp::acceptor::max_listen_connections, error);
+    }
+    if (error) {
+        fail(error, "cannot listen on " + shown(address));
+    }
+    return acceptor;
+}
+
+std::unique_ptr<asio::ssl::context> openTls(const std::string& certificateFile,
+                                            const std::string& keyFile) {
+    auto tls = std::make_unique<asio::ssl::context>(asio::ssl::context::tls_server);
+    SSL_CTX_set_min_proto_version(tls->native_handle(), TLS1_2_VERSION);
+    error_code error;
+    tls->use_certificate_chain_file(certificateFile, error);
+    if (error) {
+        fail(error, "cannot use the certificate " + certificateFile);
+    }
+    tls->use_private_key_file(keyFile, asio::ssl::context::pem, error);
+    if (error) {
+        fail(error, "cannot use the key " + keyFile);
+    }
+    return tls;
+}
+
+} // namespace
+
+struct HttpServer::Implementation {
+    Implementation(const HttpLimits& limits, HttpHandler handler)
+        : host(limits, std::move(handler)) {}
+
+    unsigned short add(const ListenAddress& address, std::unique_ptr<asio::ssl::context> tls) {
+        listeners.push_back(
+            {openAcceptor(host.io, address), asio::steady_timer(host.io), std::move(tls)});
+        return listeners.back().acceptor.local_endpoint().port();
+    }
+
+    void accept(Listener& listener) {
+        listener.acceptor.async_accept([this, &listener](error_code error, tcp::socket socket) {
+            if (error == asio::error::operation_aborted) {
+                return;
+            }
+            if (error) {
+                spdlog::warn("cannot accept a connection: {}", error.message());
+                listener.pause.expires_after(acceptPause);
+                listener.pause.async_wait([this, &listener](error_code cancelled) {
+                    if (!cancelled) {
+                        accept(listener);
+                    }
+                });
+                return;
+            }
+            open(listener, std::move(socket));
+            accept(listener);
+        });
+    }
+
+    void open(Listener& listener, tcp::socket socket) {
+        error_code error;
+        const tcp::endpoint peer = socket.remote_endpoint(error);
+        if (error) {
+            return; // gone already
+        }
+        socket.set_option(tcp::no_delay(true), error);
+        if (host.sessions.size() >= host.limits.connections) {
+            refuse(listener, std::move(socket));
+        } else if (listener.tls) {
+            std::make_shared<Session<Tls>>(host, Tls(std::move(socket), *listener.tls),
+                                           peer.address().to_string())
+                ->start();
+        } else {
+            std::make_shared<Session<Plain>>(host, Plain(std::move(socket)),
+                                             peer.address().to_string())
+                ->start();
+        }
+    }
+
+    // One connection too many: what fits into the empty send buffer.
+    void refuse(const Listener& listener, tcp::socket socket) {
+        spdlog::warn("refused a connection: {} are open", host.sessions.size());
+        if (listener.tls) {
+            return;
+        }
+        error_code ignored;
+        socket.non_blocking(true, ignored);
+        socket.write_some(
+            asio::buffer(refusal(BadRequest(503, "", "Too many connections are open"), false)),
+            ignored);
+    }
+
+    void shutDown() {
+        host.stopping = true;
+        signals.cancel();
+        for (Listener& listener : listeners) {
+            listener.acceptor.close();
+            listener.pause.cancel();
+        }
+        for (SessionBase* session : host.sessions) {
+            session->stop();
+        }
+    }
+
+    SessionHost host;
+    std::list<Listener> listeners;
+    asio::signal_set signals{host.io};
+};
+
+HttpServer::HttpServer(const HttpLimits& limits, HttpHandler handler)
+    : _implementation(std::make_unique<Implementation>(limits, std::move(handler))) {}
+
+HttpServer::~HttpServer() = default;
+
+unsigned short HttpServer::listen(const ListenAddress& address) {
+    return _implementation->add(address, nullptr);
+}
+
+unsigned short HttpServer::listenTls(const ListenAddress& address,
+                                     const std::string& certificateFile,
+                                     const std::string& keyFile) {
+    return _implementation->add(address, openTls(certificateFile, keyFile));
+}
+
+void HttpServer::run() {
+    Implementation& server = *_implementation;
+    server.signals.add(SIGINT);
+    server.signals.add(SIGTERM);
+    server.signals.async_wait([&server](error_code error, int) {
+        if (!error) {
+            server.shutDown();
+        }
+    });
+    for (Listener& listener : server.listeners) {
+        server.accept(listener);
+    }
+    server.host.io.run();
+    server.host.workers.join();
+}
+
+void HttpServer::stop() {
+    asio::post(_implementation->host.io, [this] { _implementation->shutDown(); });
+}
+
+} // namespace smisd

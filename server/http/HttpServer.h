@@ -1,0 +1,50 @@
+// HTTP/1.1 on TCP and TLS.
+//
+// One thread does all that waits for clients; operations run on a fixed number of workers. So a
+// slow or silent client costs the others nothing.
+#pragma once
+
+#include "server/http/HttpLimits.h"
+#include "server/http/HttpMessage.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace smisd {
+
+// Carries out one request and returns whether the connection stays open; called by several threads
+// at once. What it throws ends the connection.
+using HttpHandler = std::function<bool(HttpRequest request, ResponseChannel& channel)>;
+
+struct ListenAddress {
+    std::string address;     // numeric, IPv4 or IPv6
+    unsigned short port = 0; // 0: one that is free
+};
+
+class HttpServer {
+public:
+    HttpServer(const HttpLimits& limits, HttpHandler handler);
+    ~HttpServer();
+    HttpServer(const HttpServer&) = delete;
+    HttpServer& operator=(const HttpServer&) = delete;
+
+    // Starts to listen and returns the port; connections are accepted once run() is called. Throws
+    // std::system_error, whose text names the address or the file at fault.
+    unsigned short listen(const ListenAddress& address);
+    unsigned short listenTls(const ListenAddress& address, const std::string& certificateFile,
+                             const std::string& keyFile);
+
+    // Serves until SIGTERM or SIGINT, or until stop() is called: then listening ends, requests that
+    // were received are answered, and it returns.
+    void run();
+
+    // Thread-safe.
+    void stop();
+
+private:
+    struct Implementation;
+    std::unique_ptr<Implementation> _implementation;
+};
+
+} // namespace smisd

@@ -1,0 +1,156 @@
+#include "server/http/RequestHandler.h"
+
+#include "server/cimxml/RequestDecoder.h"
+#include "server/cimxml/ResponseWriter.h"
+#include "server/http/CimRequest.h"
+#include "server/http/ResponseHead.h"
+
+#include <Pegasus/Common/CIMStatusCode.h>
+
+#include <spdlog/spdlog.h>
+
+#include <chrono>
+#include <optional>
+
+using namespace Pegasus;
+
+namespace smisd {
+namespace {
+
+// Slows the guessing of passwords down.
+constexpr std::chrono::milliseconds refusalDelay{1000};
+
+using Error = std::optional<CIMException>;
+
+String toString(const std::string& utf8) {
+    return String(utf8.data(), static_cast<Uint32>(utf8.size()));
+}
+
+// A decoded request on its way to its answer.
+struct Exchange {
+    Dispatcher& dispatcher;
+    const CimRequest& request;
+    const DecodedRequest& decoded;
+    const RequestContext& context;
+    ResponseChannel& channel;
+    bool keepOpen;
+
+    const MessageHead& head() const { return decoded.head; }
+    const Operation& operation() const { return std::get<Operation>(decoded.operation); }
+    // In chunks that are followed by a trailer.
+    bool chunked() const { return request.trailers; }
+};
+
+// Carries the operation out; the error that ended it, if one did. Code 0 is no error.
+Error carriedOut(const Exchange& exchange, ResultSink& sink) {
+    try {
+        exchange.dispatcher.dispatch(exchange.operation(), exchange.context, sink);
+    } catch (const CIMException& error) {
+        return error.getCode() == CIM_ERR_SUCCESS ? Error() : Error(error);
+    } catch (const ConnectionLost&) {
+        throw;
+    } catch (const Exception& error) {
+        return CIMException(CIM_ERR_FAILED, error.getMessage());
+    } catch (const std::exception& error) {
+        spdlog::error("{}: {}", exchange.head().methodName, error.what());
+        return CIMException(CIM_ERR_FAILED, toString(error.what()));
+    }
+    return std::nullopt;
+}
+
+void sendWhole(const Exchange& exchange, const std::string& body) {
+    exchange.channel.send(
+        exchange.chunked()
+            ? chunkedAnswerHead(exchange.request, exchange.keepOpen) + chunk(body) + lastChunk()
+            : answerHead(exchange.request, body.size(), exchange.keepOpen) + body);
+}
+
+// One answer of known length.
+void answerWhole(const Exchange& exchange) {
+    ResponseWriter writer(exchange.head(), exchange.operation());
+    const Error error = carriedOut(exchange, writer);
+    sendWhole(exchange, error ? errorBody(exchange.head(), *error) : writer.finish());
+}
+
+// An answer in chunks, sent as the results come; an error goes into the trailer. One that comes
+// after the first chunk has its bare text there, as OpenPegasus does it.
+void answerInChunks(const Exchange& exchange) {
+    std::string head = chunkedAnswerHead(exchange.request, exchange.keepOpen);
+    const auto send = [&](const std::string& piece) {
+        exchange.channel.send(std::exchange(head, {}) + chunk(piece));
+    };
+    ResponseWriter writer(exchange.head(), exchange.operation(), send);
+    const Error error = carriedOut(exchange, writer);
+    if (!error) {
+        send(writer.finish());
+        exchange.channel.send(lastChunk());
+        return;
+    }
+    const std::string description =
+        writer.flushed() ? std::string(error->getMessage().getCString()) : errorDescription(*error);
+    send(writer.finishAfterError());
+    exchange.channel.send(lastChunk(error->getCode(), description));
+}
+
+void answer(const Exchange& exchange) {
+    if (const auto* error = std::get_if<CIMException>(&exchange.decoded.operation)) {
+        sendWhole(exchange, errorBody(exchange.head(), *error));
+    } else if (exchange.chunked()) {
+        answerInChunks(exchange);
+    } else {
+        answerWhole(exchange);
+    }
+}
+
+// A client that does not speak CIM-XML has nothing more to say.
+bool endsConnection(const BadRequest& badRequest) {
+    return badRequest.cimError().empty() && badRequest.status() != 400;
+}
+
+} // namespace
+
+RequestHandler::RequestHandler(Dispatcher& dispatcher, Authenticator* authenticator,
+                               std::string hostName)
+    : _dispatcher(dispatcher), _authenticator(authenticator), _hostName(std::move(hostName)) {}
+
+bool RequestHandler::handle(HttpRequest request, ResponseChannel& channel) {
+    try {
+        checkHttpMethod(request);
+        RequestContext context;
+        if (_authenticator != nullptr) {
+            const std::optional<std::string> user = authenticated(request, channel);
+            if (!user) {
+                return request.keepAlive;
+            }
+            context.userName = toString(*user);
+        }
+        const CimRequest cim = readCimRequest(request);
+        context.acceptLanguage = toString(cim.acceptLanguage);
+        context.contentLanguage = toString(cim.contentLanguage);
+        const DecodedRequest decoded = decodeRequest(std::move(request.body), cim.headers);
+        answer({_dispatcher, cim, decoded, context, channel, request.keepAlive});
+        return request.keepAlive;
+    } catch (const BadRequest& badRequest) {
+        const bool keepOpen = request.keepAlive && !endsConnection(badRequest);
+        spdlog::debug("{}: refused: {} {}", request.peer, badRequest.status(), badRequest.what());
+        channel.send(refusal(badRequest, keepOpen));
+        return keepOpen;
+    }
+}
+
+// The user, or nothing after the request was refused.
+std::optional<std::string> RequestHandler::authenticated(const HttpRequest& request,
+                                                         ResponseChannel& channel) {
+    const std::string_view credentials = request.header("Authorization").value_or("");
+    std::optional<std::string> user = _authenticator->userOf(credentials);
+    if (!user) {
+        if (!credentials.empty()) {
+            spdlog::warn("{}: refused: unknown user or wrong password", request.peer);
+            channel.delay(refusalDelay);
+        }
+        channel.send(unauthorized(_hostName, request.keepAlive));
+    }
+    return user;
+}
+
+} // namespace smisd

@@ -1,0 +1,29 @@
+// The status lines and headers of responses, as OpenPegasus writes them.
+#pragma once
+
+#include "server/cimxml/BadRequest.h"
+#include "server/http/CimRequest.h"
+
+#include <Pegasus/Common/Exception.h>
+
+#include <cstddef>
+#include <string>
+
+namespace smisd {
+
+// Of a body of known length.
+std::string answerHead(const CimRequest& request, std::size_t bodyLength, bool keepOpen);
+
+// Of a body that is sent in chunks and followed by a trailer.
+std::string chunkedAnswerHead(const CimRequest& request, bool keepOpen);
+std::string chunk(const std::string& piece);
+std::string lastChunk();
+// The last chunk after an error; `description` is what a body would have said in its place.
+std::string lastChunk(int statusCode, const std::string& description);
+
+// A response without body. Its length is stated, so that the client does not wait for the end of
+// the connection.
+std::string refusal(const BadRequest& badRequest, bool keepOpen);
+std::string unauthorized(const std::string& realm, bool keepOpen);
+
+} // namespace smisd

@@ -1,0 +1,134 @@
+#include "server/http/CimRequest.h"
+
+#include "tests/server/http/HttpRequests.h"
+
+#include <gtest/gtest.h>
+
+namespace smisd::test {
+namespace {
+
+// "400 header-mismatch: detail" of the refusal, if it is refused
+template<class Check>
+std::string refusalOf(Check check) {
+    try {
+        check();
+    } catch (const BadRequest& refusal) {
+        return std::to_string(refusal.status()) + " " + refusal.cimError() + ": " + refusal.what();
+    }
+    return "no refusal";
+}
+
+std::string refusalOf(const HttpRequest& request) {
+    return refusalOf([&] { readCimRequest(request); });
+}
+
+std::string refusalOfMethod(const std::string& method) {
+    HttpRequest request = enumerateRequest();
+    request.method = method;
+    return refusalOf([&] { checkHttpMethod(request); });
+}
+
+TEST(HttpMethod, PostAndMPostAreServed) {
+    EXPECT_EQ(refusalOfMethod("POST"), "no refusal");
+    EXPECT_EQ(refusalOfMethod("M-POST"), "no refusal");
+    EXPECT_EQ(refusalOfMethod("GET"), "404 : ");
+    EXPECT_EQ(refusalOfMethod("HEAD"), "404 : ");
+    EXPECT_EQ(refusalOfMethod("DELETE"), "400 : ");
+    EXPECT_EQ(refusalOfMethod("OPTIONS"), "400 : ");
+    EXPECT_EQ(refusalOfMethod("FROB"), "501 : ");
+    EXPECT_EQ(refusalOfMethod("post"), "501 : ");
+}
+
+TEST(CimRequest, HeadersAreReadInAnyCase) {
+    HttpRequest request = enumerateRequest();
+    for (HttpHeader& header : request.headers) {
+        for (char& c : header.name) {
+            c = static_cast<char>(std::tolower(c));
+        }
+    }
+    const CimRequest cim = readCimRequest(with(request, "accept-language", "de"));
+    EXPECT_EQ(cim.headers.method, "EnumerateInstanceNames");
+    EXPECT_EQ(cim.headers.object, "root");
+    EXPECT_EQ(cim.headers.protocolVersion, "1.0");
+    EXPECT_EQ(cim.acceptLanguage, "de");
+    EXPECT_EQ(cim.contentLanguage, "");
+    EXPECT_FALSE(cim.extension);
+    EXPECT_FALSE(cim.trailers);
+}
+
+TEST(CimRequest, MPostHasPrefixedHeaders) {
+    HttpRequest request = enumerateRequest();
+    request.method = "M-POST";
+    for (HttpHeader& header : request.headers) {
+        if (header.name.starts_with("CIM")) {
+            header.name = "73-" + header.name;
+        }
+    }
+    const CimRequest cim = readCimRequest(request);
+    EXPECT_TRUE(cim.extension);
+    EXPECT_EQ(cim.headers.method, "EnumerateInstanceNames");
+}
+
+TEST(CimRequest, OperationMustBeAMethodCall) {
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMOperation", {})), "400 : ");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMOperation", "methodcall")), "no refusal");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMOperation", "Frob")),
+              "400 unsupported-operation: CIMOperation value \"Frob\" is not supported.");
+}
+
+TEST(CimRequest, HostIsDemandedByHttp11) {
+    HttpRequest request = with(enumerateRequest(), "Host", {});
+    EXPECT_EQ(refusalOf(request), "400 : HTTP request message lacks a Host header field.");
+    request.version = 10;
+    EXPECT_EQ(refusalOf(request), "no refusal");
+}
+
+TEST(CimRequest, BatchesAreNotSupported) {
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMBatch", "")),
+              "501 multiple-requests-unsupported: ");
+}
+
+TEST(CimRequest, MethodAndObjectMayBeAbsentButNotEmptyOrBroken) {
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMMethod", {})), "no refusal");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMMethod", "")),
+              "400 header-mismatch: Empty CIMMethod value.");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMMethod", "%2")),
+              "400 header-mismatch: CIMMethod value syntax error.");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMObject", "")),
+              "400 header-mismatch: Empty CIMObject value.");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMObject", "root%2")),
+              "400 header-mismatch: CIMObject value syntax error.");
+    EXPECT_EQ(readCimRequest(with(enumerateRequest(), "CIMObject", "root%2Fx%3AC.k=%22v%22"))
+                  .headers.object,
+              "root/x:C.k=\"v\"");
+}
+
+TEST(CimRequest, ContentIsXmlInUtf8) {
+    for (const char* type : {"application/xml", "text/xml", "Application/XML; Charset=UTF-8",
+                             "application/xml;charset=\"utf-8\"", "text/xml ; charset=utf-8"}) {
+        EXPECT_EQ(refusalOf(with(enumerateRequest(), "Content-Type", type)), "no refusal") << type;
+    }
+    for (const char* type :
+         {"", "text/plain", "application/xml; charset=iso-8859-1", "application/xml; charset",
+          "application/xmlx", "application/xml; charset=utf-8; charset=utf-16"}) {
+        EXPECT_EQ(refusalOf(with(enumerateRequest(), "Content-Type", type)),
+                  "400 : HTTP Content-Type header error.")
+            << type;
+    }
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "Content-Type", {})),
+              "400 : HTTP Content-Type header error.");
+}
+
+TEST(CimRequest, TrailersAreAskedForByTe) {
+    const auto trailers = [](const std::string& value) {
+        return readCimRequest(with(enumerateRequest(), "TE", value)).trailers;
+    };
+    EXPECT_TRUE(trailers("trailers"));
+    EXPECT_TRUE(trailers("chunked"));
+    EXPECT_TRUE(trailers("deflate;q=0.5, Trailers"));
+    EXPECT_FALSE(trailers("deflate"));
+    EXPECT_FALSE(trailers(""));
+}
+
+} // namespace
+} // namespace smisd::test

@@ -1,0 +1,263 @@
+#include "server/http/RequestHandler.h"
+
+#include "tests/server/http/HttpRequests.h"
+
+#include <Pegasus/Common/Exception.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <stdexcept>
+
+using namespace Pegasus;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace smisd::test {
+namespace {
+
+struct FakeDispatcher : Dispatcher {
+    std::function<void(ResultSink&)> answer = [](ResultSink&) {};
+    int calls = 0;
+    RequestContext context;
+    Operation operation;
+
+    void dispatch(const Operation& received, const RequestContext& receivedContext,
+                  ResultSink& sink) override {
+        ++calls;
+        operation = received;
+        context = receivedContext;
+        answer(sink);
+    }
+};
+
+struct FakeAuthenticator : Authenticator {
+    std::optional<std::string> userOf(std::string_view credentials) override {
+        return credentials == "Basic good" ? std::optional<std::string>("alice") : std::nullopt;
+    }
+};
+
+struct Channel : ResponseChannel {
+    std::string bytes;
+    int sends = 0;
+    std::chrono::milliseconds delayed{0};
+    bool lost = false;
+
+    void send(std::string more) override {
+        if (lost) {
+            throw ConnectionLost();
+        }
+        bytes += more;
+        ++sends;
+    }
+    void delay(std::chrono::milliseconds time) override { delayed += time; }
+};
+
+CIMObjectPath path() {
+    return CIMObjectPath("", CIMNamespaceName(), CIMName("C"));
+}
+
+class HandledRequest : public testing::Test {
+protected:
+    FakeDispatcher dispatcher;
+    FakeAuthenticator authenticator;
+    Channel channel;
+    Authenticator* checkedBy = nullptr;
+
+    bool handle(const HttpRequest& request) {
+        RequestHandler handler(dispatcher, checkedBy, "array1");
+        return handler.handle(request, channel);
+    }
+};
+
+TEST_F(HandledRequest, IsAnsweredWithTheResults) {
+    dispatcher.answer = [](ResultSink& sink) { sink.instanceName(path()); };
+    EXPECT_TRUE(handle(enumerateRequest()));
+    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_THAT(channel.bytes, HasSubstr("<INSTANCENAME CLASSNAME=\"C\">"));
+    EXPECT_THAT(channel.bytes, HasSubstr("MESSAGE ID=\"7\""));
+    EXPECT_EQ(channel.sends, 1);
+    const auto& operation = std::get<EnumerateInstanceNames>(dispatcher.operation);
+    EXPECT_TRUE(operation.nameSpace.equal(CIMNamespaceName("root")));
+}
+
+TEST_F(HandledRequest, HasItsLength) {
+    handle(enumerateRequest());
+    const size_t head = channel.bytes.find("\r\n\r\n") + 4;
+    char expected[64];
+    std::snprintf(expected, sizeof(expected), "content-length: %010zu\r\n",
+                  channel.bytes.size() - head);
+    EXPECT_THAT(channel.bytes, HasSubstr(expected));
+}
+
+TEST_F(HandledRequest, PassesUserAndLanguages) {
+    checkedBy = &authenticator;
+    HttpRequest request = with(enumerateRequest(), "Authorization", "Basic good");
+    request = with(with(request, "Accept-Language", "de"), "Content-Language", "en");
+    handle(request);
+    EXPECT_TRUE(dispatcher.context.userName == String("alice"));
+    EXPECT_TRUE(dispatcher.context.acceptLanguage == String("de"));
+    EXPECT_TRUE(dispatcher.context.contentLanguage == String("en"));
+}
+
+TEST_F(HandledRequest, WithoutAuthenticationHasNoUser) {
+    handle(with(enumerateRequest(), "Authorization", "Basic good"));
+    EXPECT_TRUE(dispatcher.context.userName == String());
+    EXPECT_EQ(dispatcher.calls, 1);
+}
+
+TEST_F(HandledRequest, WithoutCredentialsIsAskedForThem) {
+    checkedBy = &authenticator;
+    EXPECT_TRUE(handle(enumerateRequest()));
+    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 401 Unauthorized\r\n"
+                                          "WWW-Authenticate: Basic realm=\"array1\"\r\n"));
+    EXPECT_EQ(channel.delayed.count(), 0);
+    EXPECT_EQ(dispatcher.calls, 0);
+}
+
+TEST_F(HandledRequest, WithWrongPasswordWaits) {
+    checkedBy = &authenticator;
+    handle(with(enumerateRequest(), "Authorization", "Basic bad"));
+    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 401 Unauthorized\r\n"));
+    EXPECT_GE(channel.delayed.count(), 500);
+    EXPECT_EQ(dispatcher.calls, 0);
+}
+
+TEST_F(HandledRequest, IsAuthenticatedBeforeItIsLookedAt) {
+    checkedBy = &authenticator;
+    HttpRequest request = with(enumerateRequest(), "CIMOperation", {});
+    request.body = "no XML";
+    handle(request);
+    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 401 "));
+}
+
+TEST_F(HandledRequest, ErrorReplacesTheResults) {
+    dispatcher.answer = [](ResultSink& sink) {
+        sink.instanceName(path());
+        throw CIMException(CIM_ERR_NOT_FOUND, "x");
+    };
+    EXPECT_TRUE(handle(enumerateRequest()));
+    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_THAT(channel.bytes, HasSubstr("DESCRIPTION=\"CIM_ERR_NOT_FOUND: x\""));
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("INSTANCENAME")));
+}
+
+TEST_F(HandledRequest, ErrorOfCodeZeroIsSuccess) {
+    dispatcher.answer = [](ResultSink&) { throw CIMException(CIM_ERR_SUCCESS, "x"); };
+    handle(enumerateRequest());
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("ERROR")));
+    EXPECT_THAT(channel.bytes, HasSubstr("</IMETHODRESPONSE>"));
+}
+
+TEST_F(HandledRequest, UnexpectedExceptionIsAFailure) {
+    dispatcher.answer = [](ResultSink&) { throw std::runtime_error("broken"); };
+    EXPECT_TRUE(handle(enumerateRequest()));
+    EXPECT_THAT(channel.bytes,
+                HasSubstr("ERROR CODE=\"1\" DESCRIPTION=\"CIM_ERR_FAILED: broken\""));
+}
+
+TEST_F(HandledRequest, WithBadBodyIsRefused) {
+    HttpRequest request = enumerateRequest();
+    request.body = "no XML";
+    EXPECT_TRUE(handle(request));
+    EXPECT_THAT(channel.bytes,
+                StartsWith("HTTP/1.1 400 Bad Request\r\nCIMError: request-not-valid\r\n"));
+    EXPECT_EQ(dispatcher.calls, 0);
+}
+
+TEST_F(HandledRequest, WithUnknownMethodGetsACimError) {
+    HttpRequest request = with(enumerateRequest(), "CIMMethod", "Frob");
+    const std::string known = "EnumerateInstanceNames";
+    request.body.replace(request.body.find(known), known.size(), "Frob");
+    handle(request);
+    EXPECT_THAT(channel.bytes, HasSubstr("CIM_ERR_NOT_SUPPORTED: Unrecognized intrinsic method"));
+    EXPECT_EQ(dispatcher.calls, 0);
+}
+
+TEST_F(HandledRequest, ForADocumentEndsTheConnection) {
+    HttpRequest request = enumerateRequest();
+    request.method = "GET";
+    EXPECT_FALSE(handle(request));
+    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 404 Not Found\r\n"));
+    EXPECT_THAT(channel.bytes, HasSubstr("Connection: close\r\n"));
+}
+
+TEST_F(HandledRequest, EndsTheConnectionWhenTheClientWantsIt) {
+    HttpRequest request = enumerateRequest();
+    request.keepAlive = false;
+    EXPECT_FALSE(handle(request));
+    EXPECT_THAT(channel.bytes, HasSubstr("Connection: close\r\n"));
+}
+
+// With TE: trailers
+
+class ChunkedRequest : public HandledRequest {
+protected:
+    HttpRequest request = with(enumerateRequest(), "TE", "trailers");
+
+    static void deliver(ResultSink& sink, int count) {
+        for (int i = 0; i < count; ++i) {
+            sink.instanceName(path());
+        }
+    }
+};
+
+TEST_F(ChunkedRequest, IsAnsweredInPieces) {
+    int sendsBefore = 0;
+    dispatcher.answer = [&](ResultSink& sink) {
+        deliver(sink, 250);
+        sendsBefore = channel.sends;
+    };
+    EXPECT_TRUE(handle(request));
+    EXPECT_EQ(sendsBefore, 2);
+    EXPECT_THAT(channel.bytes, HasSubstr("transfer-encoding: chunked\r\n"));
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("content-length")));
+    EXPECT_TRUE(channel.bytes.ends_with("</CIM>\n\r\n0\r\n\r\n"));
+}
+
+TEST_F(ChunkedRequest, ErrorGoesIntoTheTrailer) {
+    dispatcher.answer = [](ResultSink&) { throw CIMException(CIM_ERR_NOT_SUPPORTED, "T::op"); };
+    handle(request);
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("<ERROR")));
+    EXPECT_TRUE(channel.bytes.ends_with(
+        "\r\n0\r\nCIMStatusCode: 7\r\n"
+        "CIMStatusCodeDescription: CIM_ERR_NOT_SUPPORTED%3A%20T%3A%3Aop\r\n\r\n"))
+        << channel.bytes;
+}
+
+TEST_F(ChunkedRequest, LateErrorHasItsBareText) {
+    dispatcher.answer = [](ResultSink& sink) {
+        deliver(sink, 230);
+        throw CIMException(CIM_ERR_FAILED, "late");
+    };
+    handle(request);
+    EXPECT_TRUE(channel.bytes.ends_with("\r\n0\r\nCIMStatusCode: 1\r\n"
+                                        "CIMStatusCodeDescription: late\r\n\r\n"))
+        << channel.bytes;
+}
+
+TEST_F(ChunkedRequest, ErrorOfTheRequestItselfStaysInTheBody) {
+    const std::string known = "EnumerateInstanceNames";
+    request = with(request, "CIMMethod", "Frob");
+    request.body.replace(request.body.find(known), known.size(), "Frob");
+    handle(request);
+    EXPECT_THAT(channel.bytes, HasSubstr("<ERROR CODE=\"7\""));
+    EXPECT_TRUE(channel.bytes.ends_with("\r\n0\r\n\r\n"));
+}
+
+TEST_F(ChunkedRequest, EndsWhenTheClientIsGone) {
+    int delivered = 0;
+    dispatcher.answer = [&](ResultSink& sink) {
+        channel.lost = true;
+        for (; delivered < 1000; ++delivered) {
+            sink.instanceName(path());
+        }
+    };
+    EXPECT_THROW(handle(request), ConnectionLost);
+    EXPECT_LT(delivered, 100);
+}
+
+} // namespace
+} // namespace smisd::test

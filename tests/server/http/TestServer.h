@@ -1,0 +1,97 @@
+// A running HttpServer and a client that speaks bytes.
+#pragma once
+
+#include "server/http/HttpServer.h"
+
+#include <boost/asio.hpp>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+
+namespace smisd::test {
+
+// Serves `handler` on a free port of 127.0.0.1 until it is destroyed.
+class TestServer {
+public:
+    explicit TestServer(HttpHandler handler, const HttpLimits& limits = {})
+        : server(limits, std::move(handler)), port(server.listen({"127.0.0.1", 0})),
+          _thread([this] { server.run(); }) {}
+    ~TestServer() { stop(); }
+
+    // Returns once the server has ended.
+    void stop() {
+        if (_thread.joinable()) {
+            server.stop();
+            _thread.join();
+        }
+    }
+
+    HttpServer server;
+    const unsigned short port;
+
+private:
+    std::thread _thread;
+};
+
+// One connection. A read that gets nothing for five seconds fails the test.
+class TestClient {
+public:
+    explicit TestClient(unsigned short port) : _socket(_io) {
+        _socket.connect({boost::asio::ip::address_v4::loopback(), port});
+    }
+
+    void send(const std::string& bytes) { boost::asio::write(_socket, boost::asio::buffer(bytes)); }
+
+    // What arrives up to and with `end`.
+    std::string readUntil(const std::string& end) {
+        while (_received.find(end) == std::string::npos && readSome()) {
+        }
+        const size_t at = _received.find(end);
+        const size_t size = at == std::string::npos ? _received.size() : at + end.size();
+        std::string text = _received.substr(0, size);
+        _received.erase(0, size);
+        return text;
+    }
+
+    // What arrives until the server closes.
+    std::string readAll() {
+        while (readSome()) {
+        }
+        return std::exchange(_received, {});
+    }
+
+    boost::asio::ip::tcp::socket& socket() { return _socket; }
+
+private:
+    bool readSome() {
+        std::string buffer(65536, '\0');
+        bool read = false;
+        _socket.async_read_some(boost::asio::buffer(buffer),
+                                [&](boost::system::error_code error, size_t count) {
+                                    read = !error;
+                                    _received.append(buffer, 0, count);
+                                });
+        _io.restart();
+        _io.run_for(std::chrono::seconds(5));
+        if (!_io.stopped()) {
+            ADD_FAILURE() << "nothing came for 5 seconds";
+            _socket.cancel();
+            _io.run();
+        }
+        return read;
+    }
+
+    boost::asio::io_context _io;
+    boost::asio::ip::tcp::socket _socket;
+    std::string _received;
+};
+
+inline std::string post(const std::string& body, const std::string& headers = "") {
+    return "POST / HTTP/1.1\r\nHost: x\r\nContent-Length: " + std::to_string(body.size()) + "\r\n" +
+           headers + "\r\n" + body;
+}
+
+} // namespace smisd::test
