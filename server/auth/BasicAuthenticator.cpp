@@ -1,0 +1,94 @@
+#include "server/auth/BasicAuthenticator.h"
+
+#include "server/auth/PasswordHash.h"
+
+#include <boost/algorithm/string/predicate.hpp>
+#include <sodium.h>
+
+#include <utility>
+
+namespace smisd {
+namespace {
+
+constexpr std::string_view scheme = "Basic ";
+
+// Random text that nobody knows.
+std::string randomText() {
+    std::string bytes(32, '\0');
+    randombytes_buf(bytes.data(), bytes.size());
+    return bytes;
+}
+
+// A secret text that is wiped when it goes.
+struct Secret {
+    std::string text;
+    ~Secret() { sodium_memzero(text.data(), text.size()); }
+};
+
+// "name:password" of "Basic bmFtZTpwYXNzd29yZA=="; empty when it is none.
+Secret decoded(std::string_view credentials) {
+    Secret secret;
+    if (!boost::algorithm::istarts_with(credentials, scheme)) {
+        return secret;
+    }
+    credentials.remove_prefix(scheme.size());
+    secret.text.resize(credentials.size());
+    std::size_t length = 0;
+    if (sodium_base642bin(reinterpret_cast<unsigned char*>(secret.text.data()), secret.text.size(),
+                          credentials.data(), credentials.size(), " ", &length, nullptr,
+                          sodium_base64_VARIANT_ORIGINAL) != 0) {
+        length = 0;
+    }
+    secret.text.resize(length);
+    return secret;
+}
+
+} // namespace
+
+BasicAuthenticator::BasicAuthenticator(Users users, Clock::time_point (*now)())
+    : _users(std::move(users)), _nobody(hashPassword(randomText())), _now(now) {
+    randombytes_buf(_key.data(), _key.size());
+}
+
+std::optional<std::string> BasicAuthenticator::userOf(std::string_view credentials) {
+    const Secret secret = decoded(credentials);
+    const std::size_t colon = secret.text.find(':');
+    if (colon == std::string::npos) {
+        return std::nullopt;
+    }
+    const std::string name = secret.text.substr(0, colon);
+    const Fingerprint fingerprint = fingerprintOf(secret.text);
+    if (isKnown(fingerprint)) {
+        return name;
+    }
+    const auto user = _users.find(name);
+    const Secret password{secret.text.substr(colon + 1)};
+    const bool right = verifyPassword(user != _users.end() ? user->second : _nobody, password.text);
+    if (!right || user == _users.end()) {
+        return std::nullopt;
+    }
+    remember(fingerprint);
+    return name;
+}
+
+BasicAuthenticator::Fingerprint BasicAuthenticator::fingerprintOf(const std::string& text) const {
+    Fingerprint fingerprint{};
+    crypto_generichash(fingerprint.data(), fingerprint.size(),
+                       reinterpret_cast<const unsigned char*>(text.data()), text.size(),
+                       _key.data(), _key.size());
+    return fingerprint;
+}
+
+bool BasicAuthenticator::isKnown(const Fingerprint& fingerprint) {
+    const std::lock_guard lock(_mutex);
+    const auto found = _known.find(fingerprint);
+    return found != _known.end() && _now() < found->second;
+}
+
+// There is one fingerprint for each user at most.
+void BasicAuthenticator::remember(const Fingerprint& fingerprint) {
+    const std::lock_guard lock(_mutex);
+    _known[fingerprint] = _now() + memory;
+}
+
+} // namespace smisd

@@ -1,0 +1,21 @@
+// The file of users: a line "name:hash" for each; empty lines and lines that start with # are
+// passed over. Names are compared as they stand.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace smisd {
+
+using Users = std::map<std::string, std::string, std::less<>>; // name -> hash
+
+// Throws std::runtime_error that names the file, the line and the remedy: it cannot be read, others
+// than its owner may read or write it, or a line is not of that form.
+Users readUsersFile(const std::filesystem::path& file);
+
+// A line for the file, without its end. Throws std::runtime_error for a name that is empty or has a
+// colon or control characters.
+std::string usersFileLine(const std::string& name, const std::string& password);
+
+} // namespace smisd
