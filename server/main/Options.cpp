@@ -1,0 +1,145 @@
+#include "server/main/Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+
+namespace smisd {
+namespace {
+
+constexpr const char* defaultHttp = "127.0.0.1:5988";
+
+// Options as they were typed, before they are checked against each other.
+struct Typed {
+    std::string http;
+    std::string https;
+    bool noAuth = false;
+    bool allowRemoteHttp = false;
+};
+
+[[noreturn]] void wrongUsage(const std::string& text) {
+    throw CLI::ValidationError(text);
+}
+
+void addSeconds(CLI::App& app, const std::string& name, std::chrono::seconds& seconds,
+                const std::string& description) {
+    app.add_option_function<unsigned>(
+           name, [&seconds](unsigned count) { seconds = std::chrono::seconds(count); }, description)
+        ->check(CLI::Range(1U, 86400U))
+        ->default_str(std::to_string(seconds.count()))
+        ->type_name("SECONDS")
+        ->group("Limits");
+}
+
+void addLimits(CLI::App& app, HttpLimits& limits) {
+    const auto add = [&app](const std::string& name, auto& limit, const std::string& description) {
+        app.add_option(name, limit, description)
+            ->check(CLI::PositiveNumber)
+            ->capture_default_str()
+            ->type_name("NUMBER")
+            ->group("Limits");
+    };
+    add("--max-connections", limits.connections, "Connections open at once");
+    add("--workers", limits.workers, "Operations carried out at once");
+    add("--max-header-bytes", limits.headerBytes, "Headers of one request");
+    add("--max-body-bytes", limits.bodyBytes, "Body of one request");
+    addSeconds(app, "--request-time", limits.requestTime, "For a request to arrive");
+    addSeconds(app, "--idle-time", limits.idleTime, "Between the requests of a connection");
+    addSeconds(app, "--send-time", limits.sendTime, "For a client to take 64 KiB of a response");
+}
+
+void addOptions(CLI::App& app, Options& options, Typed& typed) {
+    app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    app.add_option("--state", options.state,
+                   "The array's state directory (default: $DRAV_STATE_DIR, /var/lib/smisd)")
+        ->type_name("DIR");
+    app.add_option("--listen", typed.http,
+                   "Serve HTTP there; port 0 is a free one (default: 127.0.0.1:5988)")
+        ->type_name("ADDR:PORT");
+    app.add_option("--tls", typed.https, "Serve HTTPS there, TLS 1.2 and later")
+        ->type_name("ADDR:PORT");
+    app.add_option("--cert", options.certificate, "Certificate chain for --tls, PEM")
+        ->type_name("FILE");
+    app.add_option("--key", options.key, "Private key for --tls, PEM")->type_name("FILE");
+    app.add_option("--users", options.users,
+                   "Who may log in: lines made by smisd hash-password, mode 0600")
+        ->type_name("FILE");
+    app.add_flag("--no-auth", typed.noAuth, "Everyone may do all; on loopback addresses only");
+    app.add_flag("--allow-remote-http", typed.allowRemoteHttp,
+                 "Serve HTTP, which shows passwords, on other than loopback addresses too");
+    app.add_option("--module", options.module, "The provider module")
+        ->type_name("FILE")
+        ->capture_default_str();
+    app.add_option("--mof", options.mof, "Classes and registration of the providers")
+        ->type_name("DIR")
+        ->capture_default_str();
+    app.add_option("--log-level", options.logLevel, "What is told on standard error")
+        ->check(CLI::IsMember({"debug", "info", "warning", "error"}))
+        ->capture_default_str();
+    addLimits(app, options.limits);
+}
+
+ListenAddress checkedAddress(const std::string& option, const std::string& text) {
+    const std::optional<ListenAddress> address = parseListenAddress(text);
+    if (!address) {
+        wrongUsage(option + " " + text +
+                   ": expected a numeric address and a port, such as 127.0.0.1:5988 or [::1]:5989");
+    }
+    return *address;
+}
+
+void checkTogether(Options& options, const Typed& typed) {
+    if (!typed.https.empty()) {
+        options.https = checkedAddress("--tls", typed.https);
+        if (options.certificate.empty() || options.key.empty()) {
+            wrongUsage("--tls needs --cert FILE and --key FILE");
+        }
+    }
+    if (!typed.http.empty() || typed.https.empty()) {
+        options.http = checkedAddress("--listen", typed.http.empty() ? defaultHttp : typed.http);
+    }
+    if (options.http && !isLoopback(*options.http) && !typed.allowRemoteHttp) {
+        wrongUsage("--listen " + toString(*options.http) +
+                   " would show passwords on the network: use --tls, or add --allow-remote-http");
+    }
+    if (typed.noAuth && !options.users.empty()) {
+        wrongUsage("--users and --no-auth exclude each other");
+    }
+    if (!typed.noAuth && options.users.empty()) {
+        wrongUsage("say who may log in: --users FILE, or --no-auth on a loopback address");
+    }
+    const auto isRemote = [](const auto& address) { return address && !isLoopback(*address); };
+    if (typed.noAuth && (isRemote(options.http) || isRemote(options.https))) {
+        wrongUsage("--no-auth is accepted on loopback addresses only");
+    }
+}
+
+} // namespace
+
+ParsedOptions parseOptions(int argc, const char* const* argv) {
+    Options options;
+    options.module = SMISD_MODULE;
+    options.mof = SMISD_MOF;
+    options.logLevel = "info";
+    Typed typed;
+
+    CLI::App app("smisd: a CIM server that presents the storage array to SMI-S clients", "smisd");
+    addOptions(app, options, typed);
+    CLI::App* hash = app.add_subcommand(
+        "hash-password", "Read a password from standard input, write a line of the users file");
+    hash->add_option("NAME", options.hashPasswordFor, "The user")->required();
+    try {
+        app.parse(argc, argv);
+        if (options.hashPasswordFor.empty()) {
+            checkTogether(options, typed);
+        }
+    } catch (const CLI::CallForHelp& help) {
+        return {std::nullopt, app.exit(help)};
+    } catch (const CLI::ParseError& error) {
+        std::cerr << "smisd: " << error.what() << "\nRun smisd --help for the options.\n";
+        return {std::nullopt, exitWrongUsage};
+    }
+    return {options, exitStopped};
+}
+
+} // namespace smisd

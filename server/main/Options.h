@@ -1,0 +1,46 @@
+// The command line of smisd.
+#pragma once
+
+#include "server/http/HttpLimits.h"
+#include "server/http/HttpServer.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace smisd {
+
+struct Options {
+    std::filesystem::path state; // empty: the array's own choice
+    std::optional<ListenAddress> http;
+    std::optional<ListenAddress> https;
+    std::string certificate;
+    std::string key;
+    std::filesystem::path users; // empty: without authentication
+    std::filesystem::path module;
+    std::filesystem::path mof;
+    std::string logLevel;
+    HttpLimits limits;
+    std::string hashPasswordFor; // not empty: make a line of the users file instead of serving
+};
+
+// Exit statuses
+constexpr int exitStopped = 0;
+constexpr int exitCannotStart = 1;
+constexpr int exitWrongUsage = 2;
+
+// The options, or the exit status when there is nothing to run: help was asked for, or the usage is
+// wrong; then what was to be said has been said.
+struct ParsedOptions {
+    std::optional<Options> options;
+    int exitStatus = exitStopped;
+};
+ParsedOptions parseOptions(int argc, const char* const* argv);
+
+// "127.0.0.1:5988", "[::1]:5988", "localhost:0"; nothing for another form.
+std::optional<ListenAddress> parseListenAddress(const std::string& text);
+bool isLoopback(const ListenAddress& address);
+// "127.0.0.1:5988", "[::1]:5988"
+std::string toString(const ListenAddress& address);
+
+} // namespace smisd
