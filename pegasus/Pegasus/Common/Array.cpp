@@ -102,15 +102,11 @@ void Array<T>::_own(std::size_t capacity) {
 
 template<class T>
 void Array<T>::clear() {
-    if (size() == 0)
-        return;
-    if (_rep->shared()) {
-        Array empty;
-        empty.reserveCapacity(getCapacity());
-        swap(empty);
-    } else {
+    if (_rep && !_rep->shared()) {
         std::destroy_n(_rep->items(), size());
         _rep->size = 0;
+    } else {
+        *this = Array();
     }
 }
 

@@ -30,7 +30,7 @@ public:
     Array& operator=(const Array& x) noexcept;
     Array& operator=(Array&& x) noexcept;
 
-    void clear(); // keeps the capacity
+    void clear(); // keeps the capacity of a body that no copy shares
     void reserveCapacity(Uint32 capacity);
     void grow(Uint32 size, const T& x);
     void swap(Array& x);

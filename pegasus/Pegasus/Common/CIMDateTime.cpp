@@ -79,7 +79,8 @@ void CIMDateTime::clear() {
 }
 
 CIMDateTime CIMDateTime::getCurrentDateTime() {
-    const std::chrono::sys_days yearZero(std::chrono::year(0) / 1 / 1);
+    using Micros = std::chrono::sys_time<std::chrono::microseconds>;
+    const Micros yearZero = std::chrono::sys_days(std::chrono::year(0) / 1 / 1);
     const auto now = std::chrono::system_clock::now();
     const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
     std::tm local = {};
@@ -87,7 +88,7 @@ CIMDateTime CIMDateTime::getCurrentDateTime() {
     CIMDateTimeRep kind;
     kind.interval = false;
     kind.utcOffset = static_cast<Sint32>(local.tm_gmtoff / 60);
-    const auto micros = std::chrono::duration_cast<std::chrono::microseconds>(now - yearZero);
+    const auto micros = std::chrono::floor<std::chrono::microseconds>(now) - yearZero;
     return CIMDateTime()._assign(withMicros(kind, static_cast<Uint64>(micros.count())));
 }
 
