@@ -39,7 +39,8 @@ private:
     const Char16* find(char c) const { return std::find(_p, _end, Char16(Uint16(c))); }
     // The text up to `to`, which becomes the present place.
     String take(const Char16* to) {
-        return String(std::exchange(_p, to), static_cast<Uint32>(to - _p));
+        const Char16* from = std::exchange(_p, to);
+        return String(from, static_cast<Uint32>(to - from));
     }
     void add(const CIMName& name, const String& text, CIMKeyBinding::Type type) {
         _path.keys.append(CIMKeyBinding(name, text, type));
