@@ -4,7 +4,7 @@
 
 #include <csignal>
 #include <list>
-#include <system_error>
+#include <stdexcept>
 
 namespace smisd {
 namespace {
@@ -14,14 +14,8 @@ using asio::ip::tcp;
 // Time for file descriptors to become free when there are none.
 constexpr std::chrono::milliseconds acceptPause{100};
 
-std::string shown(const ListenAddress& address) {
-    const bool isV6 = address.address.find(':') != std::string::npos;
-    return (isV6 ? "[" + address.address + "]" : address.address) + ":" +
-           std::to_string(address.port);
-}
-
 [[noreturn]] void fail(const error_code& error, const std::string& what) {
-    throw std::system_error(std::error_code(error), what);
+    throw std::runtime_error(what + ": " + error.message());
 }
 
 struct Listener {
@@ -34,7 +28,7 @@ tcp::acceptor openAcceptor(asio::io_context& io, const ListenAddress& address) {
     error_code error;
     const asio::ip::address numeric = asio::ip::make_address(address.address, error);
     if (error) {
-        fail(error, "cannot listen on " + shown(address));
+        fail(error, "cannot listen on " + toString(address));
     }
     const tcp::endpoint endpoint(numeric, address.port);
     tcp::acceptor acceptor(io);
@@ -49,7 +43,7 @@ tcp::acceptor openAcceptor(asio::io_context& io, const ListenAddress& address) {
         acceptor.listen(tcp::acceptor::max_listen_connections, error);
     }
     if (error) {
-        fail(error, "cannot listen on " + shown(address));
+        fail(error, "cannot listen on " + toString(address));
     }
     return acceptor;
 }
@@ -71,6 +65,12 @@ std::unique_ptr<asio::ssl::context> openTls(const std::string& certificateFile,
 }
 
 } // namespace
+
+std::string toString(const ListenAddress& address) {
+    const bool isV6 = address.address.find(':') != std::string::npos;
+    return (isV6 ? "[" + address.address + "]" : address.address) + ":" +
+           std::to_string(address.port);
+}
 
 struct HttpServer::Implementation {
     Implementation(const HttpLimits& limits, HttpHandler handler)

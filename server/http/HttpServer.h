@@ -22,6 +22,9 @@ struct ListenAddress {
     unsigned short port = 0; // 0: one that is free
 };
 
+// "127.0.0.1:5988", "[::1]:5988"
+std::string toString(const ListenAddress& address);
+
 class HttpServer {
 public:
     HttpServer(const HttpLimits& limits, HttpHandler handler);
@@ -30,7 +33,7 @@ public:
     HttpServer& operator=(const HttpServer&) = delete;
 
     // Starts to listen and returns the port; connections are accepted once run() is called. Throws
-    // std::system_error, whose text names the address or the file at fault.
+    // std::runtime_error that names the address or the file at fault.
     unsigned short listen(const ListenAddress& address);
     unsigned short listenTls(const ListenAddress& address, const std::string& certificateFile,
                              const std::string& keyFile);

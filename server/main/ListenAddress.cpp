@@ -33,10 +33,4 @@ bool isLoopback(const ListenAddress& address) {
     return boost::asio::ip::make_address(address.address).is_loopback();
 }
 
-std::string toString(const ListenAddress& address) {
-    const bool isV6 = address.address.find(':') != std::string::npos;
-    return (isV6 ? "[" + address.address + "]" : address.address) + ":" +
-           std::to_string(address.port);
-}
-
 } // namespace smisd

@@ -40,7 +40,5 @@ ParsedOptions parseOptions(int argc, const char* const* argv);
 // "127.0.0.1:5988", "[::1]:5988", "localhost:0"; nothing for another form.
 std::optional<ListenAddress> parseListenAddress(const std::string& text);
 bool isLoopback(const ListenAddress& address);
-// "127.0.0.1:5988", "[::1]:5988"
-std::string toString(const ListenAddress& address);
 
 } // namespace smisd

@@ -1,0 +1,12 @@
+// smisd hash-password
+#pragma once
+
+#include <string>
+
+namespace smisd {
+
+// Reads a password, one line of standard input, which a terminal does not show; prints the user's
+// line of the users file. Throws std::runtime_error for an empty password or a bad name.
+void printUsersFileLine(const std::string& name);
+
+} // namespace smisd

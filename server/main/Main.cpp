@@ -1,0 +1,41 @@
+#include "server/main/HashPassword.h"
+#include "server/main/Options.h"
+#include "server/main/Serve.h"
+
+#include <spdlog/sinks/stdout_sinks.h>
+#include <spdlog/spdlog.h>
+
+#include <csignal>
+#include <exception>
+#include <iostream>
+
+namespace {
+
+void startLog(const std::string& level) {
+    spdlog::set_default_logger(spdlog::stderr_logger_mt("smisd"));
+    spdlog::set_pattern("%Y-%m-%dT%H:%M:%S.%e smisd %l: %v");
+    spdlog::set_level(spdlog::level::from_str(level));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const smisd::ParsedOptions parsed = smisd::parseOptions(argc, argv);
+    if (!parsed.options) {
+        return parsed.exitStatus;
+    }
+    // The module writes to standard output, whose reader may go before the server does.
+    std::signal(SIGPIPE, SIG_IGN);
+    startLog(parsed.options->logLevel);
+    try {
+        if (parsed.options->hashPasswordFor.empty()) {
+            smisd::serve(*parsed.options);
+        } else {
+            smisd::printUsersFileLine(parsed.options->hashPasswordFor);
+        }
+    } catch (const std::exception& error) {
+        std::cerr << "smisd: " << error.what() << '\n';
+        return smisd::exitCannotStart;
+    }
+    return smisd::exitStopped;
+}

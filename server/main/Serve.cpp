@@ -1,0 +1,86 @@
+#include "server/main/Serve.h"
+
+#include "server/auth/BasicAuthenticator.h"
+#include "server/dispatch/ServerDispatcher.h"
+#include "server/http/RequestHandler.h"
+#include "server/main/StateDirectory.h"
+#include "server/schema/MofDirectory.h"
+
+#include <boost/asio/ip/host_name.hpp>
+#include <spdlog/spdlog.h>
+
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <dlfcn.h>
+
+namespace smisd {
+namespace {
+
+// The dispatcher loads the module when it is first needed; this tells beforehand that it will.
+void requireLoadable(const std::filesystem::path& module) {
+    const std::string remedy = "; name another one with --module";
+    if (!std::filesystem::exists(module)) {
+        throw std::runtime_error("cannot load the module " + module.string() + ": no such file" +
+                                 remedy);
+    }
+    if (dlopen(std::filesystem::absolute(module).c_str(), RTLD_NOW) == nullptr) {
+        throw std::runtime_error(std::string("cannot load the module: ") + dlerror() + remedy);
+    }
+}
+
+std::unique_ptr<Authenticator> openAuthenticator(const Options& options) {
+    if (options.users.empty()) {
+        spdlog::warn("authentication is off: whoever reaches this server may change the array");
+        return nullptr;
+    }
+    return std::make_unique<BasicAuthenticator>(readUsersFile(options.users));
+}
+
+// Opens the listeners and returns their URLs, as "http://127.0.0.1:5988 https://[::1]:5989".
+std::string listenOn(const Options& options, HttpServer& server) {
+    std::string urls;
+    try {
+        if (options.http) {
+            const unsigned short port = server.listen(*options.http);
+            urls += " http://" + toString(ListenAddress{options.http->address, port});
+        }
+        if (options.https) {
+            const unsigned short port =
+                server.listenTls(*options.https, options.certificate, options.key);
+            urls += " https://" + toString(ListenAddress{options.https->address, port});
+        }
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(std::string(error.what()) +
+                                 "; choose others with --listen, --tls, --cert and --key");
+    }
+    return urls;
+}
+
+} // namespace
+
+void serve(const Options& options) {
+    if (!options.state.empty()) {
+        passStateDirectory(options.state);
+    }
+    const std::unique_ptr<Authenticator> authenticator = openAuthenticator(options);
+    Repository repository;
+    readMofDirectory(options.mof, repository);
+    requireLoadable(options.module);
+    const std::string hostName = boost::asio::ip::host_name();
+    ServerDispatcher dispatcher(repository, std::filesystem::absolute(options.module),
+                                Pegasus::String(hostName.c_str()));
+    RequestHandler handler(dispatcher, authenticator.get(), hostName);
+    HttpServer server(options.limits, [&handler](HttpRequest request, ResponseChannel& channel) {
+        return handler.handle(std::move(request), channel);
+    });
+    std::cout << "smisd: listening on" << listenOn(options, server) << std::endl;
+    server.run();
+    spdlog::info("stopped");
+}
+
+} // namespace smisd
