@@ -40,7 +40,7 @@ void appendScope(std::string& out, const QualifierScope& scope) {
             appendFlag(out, element.attribute, true);
         }
     }
-    out += "/>\n";
+    out += "/>";
 }
 
 } // namespace

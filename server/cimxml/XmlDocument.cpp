@@ -87,12 +87,8 @@ std::string withoutReferences(const Element& element, std::string_view raw) {
     return out;
 }
 
-bool isContent(const pugi::xml_node& node) {
-    return node.type() != pugi::node_comment && node.type() != pugi::node_pi;
-}
-
 pugi::xml_node firstContent(pugi::xml_node node) {
-    while (node && !isContent(node)) {
+    while (node.type() == pugi::node_comment) {
         node = node.next_sibling();
     }
     return node;
@@ -181,7 +177,8 @@ XmlDocument::XmlDocument(std::string text) : _text(std::move(text)) {
     }
     const pugi::xml_parse_result parsed = _document.load_buffer_inplace(
         _text.data(), _text.size(),
-        pugi::parse_cdata | pugi::parse_declaration | pugi::parse_doctype, pugi::encoding_utf8);
+        pugi::parse_cdata | pugi::parse_declaration | pugi::parse_doctype | pugi::parse_pi,
+        pugi::encoding_utf8);
     if (parsed.status == pugi::status_no_document_element) {
         throw badRequest(noDeclaration);
     }
@@ -198,13 +195,17 @@ void XmlDocument::checkTree() const {
     }
     for (const pugi::xml_node& node : _document.children()) {
         if (node.type() == pugi::node_doctype) {
-            refuse("request-not-valid", "A document type declaration is not accepted");
+            throw badRequest(ElementError(ElementError::validation, node.offset_debug(),
+                                          "Expected open of CIM element"));
         }
     }
 
-    struct DepthCheck : pugi::xml_tree_walker {
+    struct : pugi::xml_tree_walker {
         bool for_each(pugi::xml_node& node) override {
-            if (depth() + 2 > maximumDepth) { // the root's children are at 0
+            if (node.type() == pugi::node_pi) {
+                Element(node).fail(ElementError::notWellFormed, "Processing instruction");
+            }
+            if (depth() + 1 > maximumDepth) { // the root is at 0
                 Element(node.parent())
                     .fail(ElementError::validation, "More than " + std::to_string(maximumDepth) +
                                                         " nested elements are not supported");
@@ -213,7 +214,7 @@ void XmlDocument::checkTree() const {
         }
     } check;
     try {
-        _document.document_element().traverse(check);
+        _document.root().traverse(check);
     } catch (const ElementError& error) {
         throw badRequest(error);
     }

@@ -179,7 +179,7 @@ void HttpServer::run() {
     for (Listener& listener : server.listeners) {
         server.accept(listener);
     }
-    server.host.io.run();
+    server.host.run();
     server.host.workers.join();
 }
 

@@ -44,6 +44,18 @@ struct SessionHost {
     SessionHost(const HttpLimits& theLimits, HttpHandler theHandler)
         : limits(theLimits), handler(std::move(theHandler)), workers(theLimits.workers) {}
 
+    // Runs the I/O thread to its end. What goes wrong in one session ends that session only.
+    void run() {
+        for (;;) {
+            try {
+                io.run();
+                return;
+            } catch (const std::exception& error) {
+                spdlog::error("connection ended: {}", error.what());
+            }
+        }
+    }
+
     const HttpLimits limits;
     const HttpHandler handler;
     std::set<SessionBase*> sessions; // outlives what io still holds of them

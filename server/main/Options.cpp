@@ -33,7 +33,7 @@ void addSeconds(CLI::App& app, const std::string& name, std::chrono::seconds& se
 
 void addLimits(CLI::App& app, HttpLimits& limits) {
     const auto add = [&app](const std::string& name, auto& limit, const std::string& description) {
-        app.add_option(name, limit, description)
+        return app.add_option(name, limit, description)
             ->check(CLI::PositiveNumber)
             ->capture_default_str()
             ->type_name("NUMBER")
@@ -41,7 +41,8 @@ void addLimits(CLI::App& app, HttpLimits& limits) {
     };
     add("--max-connections", limits.connections, "Connections open at once");
     add("--workers", limits.workers, "Operations carried out at once");
-    add("--max-header-bytes", limits.headerBytes, "Headers of one request");
+    add("--max-header-bytes", limits.headerBytes, "Headers of one request")
+        ->check(CLI::Range(std::size_t{1}, maximumHeaderBytes));
     add("--max-body-bytes", limits.bodyBytes, "Body of one request");
     addSeconds(app, "--request-time", limits.requestTime, "For a request to arrive");
     addSeconds(app, "--idle-time", limits.idleTime, "Between the requests of a connection");

@@ -43,7 +43,8 @@ bool parseMagnitude(std::string_view text, Uint64& result) {
 
 template<class T>
 [[noreturn]] void throwOutOfRange() {
-    const std::string type = cimTypeToString(CIMValue(T(0)).getType());
+    std::string type = cimTypeToString(CIMValue(T(0)).getType());
+    type[0] = type[0] == 'u' ? 'U' : 'S';
     throw InvalidLiteral(type + " value out of range");
 }
 

@@ -69,7 +69,7 @@ TEST(ReadInstance, ClassOriginPropagationAndQualifiersAreKept) {
 
 TEST(ReadInstance, ErrorsSayWhatIsWrong) {
     EXPECT_EQ(errorWith(R"(<PROPERTY NAME="a" TYPE="uint8"><VALUE>256</VALUE></PROPERTY>)"),
-              "semantic: uint8 value out of range");
+              "semantic: Uint8 value out of range");
     EXPECT_EQ(errorWith(R"(<PROPERTY NAME="a"/>)"), "validation: missing PROPERTY.TYPE attribute");
     EXPECT_EQ(errorWith(R"(<PROPERTY NAME="a" TYPE="foo"/>)"),
               "semantic: Illegal value for PROPERTY.TYPE attribute");

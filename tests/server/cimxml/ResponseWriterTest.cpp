@@ -195,7 +195,7 @@ TEST(ResponseWriter, QualifierDeclarationsShowScopeAndFlavor) {
                      [&](ResultSink& sink) { sink.qualifier(declaration); }),
               returned("GetQualifier", "<QUALIFIER.DECLARATION NAME=\"Abstract\" TYPE=\"boolean\" "
                                        "TOSUBCLASS=\"false\">\n"
-                                       "<SCOPE CLASS=\"true\" INDICATION=\"true\"/>\n"
+                                       "<SCOPE CLASS=\"true\" INDICATION=\"true\"/>"
                                        "<VALUE>FALSE</VALUE>\n</QUALIFIER.DECLARATION>\n"));
 }
 

@@ -63,7 +63,7 @@ TEST(ParamValue, ErrorsSayWhatIsWrong) {
     EXPECT_EQ(paramError(R"( PARAMTYPE="uint32")", "<VALUE>abc</VALUE>"),
               "semantic: Invalid unsigned integer value");
     EXPECT_EQ(paramError(R"( PARAMTYPE="uint8")", "<VALUE.ARRAY><VALUE>256</VALUE></VALUE.ARRAY>"),
-              "semantic: uint8 value out of range");
+              "semantic: Uint8 value out of range");
     EXPECT_EQ(paramError(R"( PARAMTYPE="foo")", "<VALUE>x</VALUE>"),
               "semantic: Illegal value for PARAMVALUE.PARAMTYPE attribute");
     EXPECT_EQ(

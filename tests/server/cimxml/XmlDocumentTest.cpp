@@ -54,10 +54,16 @@ TEST(XmlDocument, NullCharacterIsNotWellFormed) {
 }
 
 TEST(XmlDocument, DocumentTypeIsRefused) {
-    EXPECT_EQ(refusalOfText(declaration + "<!DOCTYPE a [<!ENTITY e \"x\">]><a>&e;</a>"),
-              "400 request-not-valid: A document type declaration is not accepted");
-    EXPECT_EQ(refusalOfText(declaration + "<!DOCTYPE a><a/>"),
-              "400 request-not-valid: A document type declaration is not accepted");
+    const std::string expected =
+        "400 request-not-valid: Validation error: on line 1: Expected open of CIM element";
+    EXPECT_EQ(refusalOfText(declaration + "<!DOCTYPE a [<!ENTITY e \"x\">]><a>&e;</a>"), expected);
+    EXPECT_EQ(refusalOfText(declaration + "<!DOCTYPE a><a/>"), expected);
+}
+
+TEST(XmlDocument, ProcessingInstructionIsRefused) {
+    const std::string expected = "400 request-not-well-formed: Processing instruction: on line 1";
+    EXPECT_EQ(refusalOfText(declaration + "<a><?x y?></a>"), expected);
+    EXPECT_EQ(refusalOfText(declaration + "<?x y?><a/>"), expected);
 }
 
 TEST(XmlDocument, DepthIsLimited) {

@@ -205,6 +205,18 @@ TEST(RefusedRequest, WithTooLongHeaders) {
                 StartsWith("HTTP/1.1 431 Request Header Fields Too Large\r\n"));
 }
 
+TEST(RefusedRequest, WithHeadersBeyondWhatTheLibraryHolds) {
+    EXPECT_THAT(refusalOf(post("", "X: " + std::string(70000, 'x') + "\r\n")),
+                StartsWith("HTTP/1.1 431 Request Header Fields Too Large\r\n"));
+}
+
+TEST(HttpServer, TakesHeadersUpToTheLimit) {
+    TestServer server(echo);
+    TestClient client(server.port);
+    client.send(post("x", "X: " + std::string(60000, 'x') + "\r\n"));
+    EXPECT_THAT(client.readUntil("]"), HasSubstr("[x]"));
+}
+
 TEST(RefusedRequest, ThatIsNoHttp) {
     EXPECT_THAT(refusalOf("hello\r\n\r\n"), StartsWith("HTTP/1.1 400 Bad Request\r\n"));
     EXPECT_THAT(refusalOf("POST / HTTP/1.1\r\nno colon\r\n\r\n"),

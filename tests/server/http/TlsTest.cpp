@@ -14,8 +14,8 @@
 
 #include <cstdio>
 #include <memory>
-#include <string>
 #include <stdexcept>
+#include <string>
 #include <thread>
 
 namespace asio = boost::asio;

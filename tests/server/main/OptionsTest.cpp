@@ -75,6 +75,8 @@ TEST(Options, LimitsCanBeSet) {
     EXPECT_EQ(options.limits.bodyBytes, 1000U);
     EXPECT_EQ(options.limits.requestTime.count(), 7);
     EXPECT_THAT(complaintOf({"--no-auth", "--workers", "0"}), HasSubstr("--workers"));
+    EXPECT_THAT(complaintOf({"--no-auth", "--max-header-bytes", "70000"}),
+                HasSubstr("--max-header-bytes"));
     EXPECT_THAT(complaintOf({"--no-auth", "--request-time", "-1"}), HasSubstr("--request-time"));
 }
 

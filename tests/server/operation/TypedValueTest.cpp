@@ -24,12 +24,12 @@ std::string shown(const char* text, CIMType type) {
 
 TEST(ValueFromText, IntegersReachTheirLimits) {
     EXPECT_EQ(shown("255", CIMTYPE_UINT8), "uint8: 255");
-    EXPECT_EQ(shown("256", CIMTYPE_UINT8), "invalid: uint8 value out of range");
+    EXPECT_EQ(shown("256", CIMTYPE_UINT8), "invalid: Uint8 value out of range");
     EXPECT_EQ(shown("-128", CIMTYPE_SINT8), "sint8: -128");
-    EXPECT_EQ(shown("-129", CIMTYPE_SINT8), "invalid: sint8 value out of range");
-    EXPECT_EQ(shown("32768", CIMTYPE_SINT16), "invalid: sint16 value out of range");
+    EXPECT_EQ(shown("-129", CIMTYPE_SINT8), "invalid: Sint8 value out of range");
+    EXPECT_EQ(shown("32768", CIMTYPE_SINT16), "invalid: Sint16 value out of range");
     EXPECT_EQ(shown("65535", CIMTYPE_UINT16), "uint16: 65535");
-    EXPECT_EQ(shown("4294967296", CIMTYPE_UINT32), "invalid: uint32 value out of range");
+    EXPECT_EQ(shown("4294967296", CIMTYPE_UINT32), "invalid: Uint32 value out of range");
     EXPECT_EQ(shown("-2147483648", CIMTYPE_SINT32), "sint32: -2147483648");
     EXPECT_EQ(shown("18446744073709551615", CIMTYPE_UINT64), "uint64: 18446744073709551615");
     EXPECT_EQ(shown("18446744073709551616", CIMTYPE_UINT64),
