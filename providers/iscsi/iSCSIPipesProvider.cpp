@@ -1,5 +1,8 @@
 #include "providers/iscsi/iSCSIPipesProvider.h"
 
+#include <functional>
+#include <string>
+
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVTarget.h"
 #include "engine/NameConstants.h"
@@ -14,6 +17,8 @@ namespace Pegasus {
 
 namespace {
 
+using Ids = Array<Uint32>;
+
 const CIMName endpointOfNetworkPipe("CIM_EndpointOfNetworkPipe");
 const CIMName networkPipeComposition("CIM_NetworkPipeComposition");
 const CIMName iSCSIProtocolEndpoint("CIM_iSCSIProtocolEndpoint");
@@ -23,119 +28,57 @@ const CIMName TCPProtocolEndpoint("CIM_TCPProtocolEndpoint");
     refuse("IPProtocolEndpoints::associators");
 }
 
-// What an operation makes of the pipes and links that it comes to.
+// Delivers what an operation comes to: paths if it asks for names, else instances.
 class Answer {
 public:
-    Answer() = default;
-    Answer(const Answer&) = delete;
-    Answer& operator=(const Answer&) = delete;
-    virtual ~Answer() = default;
+    template<class Handler>
+    Answer(Handler& handler, Boolean includeQualifiers, const CIMPropertyList& propertyList)
+        : _deliver([&handler](const CIMInstance& instance) { handler.deliver(instance); }),
+          _qualifiers(includeQualifiers), _properties(propertyList) {}
 
-    virtual void session(const CIMName& className, Uint32 id) = 0;
-    virtual void connection(const CIMName& className, Uint32 id) = 0;
+    explicit Answer(ObjectPathResponseHandler& handler) : _paths(&handler) {}
 
-    // The iSCSI endpoint of a target, known by its name or by its place in the list of targets.
-    virtual void targetEndpoint(const String& targetName, const Array<Uint32>& targets,
-                                Uint32 position) = 0;
-    virtual void TCPEndpoint(Uint32 id) = 0;
-
-    virtual void pipeOfTarget(const String& targetName, Uint32 sessionId) = 0;
-    virtual void pipeOfEndpoint(const AssociationEnd& antecedent,
-                                const AssociationEnd& dependent) = 0;
-    virtual void composition(Uint32 sessionId, Uint32 connectionId) = 0;
-};
-
-template<class Handler>
-class Instances : public Answer {
-public:
-    Instances(Boolean includeQualifiers, const CIMPropertyList& propertyList, Handler& handler)
-        : _includeQualifiers(includeQualifiers), _propertyList(propertyList), _handler(handler) {}
-
-    void session(const CIMName& className, Uint32 id) override {
-        _handler.deliver(iSCSISessionInstance(className, _includeQualifiers, _propertyList, id));
+    void session(const CIMName& className, Uint32 id) const {
+        _paths ? _paths->deliver(iSCSISessionPath(className, id))
+               : _deliver(iSCSISessionInstance(className, _qualifiers, _properties, id));
     }
-    void connection(const CIMName& className, Uint32 id) override {
-        _handler.deliver(iSCSIConnectionInstance(className, _includeQualifiers, _propertyList, id));
+    void connection(const CIMName& className, Uint32 id) const {
+        _paths ? _paths->deliver(iSCSIConnectionPath(className, id))
+               : _deliver(iSCSIConnectionInstance(className, _qualifiers, _properties, id));
     }
-    // The endpoint of the target at this position, whatever the name says.
-    void targetEndpoint(const String&, const Array<Uint32>& targets, Uint32 position) override {
-        _handler.deliver(
-            iSCSIProtocolEndpointInstance(_includeQualifiers, _propertyList, targets[position]));
+    // The path goes by the target's name, the instance by a position among the targets.
+    void targetEndpoint(const String& targetName, const Ids& targets, Uint32 position) const {
+        _paths
+            ? _paths->deliver(iSCSIProtocolEndpointPath(targetName))
+            : _deliver(iSCSIProtocolEndpointInstance(_qualifiers, _properties, targets[position]));
     }
-    void TCPEndpoint(Uint32 id) override {
-        _handler.deliver(TCPProtocolEndpointInstance(_includeQualifiers, _propertyList, id));
+    void TCPEndpoint(Uint32 id) const {
+        _paths ? _paths->deliver(TCPProtocolEndpointPath(id))
+               : _deliver(TCPProtocolEndpointInstance(_qualifiers, _properties, id));
     }
-    void pipeOfTarget(const String& targetName, Uint32 sessionId) override {
-        _handler.deliver(EndpointOfNetworkPipeInstance(_includeQualifiers, targetName,
-                                                       CLASS_iSCSISession, sessionId));
+    void pipeOfTarget(const String& name, Uint32 sessionId) const {
+        _paths ? _paths->deliver(EndpointOfNetworkPipePath(name, CLASS_iSCSISession, sessionId))
+               : _deliver(EndpointOfNetworkPipeInstance(_qualifiers, name, CLASS_iSCSISession,
+                                                        sessionId));
     }
-    void pipeOfEndpoint(const AssociationEnd& antecedent,
-                        const AssociationEnd& dependent) override {
-        _handler.deliver(
-            associationInstance(endpointOfNetworkPipe, antecedent, dependent, _includeQualifiers));
+    void composition(Uint32 sessionId, Uint32 connectionId) const {
+        const CIMName& name = networkPipeComposition;
+        _paths
+            ? _paths->deliver(NetworkPipeCompositionPath(name, sessionId, connectionId))
+            : _deliver(NetworkPipeCompositionInstance(name, _qualifiers, sessionId, connectionId));
     }
-    void composition(Uint32 sessionId, Uint32 connectionId) override {
-        _handler.deliver(NetworkPipeCompositionInstance(networkPipeComposition, _includeQualifiers,
-                                                        sessionId, connectionId));
+    void link(const CIMName& association, const AssociationEnd& first,
+              const AssociationEnd& second) const {
+        _paths ? _paths->deliver(associationPath(association, first, second))
+               : _deliver(associationInstance(association, first, second, _qualifiers));
     }
 
 private:
-    const Boolean _includeQualifiers;
-    const CIMPropertyList& _propertyList;
-    Handler& _handler;
+    ObjectPathResponseHandler* const _paths = nullptr;
+    const std::function<void(const CIMInstance&)> _deliver;
+    const Boolean _qualifiers = false;
+    const CIMPropertyList _properties;
 };
-
-class Paths : public Answer {
-public:
-    explicit Paths(ObjectPathResponseHandler& handler) : _handler(handler) {}
-
-    void session(const CIMName& className, Uint32 id) override {
-        _handler.deliver(iSCSISessionPath(className, id));
-    }
-    void connection(const CIMName& className, Uint32 id) override {
-        _handler.deliver(iSCSIConnectionPath(className, id));
-    }
-    void targetEndpoint(const String& targetName, const Array<Uint32>&, Uint32) override {
-        _handler.deliver(iSCSIProtocolEndpointPath(targetName));
-    }
-    void TCPEndpoint(Uint32 id) override { _handler.deliver(TCPProtocolEndpointPath(id)); }
-    void pipeOfTarget(const String& targetName, Uint32 sessionId) override {
-        _handler.deliver(EndpointOfNetworkPipePath(targetName, CLASS_iSCSISession, sessionId));
-    }
-    void pipeOfEndpoint(const AssociationEnd& antecedent,
-                        const AssociationEnd& dependent) override {
-        _handler.deliver(associationPath(endpointOfNetworkPipe, antecedent, dependent));
-    }
-    void composition(Uint32 sessionId, Uint32 connectionId) override {
-        _handler.deliver(
-            NetworkPipeCompositionPath(networkPipeComposition, sessionId, connectionId));
-    }
-
-private:
-    ObjectPathResponseHandler& _handler;
-};
-
-// Visits the targets that have sessions: visit(targets, name of the target, its sessions).
-template<class Visit>
-void forEachTarget(DRAVEngine& engine, Visit visit) {
-    const Array<Uint32> targets =
-        engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET);
-    for (const Uint32 targetId : targets) {
-        const auto target = readRecord<DRAVTarget>(engine, CLASSID_TARGET, targetId);
-        if (target && target->sessionPresence != 0)
-            visit(targets, target->name,
-                  engine.enumerateAssociatedObjects(targetId, CLASSID_ISCSI_SESSION));
-    }
-}
-
-// Visits the TCP endpoints: visit(endpoints, connections of the endpoint).
-template<class Visit>
-void forEachEndpoint(DRAVEngine& engine, Visit visit) {
-    const Array<Uint32> endpoints =
-        engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TCP_ENDPOINT);
-    for (const Uint32 endpointId : endpoints)
-        visit(endpoints, engine.enumerateAssociatedObjects(endpointId, CLASSID_ISCSI_CONNECTION));
-}
 
 AssociationEnd endpointEnd(Uint32 endpointId) {
     return {STRING_Antecedent, TCPProtocolEndpointPath(endpointId), TCPProtocolEndpoint};
@@ -146,72 +89,118 @@ AssociationEnd connectionEnd(Uint32 connectionId) {
             CLASS_iSCSIConnection};
 }
 
-// An end that the request names by its path.
+// An end that the client names by its path.
 AssociationEnd givenEnd(const String& role, const CIMObjectPath& path) {
     return {role, path, path.getClassName()};
 }
 
-// Enumerations: everything of one class.
-
-void listSessions(DRAVEngine& engine, const CIMName& className, Answer& answer) {
-    for (const Uint32 id :
-         engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_ISCSI_SESSION))
-        answer.session(className, id);
+// None if the target's record says so, or if there is no record.
+Ids sessionsOf(DRAVEngine& engine, Uint32 targetId, const DRAVTarget* target) {
+    if (!target || target->sessionPresence == 0)
+        return Ids();
+    return engine.enumerateAssociatedObjects(targetId, CLASSID_ISCSI_SESSION);
 }
 
-void listConnections(DRAVEngine& engine, const CIMName& className, Answer& answer) {
-    for (const Uint32 id :
-         engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_ISCSI_CONNECTION))
-        answer.connection(className, id);
+Ids connectionsOf(DRAVEngine& engine, Uint32 id) {
+    return engine.enumerateAssociatedObjects(id, CLASSID_ISCSI_CONNECTION);
 }
 
-// A link is paired by the position j of the connection (here and in the walks below): clients of
-// the array rely on it.
-void listPipeEnds(DRAVEngine& engine, const CIMName&, Answer& answer) {
-    forEachTarget(engine, [&](const auto&, const String& name, const Array<Uint32>& sessions) {
-        for (const Uint32 sessionId : sessions)
-            answer.pipeOfTarget(name, sessionId);
-    });
-    forEachEndpoint(engine, [&](const auto& endpoints, const Array<Uint32>& connections) {
-        for (Uint32 j = 0; j < connections.size(); ++j) {
-            const AssociationEnd endpoint = endpointEnd(endpoints[j]);
-            answer.pipeOfEndpoint(endpoint, connectionEnd(connections[j]));
-        }
-    });
-}
-
-void listCompositions(DRAVEngine& engine, const CIMName&, Answer& answer) {
-    forEachTarget(engine, [&](const auto&, const String&, const Array<Uint32>& sessions) {
-        for (const Uint32 sessionId : sessions) {
-            const Array<Uint32> connections =
-                engine.enumerateAssociatedObjects(sessionId, CLASSID_ISCSI_CONNECTION);
-            for (Uint32 j = 0; j < connections.size(); ++j)
-                answer.composition(sessions[j], connections[j]);
-        }
-    });
-}
-
-struct Extent {
-    const CIMName& className;
-    void (*list)(DRAVEngine&, const CIMName&, Answer&);
-};
-
-const Extent extents[] = {
-    {CLASS_iSCSISession, listSessions},
-    {CLASS_iSCSIConnection, listConnections},
-    {endpointOfNetworkPipe, listPipeEnds},
-    {networkPipeComposition, listCompositions},
-};
-
-void enumerate(DRAVEngine& engine, const CIMName& className, Answer& answer) {
-    for (const Extent& extent : extents) {
-        if (extent.className == className)
-            return extent.list(engine, className, answer);
+// visit(targets, name of a target, its sessions, position in them), for each session of each.
+template<class Visit>
+void forEachSession(DRAVEngine& engine, Visit visit) {
+    const Ids targets = engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET);
+    for (const Uint32 targetId : targets) {
+        const auto target = readRecord<DRAVTarget>(engine, CLASSID_TARGET, targetId);
+        const Ids sessions = sessionsOf(engine, targetId, target.get());
+        for (Uint32 j = 0; j < sessions.size(); ++j)
+            visit(targets, target->name, sessions, j);
     }
-    refuseClass();
 }
 
-// Associations: from an object to the far ends, or to the associations themselves.
+// visit(endpoints, connections of one of them, position in those), for each connection of each.
+template<class Visit>
+void forEachConnection(DRAVEngine& engine, Visit visit) {
+    const Ids endpoints = engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TCP_ENDPOINT);
+    for (const Uint32 endpointId : endpoints) {
+        const Ids connections = connectionsOf(engine, endpointId);
+        for (Uint32 j = 0; j < connections.size(); ++j)
+            visit(endpoints, connections, j);
+    }
+}
+
+// Instances: how one is got and all of a class are listed. Here and in the walks below, the other
+// end of a pipe is often the one at the pipe's own position j: clients of the array rely on it.
+
+template<auto give>
+void get(const CIMObjectPath& path, const Answer& answer) {
+    (answer.*give)(path.getClassName(), idFromFirstKey(path));
+}
+
+// The association that the client names by its ends, whether or not there are such objects.
+template<const CIMName& association, const String& firstRole, const String& secondRole>
+void echo(const CIMObjectPath& path, const Answer& answer) {
+    const AssociationEnd first = givenEnd(firstRole, keyValue(path, firstRole));
+    const AssociationEnd second = givenEnd(secondRole, keyValue(path, secondRole));
+    answer.link(association, first, second);
+}
+
+template<auto give, CLASSID_e objectClass>
+void list(DRAVEngine& engine, const CIMName& className, const Answer& answer) {
+    for (const Uint32 id : engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, objectClass))
+        (answer.*give)(className, id);
+}
+
+void listPipeEnds(DRAVEngine& engine, const CIMName&, const Answer& answer) {
+    forEachSession(engine, [&](const Ids&, const String& name, const Ids& sessions, Uint32 j) {
+        answer.pipeOfTarget(name, sessions[j]);
+    });
+    forEachConnection(engine, [&](const Ids& endpoints, const Ids& connections, Uint32 j) {
+        const AssociationEnd endpoint = endpointEnd(endpoints[j]);
+        answer.link(endpointOfNetworkPipe, endpoint, connectionEnd(connections[j]));
+    });
+}
+
+void listCompositions(DRAVEngine& engine, const CIMName&, const Answer& answer) {
+    forEachSession(engine, [&](const Ids&, const String&, const Ids& sessions, Uint32 i) {
+        const Ids connections = connectionsOf(engine, sessions[i]);
+        for (Uint32 j = 0; j < connections.size(); ++j)
+            answer.composition(sessions[j], connections[j]);
+    });
+}
+
+struct Served {
+    const CIMName& className;
+    void (*get)(const CIMObjectPath&, const Answer&);
+    void (*list)(DRAVEngine&, const CIMName&, const Answer&);
+};
+
+const Served servedClasses[] = {
+    {CLASS_iSCSISession, get<&Answer::session>, list<&Answer::session, CLASSID_ISCSI_SESSION>},
+    {CLASS_iSCSIConnection, get<&Answer::connection>,
+     list<&Answer::connection, CLASSID_ISCSI_CONNECTION>},
+    {endpointOfNetworkPipe, echo<endpointOfNetworkPipe, STRING_Antecedent, STRING_Dependent>,
+     listPipeEnds},
+    {networkPipeComposition,
+     echo<networkPipeComposition, STRING_GroupComponent, STRING_PartComponent>, listCompositions},
+};
+
+// Null if it is not served.
+const Served* findServed(const CIMName& className) {
+    for (const Served& served : servedClasses) {
+        if (served.className == className)
+            return &served;
+    }
+    return nullptr;
+}
+
+void enumerate(DRAVEngine& engine, const CIMName& className, const Answer& answer) {
+    const Served* const served = findServed(className);
+    if (!served)
+        refuseClass();
+    served->list(engine, className, answer);
+}
+
+// Walks from an object to what is at the other end of its pipes.
 
 struct Question {
     const CIMObjectPath& source;
@@ -220,83 +209,64 @@ struct Question {
     const char* tag;       // begins the lines of the walk from an iSCSI endpoint
 };
 
-// From a target's iSCSI endpoint, whose "Name" is the target's and nine characters, to its
-// sessions.
-void sessionsOfTarget(DRAVEngine& engine, const Question& question, Answer& answer) {
+// The endpoint's "Name" is the target's and a suffix of nine characters. It is not checked: what is
+// shorter is looked up whole.
+void sessionsOfTarget(DRAVEngine& engine, const Question& question, const Answer& answer) {
     const String name = keyValue(question.source, PROPERTY_Name);
     const String targetKey = name.subString(0, name.size() - 9);
     const std::string tag = question.tag;
-    trace(tag + ":EONP:IPE Extracted Target Key: " + utf8(targetKey));
+    trace(tag + "Extracted Target Key: " + utf8(targetKey));
     const Uint32 targetId = engine.getiSCSIObjectIDByName(CLASSID_TARGET, targetKey);
-    trace(tag + ":EONP:IPE ObjectIDByName is: " + std::to_string(targetId));
+    trace(tag + "ObjectIDByName is: " + std::to_string(targetId));
+    if (targetId == 0)
+        return;
 
     const auto target = readRecord<DRAVTarget>(engine, CLASSID_TARGET, targetId);
-    if (!target || target->sessionPresence == 0)
-        return;
-    for (const Uint32 id : engine.enumerateAssociatedObjects(targetId, CLASSID_ISCSI_SESSION)) {
-        if (question.farEnd)
-            answer.session(*question.farEnd, id);
-        else
-            answer.pipeOfTarget(targetKey, id);
-    }
+    for (const Uint32 id : sessionsOf(engine, targetId, target.get()))
+        question.farEnd ? answer.session(*question.farEnd, id) : answer.pipeOfTarget(targetKey, id);
 }
 
-void connectionsOfEndpoint(DRAVEngine& engine, const Question& question, Answer& answer) {
+void connectionsOfEndpoint(DRAVEngine& engine, const Question& question, const Answer& answer) {
+    const AssociationEnd endpoint = givenEnd(STRING_Antecedent, question.source);
     const Uint32 endpointId = DRAVObjectID(keyValue(question.source, PROPERTY_Name)).id;
-    for (const Uint32 id :
-         engine.enumerateAssociatedObjects(endpointId, CLASSID_ISCSI_CONNECTION)) {
-        if (question.farEnd)
-            answer.connection(*question.farEnd, id);
-        else
-            answer.pipeOfEndpoint(givenEnd(STRING_Antecedent, question.source), connectionEnd(id));
-    }
+    for (const Uint32 id : connectionsOf(engine, endpointId))
+        question.farEnd ? answer.connection(*question.farEnd, id)
+                        : answer.link(endpointOfNetworkPipe, endpoint, connectionEnd(id));
 }
 
-void targetOfSession(DRAVEngine& engine, const Question& question, Answer& answer) {
-    const Uint32 sessionId = idFromFirstKey(question.source);
-    forEachTarget(engine, [&](const Array<Uint32>& targets, const String& name,
-                              const Array<Uint32>& sessions) {
-        for (Uint32 j = 0; j < sessions.size(); ++j) {
-            if (sessions[j] != sessionId)
-                continue;
-            if (question.farEnd)
-                answer.targetEndpoint(name, targets, j);
-            else
-                answer.pipeOfTarget(name, sessionId);
-        }
+void targetOfSession(DRAVEngine& engine, const Question& question, const Answer& answer) {
+    const Uint32 id = idFromFirstKey(question.source);
+    forEachSession(engine,
+                   [&](const Ids& targets, const String& name, const Ids& sessions, Uint32 j) {
+                       if (sessions[j] == id)
+                           question.farEnd ? answer.targetEndpoint(name, targets, j)
+                                           : answer.pipeOfTarget(name, id);
+                   });
+}
+
+void endpointOfConnection(DRAVEngine& engine, const Question& question, const Answer& answer) {
+    const AssociationEnd connection = givenEnd(STRING_Dependent, question.source);
+    const Uint32 id = idFromFirstKey(question.source);
+    forEachConnection(engine, [&](const Ids& endpoints, const Ids& connections, Uint32 j) {
+        if (connections[j] == id)
+            question.farEnd
+                ? answer.TCPEndpoint(endpoints[j])
+                : answer.link(endpointOfNetworkPipe, endpointEnd(endpoints[j]), connection);
     });
 }
 
-void endpointOfConnection(DRAVEngine& engine, const Question& question, Answer& answer) {
-    const Uint32 connectionId = idFromFirstKey(question.source);
-    forEachEndpoint(engine, [&](const auto& endpoints, const Array<Uint32>& connections) {
-        for (Uint32 j = 0; j < connections.size(); ++j) {
-            if (connections[j] != connectionId)
-                continue;
-            if (question.farEnd)
-                answer.TCPEndpoint(endpoints[j]);
-            else
-                answer.pipeOfEndpoint(endpointEnd(endpoints[j]),
-                                      givenEnd(STRING_Dependent, question.source));
-        }
-    });
-}
-
-void connectionsOfSession(DRAVEngine& engine, const Question& question, Answer& answer) {
+void connectionsOfSession(DRAVEngine& engine, const Question& question, const Answer& answer) {
     const Uint32 sessionId = idFromFirstKey(question.source);
-    for (const Uint32 id : engine.enumerateAssociatedObjects(sessionId, CLASSID_ISCSI_CONNECTION)) {
-        if (question.farEnd)
-            answer.connection(*question.farEnd, id);
-        else
-            answer.composition(sessionId, id);
-    }
+    for (const Uint32 id : connectionsOf(engine, sessionId))
+        question.farEnd ? answer.connection(*question.farEnd, id)
+                        : answer.composition(sessionId, id);
 }
 
 struct Walk {
     const CIMName& association;
     const CIMName& source;
     const CIMName& farEnd;
-    void (*go)(DRAVEngine&, const Question&, Answer&);
+    void (*go)(DRAVEngine&, const Question&, const Answer&);
 };
 
 const Walk walks[] = {
@@ -307,17 +277,12 @@ const Walk walks[] = {
     {networkPipeComposition, CLASS_iSCSISession, CLASS_iSCSIConnection, connectionsOfSession},
 };
 
-bool serves(const Walk& walk, const Question& question) {
-    return walk.association == question.association &&
-           walk.source == question.source.getClassName() &&
-           (!question.farEnd || walk.farEnd == *question.farEnd);
-}
-
-// A source or far end that no walk serves has no results over the one association, and is refused
-// over the other.
-void traverse(DRAVEngine& engine, const Question& question, Answer& answer) {
+// Where no walk leads, the one association has no results and the other is refused.
+void traverse(DRAVEngine& engine, const Question& question, const Answer& answer) {
     for (const Walk& walk : walks) {
-        if (serves(walk, question))
+        if (walk.association == question.association &&
+            walk.source == question.source.getClassName() &&
+            (!question.farEnd || walk.farEnd == *question.farEnd))
             return walk.go(engine, question, answer);
     }
     if (question.association != endpointOfNetworkPipe)
@@ -335,24 +300,9 @@ void iSCSIPipesProvider::getInstance(const OperationContext&, const CIMObjectPat
                                      const CIMPropertyList& propertyList,
                                      InstanceResponseHandler& handler) {
     handler.processing();
-    const CIMName className = path.getClassName();
-    const Uint32 id = idFromFirstKey(path);
-    Instances answer(includeQualifiers, propertyList, handler);
-
-    const auto echo = [&](const CIMName& association, const String& first, const String& second) {
-        const AssociationEnd firstEnd = givenEnd(first, CIMObjectPath(keyValue(path, first)));
-        const AssociationEnd secondEnd = givenEnd(second, CIMObjectPath(keyValue(path, second)));
-        handler.deliver(associationInstance(association, firstEnd, secondEnd, includeQualifiers));
-    };
-
-    if (className == CLASS_iSCSISession)
-        answer.session(className, id);
-    else if (className == CLASS_iSCSIConnection)
-        answer.connection(className, id);
-    else if (className == endpointOfNetworkPipe)
-        echo(endpointOfNetworkPipe, STRING_Antecedent, STRING_Dependent);
-    else if (className == networkPipeComposition)
-        echo(networkPipeComposition, STRING_GroupComponent, STRING_PartComponent);
+    static_cast<void>(path.getKeyBindings()[0]); // a path without keys is an error of any class
+    if (const Served* const served = findServed(path.getClassName()))
+        served->get(path, Answer(handler, includeQualifiers, propertyList));
     handler.complete();
 }
 
@@ -363,8 +313,8 @@ void iSCSIPipesProvider::enumerateInstances(const OperationContext&,
                                             InstanceResponseHandler& handler) {
     handler.processing();
     trace("Entering Pipes EI ");
-    Instances answer(includeQualifiers, propertyList, handler);
-    enumerate(*_engine, classReference.getClassName(), answer);
+    enumerate(*_engine, classReference.getClassName(),
+              Answer(handler, includeQualifiers, propertyList));
     handler.complete();
 }
 
@@ -373,8 +323,7 @@ void iSCSIPipesProvider::enumerateInstanceNames(const OperationContext&,
                                                 ObjectPathResponseHandler& handler) {
     handler.processing();
     trace("Entering Pipes EIN ");
-    Paths answer(handler);
-    enumerate(*_engine, classReference.getClassName(), answer);
+    enumerate(*_engine, classReference.getClassName(), Answer(handler));
     handler.complete();
 }
 
@@ -385,8 +334,8 @@ void iSCSIPipesProvider::associators(const OperationContext&, const CIMObjectPat
                                      ObjectResponseHandler& handler) {
     handler.processing();
     trace("Entering Pipes Associators ");
-    Instances answer(includeQualifiers, propertyList, handler);
-    traverse(*_engine, {objectName, associationClass, &resultClass, "A"}, answer);
+    traverse(*_engine, {objectName, associationClass, &resultClass, "A:EONP:IPE "},
+             Answer(handler, includeQualifiers, propertyList));
     handler.complete();
 }
 
@@ -396,8 +345,8 @@ void iSCSIPipesProvider::associatorNames(const OperationContext&, const CIMObjec
                                          ObjectPathResponseHandler& handler) {
     handler.processing();
     trace("Entering Pipes Associator Names ");
-    Paths answer(handler);
-    traverse(*_engine, {objectName, associationClass, &resultClass, "AN"}, answer);
+    traverse(*_engine, {objectName, associationClass, &resultClass, "AN:EONP:IPE "},
+             Answer(handler));
     handler.complete();
 }
 
@@ -408,8 +357,8 @@ void iSCSIPipesProvider::references(const OperationContext&, const CIMObjectPath
                                     ObjectResponseHandler& handler) {
     handler.processing();
     trace("Entering Pipes References ");
-    Instances answer(includeQualifiers, propertyList, handler);
-    traverse(*_engine, {objectName, resultClass, nullptr, "REF"}, answer);
+    traverse(*_engine, {objectName, resultClass, nullptr, "REF:EONP:IPE "},
+             Answer(handler, includeQualifiers, propertyList));
     handler.complete();
 }
 
@@ -418,8 +367,7 @@ void iSCSIPipesProvider::referenceNames(const OperationContext&, const CIMObject
                                         ObjectPathResponseHandler& handler) {
     handler.processing();
     trace("Entering Pipes ReferenceNames ");
-    Paths answer(handler);
-    traverse(*_engine, {objectName, resultClass, nullptr, "REFN"}, answer);
+    traverse(*_engine, {objectName, resultClass, nullptr, "REFN:EONP:IPE "}, Answer(handler));
     handler.complete();
 }
 

@@ -57,14 +57,14 @@ struct Setting {
     void (*take)(const CIMValue& value, Record& record);
 };
 
-// Reads a value of this CIM type, which is a TypeMismatchException if it is of another, and stores
-// it; a null value leaves the field.
-template<class CIMType, auto field, class Stored = CIMType, class Record>
+// Reads a value, which is a TypeMismatchException if it is not of this CIM type, and stores it; a
+// null value leaves the field.
+template<class CIMType, auto field, class Record>
 void take(const CIMValue& value, Record& record) {
     CIMType given{};
     value.get(given);
     if (!value.isNull())
-        record.*field = Stored(given);
+        record.*field = given;
 }
 
 // The same through one of the engine's converters.
@@ -80,13 +80,13 @@ using Session = DRAVSessionSettings;
 
 const Setting<Session> sessionSettings[] = {
     {"MaxConnectionsPerSession", take<Uint32, &Session::maxConnections>},
-    {"InitialR2TPreference", take<Boolean, &Session::initialR2T, Uint32>},
-    {"ImmediateDataPreference", take<Boolean, &Session::immediateData, Uint32>},
+    {"InitialR2TPreference", take<Boolean, &Session::initialR2T>},
+    {"ImmediateDataPreference", take<Boolean, &Session::immediateData>},
     {"MaxOutstandingR2T", take<Uint32, &Session::maxOutstandingR2T>},
     {"MaxUnsolicitedFirstDataBurstLength", take<Uint32, &Session::firstBurstLength>},
     {"MaxDataBurstLength", take<Uint32, &Session::maxBurstLength>},
-    {"DataSequenceInOrderPreference", take<Boolean, &Session::dataSequenceInOrder, Uint32>},
-    {"DataPDUInOrderPreference", take<Boolean, &Session::dataPDUInOrder, Uint32>},
+    {"DataSequenceInOrderPreference", take<Boolean, &Session::dataSequenceInOrder>},
+    {"DataPDUInOrderPreference", take<Boolean, &Session::dataPDUInOrder>},
     {"DefaultTimeToWaitPreference", take<Uint32, &Session::defaultTime2Wait>},
     {"DefaultTimeToRetainPreference", take<Uint32, &Session::defaultTime2Retain>},
     {"ErrorRecoveryLevelPreference", take<Uint32, &Session::errorRecoveryLevel>},
@@ -102,7 +102,7 @@ const Setting<Connection> connectionSettings[] = {
     {"PrimaryDataDigestMethod", convert<Digest, &Connection::primaryDataDigest>},
     {"SecondaryHeaderDigestMethod", convert<Digest, &Connection::secondaryHeaderDigest>},
     {"SecondaryDataDigestMethod", convert<Digest, &Connection::secondaryDataDigest>},
-    {"RequestingMarkersOnReceive", take<Boolean, &Connection::markersOnReceive, Uint32>},
+    {"RequestingMarkersOnReceive", take<Boolean, &Connection::markersOnReceive>},
     {"PrimaryAuthenticationMethod", convert<Auth, &Connection::primaryAuthMethod>},
     {"SecondaryAuthenticationMethod", convert<Auth, &Connection::secondaryAuthMethod>},
 };
