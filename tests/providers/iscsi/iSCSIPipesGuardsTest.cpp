@@ -116,17 +116,37 @@ TEST_F(iSCSIPipesGuardsTest, WithoutAResultClassNoWalkIsChosen) {
     expectAssociatorsRefused(sessionPath(SESSION1), COMPOSITION, CIMName());
 }
 
-TEST_F(iSCSIPipesGuardsTest, ClassesAreComparedWithoutRegardToCaseAndPassedOnAsSpelled) {
+TEST_F(iSCSIPipesGuardsTest, ClassesAreComparedWithoutRegardToCase) {
     const CIMObjectPath source =
         requestPath("cim_TCPprotocolendpoint", {{"name", keyText(ENDPOINT2)}});
-    associatorNames(source, "CIM_ENDPOINTOFNETWORKPIPE", "cim_ISCSIconnection");
-    EXPECT_THAT(calls(), ElementsAre("enumerateAssociatedObjects(0x09000002, 16)",
-                                     "iSCSIConnectionPath(cim_ISCSIconnection, 0x10000003)"));
-
     references(source, "CIM_ENDPOINTOFNETWORKPIPE");
+
     EXPECT_EQ(text(objects.delivered.at(0).getClassName()), "CIM_EndpointOfNetworkPipe");
     EXPECT_THAT(properties(CIMInstance(objects.delivered.at(0))).at(0),
                 testing::HasSubstr(" of cim_TCPprotocolendpoint from CIM_EndpointOfNetworkPipe"));
+}
+
+TEST_F(iSCSIPipesGuardsTest, TheResultClassGoesToTheBuildersAsSpelled) {
+    const CIMName sessionClass("cim_ISCSIsession");
+    const CIMName connectionClass("cim_ISCSIconnection");
+    connect(SESSION1, {CONNECTION1});
+    associatorNames(iscsiEndpointPath("iqn.t1,t,0x0001"), PIPE_END, sessionClass);
+    associators(iscsiEndpointPath("iqn.t1,t,0x0001"), PIPE_END, sessionClass);
+    associatorNames(tcpEndpointPath(ENDPOINT2), PIPE_END, connectionClass);
+    associators(tcpEndpointPath(ENDPOINT2), PIPE_END, connectionClass);
+    associatorNames(sessionPath(SESSION1), COMPOSITION, connectionClass);
+    associators(sessionPath(SESSION1), COMPOSITION, connectionClass);
+
+    const Lines lines = calls();
+    for (const char* call : {"iSCSISessionPath(cim_ISCSIsession, 0x11000001)",
+                             "iSCSISessionInstance(cim_ISCSIsession, true, [Name], 0x11000001)",
+                             "iSCSIConnectionPath(cim_ISCSIconnection, 0x10000003)",
+                             "iSCSIConnectionInstance(cim_ISCSIconnection, true, [Name], "
+                             "0x10000003)",
+                             "iSCSIConnectionPath(cim_ISCSIconnection, 0x10000001)",
+                             "iSCSIConnectionInstance(cim_ISCSIconnection, true, [Name], "
+                             "0x10000001)"})
+        EXPECT_THAT(lines, testing::Contains(call));
 }
 
 // Keys.
