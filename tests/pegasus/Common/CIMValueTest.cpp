@@ -162,7 +162,8 @@ TEST(CIMValue, DefaultIsANullBoolean) {
 }
 
 TEST(CIMValue, ALiteralIsTrueAndNotAString) {
-    const CIMValue v("text");
+    const char* const literal = "text";
+    const CIMValue v(literal);
     EXPECT_EQ(v.getType(), CIMTYPE_BOOLEAN);
     EXPECT_EQ(v, CIMValue(Boolean(true)));
 }
