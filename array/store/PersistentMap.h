@@ -41,6 +41,17 @@ public:
     }
     bool contains(Key key) const { return find(key) != nullptr; }
 
+    // The least key; the map must not be empty.
+    Key firstKey() const {
+        const Node* node = _root.get();
+        for (;;) {
+            const std::uint32_t first = node->used() & (~node->used() + 1);
+            if (!node->isNode(first))
+                return node->entry(first).key;
+            node = node->node(first).get();
+        }
+    }
+
     // Inserts or replaces.
     void set(Key key, T value) {
         if (_root)

@@ -121,6 +121,7 @@ TEST_P(PersistentMapModel, BehavesAsAnOrderedMapDoesAlsoInOldCopies) {
             ASSERT_EQ(map.erase(gone), model.erase(gone) == 1);
         }
         ASSERT_EQ(map.size(), model.size());
+        ASSERT_TRUE(model.empty() || map.firstKey() == model.begin()->first);
         const auto found = model.find(key);
         const int* value = map.find(key);
         ASSERT_EQ(value != nullptr, found != model.end());

@@ -1,0 +1,135 @@
+#include "array/journal/StateReader.h"
+
+namespace array {
+
+namespace {
+
+using State = Snapshot::State;
+
+// Ids of another class, or without a serial, would not be found again.
+template<class Record>
+void checkId(Id id) {
+    if (classOf(id) != classOfRecord<Record> || serialOf(id) == 0)
+        fail(ErrorCode::StateDamaged, std::string("array.db, table ") + Layout<Record>::table +
+                                          ": the id " + keyText(id) +
+                                          " is of another class. Put a backup in its place.");
+}
+
+Id idIn(const SQLite::Column& column) {
+    return static_cast<Id>(column.getInt64());
+}
+
+} // namespace
+
+StateReader::StateReader(SQLite::Database& database)
+    : _header(database, "SELECT version, log_start, host, system FROM array"),
+      _serials(database, "SELECT class, last FROM serial"),
+      _changes(database, "SELECT DISTINCT id, other FROM log WHERE version > ?"),
+      _grants(database, "SELECT target, initiator FROM access_grant ORDER BY target, initiator"),
+      _isGranted(database, "SELECT 1 FROM access_grant WHERE target = ? AND initiator = ?"),
+      _records(prepareAll<ForEachRecord<LoadStatement>>(database)),
+      _statistics(prepareAll<ForEachStatistics<LoadStatement>>(database)) {}
+
+StateReader::Header StateReader::header() {
+    _header.reset();
+    Header header;
+    if (!_header.executeStep())
+        fail(ErrorCode::StateDamaged, "array.db, table array: the row of the array is missing. "
+                                      "Put a backup in its place.");
+    header.version = static_cast<std::uint64_t>(_header.getColumn(0).getInt64());
+    header.logStart = static_cast<std::uint64_t>(_header.getColumn(1).getInt64());
+    header.names = Names{_header.getColumn(2).getString(), _header.getColumn(3).getString()};
+    _header.reset();
+    return header;
+}
+
+State StateReader::load() {
+    const Header now = header();
+    State state;
+    state.version = now.version;
+    state.names = Shared<Names>::make(now.names);
+
+    forEachRecordType([&]<class Record>(std::type_identity<Record>) {
+        std::get<LoadStatement<Record>>(_records).all([&](Id id, Record&& record) {
+            checkId<Record>(id);
+            state.put(id, std::move(record));
+        });
+    });
+    forEachStatisticsType([&]<class Statistics>(std::type_identity<Statistics>) {
+        std::get<LoadStatement<Statistics>>(_statistics).all([&](Id id, Statistics&& values) {
+            state.putStatistics(id, std::move(values));
+        });
+    });
+
+    _grants.reset();
+    while (_grants.executeStep())
+        state.grant(idIn(_grants.getColumn(0)), idIn(_grants.getColumn(1)));
+    _grants.reset();
+
+    _serials.reset();
+    while (_serials.executeStep())
+        state.serialUsed(makeId(static_cast<CLASSID_e>(_serials.getColumn(0).getInt()),
+                                idIn(_serials.getColumn(1))));
+    _serials.reset();
+    return state;
+}
+
+bool StateReader::catchUp(State& state) {
+    const Header now = header();
+    if (now.version == state.version)
+        return false;
+    if (state.version < now.logStart || state.version > now.version) {
+        state = load();
+        return true;
+    }
+    _changes.reset();
+    _changes.bind(1, static_cast<std::int64_t>(state.version));
+    while (_changes.executeStep()) {
+        const Id id = idIn(_changes.getColumn(0));
+        const Id other = idIn(_changes.getColumn(1));
+        if (id == 0)
+            state.names = Shared<Names>::make(now.names);
+        else if (other != 0)
+            rereadGrant(state, id, other);
+        else
+            reread(state, id);
+    }
+    _changes.reset();
+    state.version = now.version;
+    return true;
+}
+
+void StateReader::reread(State& state, Id id) {
+    forRecordTypeOf(classOf(id), [&]<class Record>(std::type_identity<Record>) {
+        Record record{};
+        if (std::get<LoadStatement<Record>>(_records).one(id, record))
+            state.put(id, std::move(record));
+        else
+            state.erase<Record>(id);
+    });
+    forEachStatisticsType([&]<class Statistics>(std::type_identity<Statistics>) {
+        if (ownerOfStatistics<Statistics> == classOf(id))
+            rereadStatistics<Statistics>(state, id);
+    });
+}
+
+template<class Statistics>
+void StateReader::rereadStatistics(State& state, Id owner) {
+    Statistics values{};
+    if (std::get<LoadStatement<Statistics>>(_statistics).one(owner, values))
+        state.putStatistics(owner, std::move(values));
+}
+
+void StateReader::rereadGrant(State& state, Id target, Id initiator) {
+    _isGranted.reset();
+    _isGranted.bind(1, target);
+    _isGranted.bind(2, initiator);
+    const bool isGranted = _isGranted.executeStep();
+    _isGranted.reset();
+    if (isGranted)
+        state.grant(target, initiator);
+    else
+        state.revoke(target, initiator);
+}
+
+} // namespace array
