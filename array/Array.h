@@ -11,22 +11,15 @@
 #include "array/Change.h"
 #include "array/Records.h"
 #include "array/Snapshot.h"
+#include "array/fabric/Fabric.h"
 
 namespace array {
 
-class Fabric;
+class EventLog;
 
 // The state directory to use: the one given; if that is empty, the one named by the environment
 // variable DRAV_STATE_DIR; if that is unset or empty, /var/lib/smisd.
 std::filesystem::path stateDirectory(const std::string& given = {});
-
-// A login to a target, as an initiator asks for it.
-struct LoginRequest {
-    Id target = 0;
-    Id initiator = 0;
-    std::string secret;        // what the initiator proves; must match its secret where one is set
-    std::vector<Id> endpoints; // one connection through each, in this order
-};
 
 // An array, kept in a state directory. Any number of processes may have the same directory open;
 // each sees the others' changes in the first snapshot that it takes after they were acknowledged.
@@ -37,11 +30,15 @@ class Array {
 public:
     // Opens the array in a state directory. Refused if the directory is missing, is not this user's
     // own or is open to others, or holds no array that this version reads.
-    static std::unique_ptr<Array> open(const std::filesystem::path& directory);
+    //
+    // Without a fabric it has a simulated one.
+    static std::unique_ptr<Array> open(const std::filesystem::path& directory,
+                                       std::unique_ptr<Fabric> fabric = nullptr);
 
     // The same, but a missing directory is made (mode 0700), and an array in it that has no
     // objects, if there is none. The parent directory must exist.
-    static std::unique_ptr<Array> openOrCreate(const std::filesystem::path& directory);
+    static std::unique_ptr<Array> openOrCreate(const std::filesystem::path& directory,
+                                               std::unique_ptr<Fabric> fabric = nullptr);
 
     ~Array();
 
@@ -62,6 +59,9 @@ public:
     // initiator has one, without endpoints, or with more than the target's maxConnections.
     Id login(const LoginRequest& request);
     void logout(Id session);
+
+    // Where the array's events go.
+    EventLog& events() const;
 
     // Looks for damage: of the file, and of content that breaks the rules. One line of text for
     // each finding; none if all is well.

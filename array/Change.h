@@ -1,12 +1,19 @@
 #ifndef ARRAY_CHANGE_H
 #define ARRAY_CHANGE_H
 
+#include <exception>
+#include <string_view>
+#include <vector>
+
 #include "array/Records.h"
 #include "array/Snapshot.h"
+#include "array/events/Event.h"
 
 namespace array {
 
-class Journal;
+class Fabric;
+class NameIndex;
+class StateWriter;
 
 // A change of the array in the making; see Array::change. Nobody else sees it before it is
 // permanent. Used by one thread at a time.
@@ -59,13 +66,46 @@ public:
     void setStatistics(Id session, const SessionStatistics& statistics);
     void setStatistics(Id endpoint, const InterfaceStatistics& statistics);
 
-    explicit Change(Journal& journal, Snapshot& next);
+    // For who runs changes (array/journal/Writer.h): the file to write to, the snapshot to change,
+    // whom to tell, and where to leave events for the time after the commit. A failure of the file
+    // makes the whole change fail.
+    Change(StateWriter& writer, Snapshot& next, Fabric& fabric, std::vector<Event>& events);
     Change(const Change&) = delete;
     Change& operator=(const Change&) = delete;
+    std::exception_ptr failure() const { return _failure; }
 
 private:
-    Journal& _journal;
+    template<class Record>
+    const Record& need(Id id) const;
+    template<class Record>
+    void put(Id id, const Record& record);
+    template<class Record>
+    void erase(Id id);
+    template<class Record>
+    Id make(const Record& record);
+    template<class Statistics>
+    void putStatistics(Id owner, const Statistics& statistics);
+    template<class Work>
+    void write(Work&& work);
+
+    template<class Record>
+    void checkNameFree(const NameIndex& names, std::string_view name, Id holder) const;
+    void checkLun(Id target, std::uint32_t lun, Id holder) const;
+    void noteSecret(Id owner, std::string_view name, const std::string& before,
+                    const std::string& now);
+
+    void removeVolume(Id id);
+    void removeInitiator(Id id);
+    void removeTarget(Id id);
+    void removeUnit(Id id);
+    void removeEndpoint(Id id);
+    void removeSession(Id id);
+
+    StateWriter& _writer;
     Snapshot& _next;
+    Fabric& _fabric;
+    std::vector<Event>& _events;
+    std::exception_ptr _failure; // of the file
 };
 
 } // namespace array

@@ -87,6 +87,20 @@ Pegasus::String fromUtf8(std::string_view text) {
                            static_cast<Pegasus::Uint32>(text.size()));
 }
 
+std::string hexTextOf(const Pegasus::String& key) {
+    constexpr const char* digits = "0123456789ABCDEF";
+    std::string text;
+    const Pegasus::Char16* bytes = key.getChar16Data();
+    for (Pegasus::Uint32 i = 0; i < key.size(); ++i) {
+        const Pegasus::Uint16 byte = bytes[i];
+        if (byte > 0xFF)
+            return {};
+        text += digits[byte >> 4];
+        text += digits[byte & 0xF];
+    }
+    return text;
+}
+
 bool isUtf8(std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = characterAt(text);
@@ -98,7 +112,7 @@ bool isUtf8(std::string_view text) {
 }
 
 std::string quoted(std::string_view text) {
-    constexpr std::size_t limit = 80;
+    constexpr std::size_t limit = 256; // an iSCSI name is shown whole
     std::string out = "\"";
     for (const char c : text.substr(0, limit))
         out += c >= 0x20 && c < 0x7F ? c : '?';

@@ -78,7 +78,10 @@ bool StateReader::catchUp(State& state) {
     const Header now = header();
     if (now.version == state.version)
         return false;
-    if (state.version < now.logStart || state.version > now.version) {
+    if (state.version > now.version)
+        fail(ErrorCode::StateDamaged, "array.db was replaced by an older one while it was in use. "
+                                      "Stop all programs that use it and start them again.");
+    if (state.version < now.logStart) {
         state = load();
         return true;
     }

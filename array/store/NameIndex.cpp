@@ -2,15 +2,11 @@
 
 #include <algorithm>
 
+#include "array/Characters.h"
+
+
+
 namespace array {
-
-namespace {
-
-constexpr char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
-} // namespace
 
 bool sameName(std::string_view a, std::string_view b) {
     return std::ranges::equal(a, b, [](char x, char y) { return lower(x) == lower(y); });

@@ -1,0 +1,98 @@
+#include "array/Array.h"
+
+#include <unistd.h>
+
+#include "array/ErrorCode.h"
+#include "array/check/Check.h"
+#include "array/events/EventLog.h"
+#include "array/fabric/SimulatedFabric.h"
+#include "array/journal/Database.h"
+#include "array/state/StateDirectory.h"
+#include "array/turn/Follower.h"
+#include "array/turn/Writer.h"
+
+namespace array {
+
+namespace {
+
+// The names of an array that has not been given any: those of the machine.
+Names machineNames() {
+    char name[256] = "";
+    if (gethostname(name, sizeof name - 1) != 0 || name[0] == '\0')
+        return {"localhost", "localhost"};
+    const std::string host = name;
+    return {host, host.substr(0, host.find('.'))};
+}
+
+} // namespace
+
+class Array::Impl {
+public:
+    Impl(std::filesystem::path stateDirectory, std::unique_ptr<Fabric> dataPath)
+        : directory(std::move(stateDirectory)), fabric(std::move(dataPath)),
+          events(eventsIn(directory)), counter(counterIn(directory)),
+          follower(databaseIn(directory), counter),
+          writer(databaseIn(directory), counter, follower.current(), *fabric, events) {}
+
+    const std::filesystem::path directory;
+    const std::unique_ptr<Fabric> fabric;
+    EventLog events;
+    VersionCounter counter;
+    Follower follower;
+    Writer writer;
+};
+
+Array::Array(std::unique_ptr<Impl> impl) : _impl(std::move(impl)) {}
+Array::~Array() = default;
+
+std::unique_ptr<Array> Array::open(const std::filesystem::path& directory,
+                                   std::unique_ptr<Fabric> fabric) {
+    checkStateDirectory(directory);
+    if (!fabric)
+        fabric = std::make_unique<SimulatedFabric>();
+    return std::unique_ptr<Array>(new Array(std::make_unique<Impl>(directory, std::move(fabric))));
+}
+
+std::unique_ptr<Array> Array::openOrCreate(const std::filesystem::path& directory,
+                                           std::unique_ptr<Fabric> fabric) {
+    makeStateDirectory(directory);
+    checkStateDirectory(directory);
+    createDatabase(databaseIn(directory), machineNames());
+    return open(directory, std::move(fabric));
+}
+
+const std::filesystem::path& Array::directory() const {
+    return _impl->directory;
+}
+SnapshotPtr Array::snapshot() const {
+    return _impl->follower.newest();
+}
+EventLog& Array::events() const {
+    return _impl->events;
+}
+
+void Array::change(const std::function<void(Change&)>& make) {
+    _impl->writer.run(make);
+}
+
+Id Array::login(const LoginRequest& request) {
+    LoginResult result;
+    change([&](Change& change) { result = _impl->fabric->login(change, request); });
+    if (result.session == 0)
+        fail(result.code, result.message);
+    return result.session;
+}
+
+void Array::logout(Id session) {
+    change([&](Change& change) { _impl->fabric->logout(change, session); });
+}
+
+std::vector<std::string> Array::check() const {
+    return findDamage(databaseIn(directory()));
+}
+
+void Array::backup(const std::filesystem::path& file) const {
+    copyDatabase(databaseIn(directory()), file);
+}
+
+} // namespace array

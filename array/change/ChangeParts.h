@@ -1,0 +1,71 @@
+#ifndef ARRAY_CHANGE_CHANGE_PARTS_H
+#define ARRAY_CHANGE_CHANGE_PARTS_H
+
+#include "array/Change.h"
+#include "array/ErrorCode.h"
+#include "array/KeyText.h"
+#include "array/change/ClassNames.h"
+#include "array/engine/Text.h"
+#include "array/fabric/Fabric.h"
+#include "array/journal/SqliteFailure.h"
+#include "array/journal/StateWriter.h"
+#include "array/store/State.h"
+
+// What the operations of Change are made of.
+
+namespace array {
+
+// The highest serial that fits in an id.
+constexpr std::uint32_t lastPossibleSerial = 0x00FFFFFF;
+
+template<class Record>
+const Record& Change::need(Id id) const {
+    if (const Record* record = _next.state().find<Record>(id))
+        return *record;
+    failNoSuchObject(_next, id, classOfRecord<Record>);
+}
+
+template<class Work>
+void Change::write(Work&& work) {
+    if (_failure)
+        std::rethrow_exception(_failure);
+    try {
+        withSqlite("array.db", work);
+    } catch (...) {
+        _failure = std::current_exception();
+        throw;
+    }
+}
+
+template<class Record>
+void Change::put(Id id, const Record& record) {
+    write([&] { _writer.put(id, record); });
+    _next.mutableState().put(id, record);
+}
+
+template<class Record>
+void Change::erase(Id id) {
+    write([&] { _writer.erase<Record>(id); });
+    _next.mutableState().erase<Record>(id);
+}
+
+template<class Record>
+Id Change::make(const Record& record) {
+    const std::uint32_t last = _next.state().lastSerial(classOfRecord<Record>);
+    if (last == lastPossibleSerial)
+        fail(ErrorCode::TooMany, std::string("The array has given all ids that there are for ") +
+                                     className(classOfRecord<Record>) + "s.");
+    const Id id = makeId(classOfRecord<Record>, last + 1);
+    put(id, record);
+    return id;
+}
+
+template<class Statistics>
+void Change::putStatistics(Id owner, const Statistics& statistics) {
+    write([&] { _writer.putStatistics(owner, statistics); });
+    _next.mutableState().putStatistics(owner, statistics);
+}
+
+} // namespace array
+
+#endif

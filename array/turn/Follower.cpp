@@ -1,0 +1,65 @@
+#include "array/turn/Follower.h"
+
+#include <SQLiteCpp/Transaction.h>
+#include <sqlite3.h>
+
+#include "array/journal/Database.h"
+#include "array/journal/SqliteFailure.h"
+
+namespace array {
+
+Follower::Follower(const std::filesystem::path& database, VersionCounter& counter)
+    : _file(database), _counter(counter), _database(openDatabase(database)), _reader(_database) {
+    withSqlite(_file, [this] {
+        const SQLite::Transaction read(_database);
+        Snapshot first;
+        first.mutableState() = _reader.load();
+        _current = std::make_unique<CurrentSnapshot>(SnapshotPtr::make(std::move(first)));
+    });
+}
+
+SnapshotPtr Follower::newest() {
+    const VersionCounter::Stamp stamp = _counter.read();
+    SnapshotPtr now = _current->load();
+    return _counter.isNewest(stamp, now->version()) ? now : ask();
+}
+
+SnapshotPtr Follower::ask() {
+    const std::lock_guard lock(_asking);
+    const VersionCounter::Stamp stamp = _counter.read();
+    if (!_counter.isNewest(stamp, _current->load()->version()))
+        withSqlite(_file, [&] {
+            catchUp();
+            if (!_counter.isNewest(stamp, _current->load()->version()))
+                heal(stamp);
+        });
+    return _current->load();
+}
+
+void Follower::catchUp() {
+    const SQLite::Transaction read(_database);
+    readNews();
+}
+
+void Follower::readNews() {
+    Snapshot next = *_current->load();
+    if (_reader.catchUp(next.mutableState()))
+        _current->advance(SnapshotPtr::make(std::move(next)));
+}
+
+// The counter says that something is going on, and the database that nothing is new: a commit that
+// is not done yet, or never will be. If the writer's turn is free, it is the latter.
+void Follower::heal(VersionCounter::Stamp stamp) {
+    _database.setBusyTimeout(0);
+    try {
+        const SQLite::Transaction turn(_database, SQLite::TransactionBehavior::IMMEDIATE);
+        readNews();
+        _counter.heal(stamp, _current->load()->version());
+    } catch (const SQLite::Exception& failure) {
+        if (failure.getErrorCode() != SQLITE_BUSY)
+            throw;
+    }
+    _database.setBusyTimeout(static_cast<int>(turnTimeout.count()));
+}
+
+} // namespace array

@@ -1,0 +1,94 @@
+#include "array/turn/Writer.h"
+
+#include "array/fabric/Fabric.h"
+#include "array/journal/Database.h"
+#include "array/journal/SqliteFailure.h"
+
+namespace array {
+
+Writer::Writer(const std::filesystem::path& database, VersionCounter& counter,
+               CurrentSnapshot& current, Fabric& fabric, EventLog& events)
+    : _file(database), _counter(counter), _current(current), _fabric(fabric), _eventLog(events),
+      _database(openDatabase(database)), _reader(_database), _writer(_database) {}
+
+void Writer::run(const std::function<void(Change&)>& make) {
+    Request request{make, nullptr};
+    _queue.submit(request, [this](const Batch& batch) { commitAll(batch); });
+    if (request.error)
+        std::rethrow_exception(request.error);
+}
+
+void Writer::commitAll(const Batch& batch) {
+    try {
+        withSqlite(_file, [&] { tryCommit(batch); });
+        for (const Event& event : _events)
+            _eventLog.publish(event);
+    } catch (...) {
+        // Nothing of the batch was committed.
+        for (Request* request : batch)
+            if (!request->error)
+                request->error = std::current_exception();
+    }
+    _events.clear();
+    _writer.forget();
+}
+
+void Writer::tryCommit(const Batch& batch) {
+    SQLite::Transaction turn(_database, SQLite::TransactionBehavior::IMMEDIATE);
+    Snapshot next = newest();
+    const Snapshot before = next;
+    for (Request* request : batch)
+        attempt(*request, next);
+    if (!_writer.wroteSomething())
+        return;
+    ++next.mutableState().version;
+    _writer.close(before.state(), next.state());
+    commit(turn, std::move(next));
+}
+
+// The array as it is at the begin of the turn, which another process may have had before.
+Snapshot Writer::newest() {
+    Snapshot newest = *_current.load();
+    if (_reader.catchUp(newest.mutableState()))
+        _current.advance(SnapshotPtr::make(newest));
+    return newest;
+}
+
+// Does what one request asks for, or none of it. A failure of the file ends the whole batch,
+// because SQLite may have given up the transaction.
+void Writer::attempt(Request& request, Snapshot& next) {
+    Snapshot attempted = next;
+    std::vector<Event> events;
+    Change change(_writer, attempted, _fabric, events);
+    _writer.begin();
+    try {
+        request.make(change);
+    } catch (...) {
+        request.error = std::current_exception();
+    }
+    if (change.failure())
+        std::rethrow_exception(change.failure());
+    if (request.error) {
+        _writer.undo();
+        return;
+    }
+    _writer.keep();
+    next = std::move(attempted);
+    _events.insert(_events.end(), events.begin(), events.end());
+}
+
+void Writer::commit(SQLite::Transaction& turn, Snapshot&& next) {
+    const std::uint64_t version = next.version();
+    const SnapshotPtr made = SnapshotPtr::make(std::move(next));
+    _counter.beginCommit(version);
+    try {
+        turn.commit();
+    } catch (...) {
+        _counter.endCommit(version, false);
+        throw;
+    }
+    _current.advance(made);
+    _counter.endCommit(version, true);
+}
+
+} // namespace array

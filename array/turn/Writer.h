@@ -1,0 +1,62 @@
+#ifndef ARRAY_TURN_WRITER_H
+#define ARRAY_TURN_WRITER_H
+
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include "array/Change.h"
+#include "array/events/EventLog.h"
+#include "array/journal/StateReader.h"
+#include "array/journal/StateWriter.h"
+#include "array/state/VersionCounter.h"
+#include "array/turn/CurrentSnapshot.h"
+#include "array/turn/TurnQueue.h"
+
+namespace array {
+
+// Makes changes permanent, one after the other; changes that wait at the same time share a commit.
+// All processes take turns through the write lock of array.db, which the system takes from one that
+// dies.
+class Writer {
+public:
+    Writer(const std::filesystem::path& database, VersionCounter& counter, CurrentSnapshot& current,
+           Fabric& fabric, EventLog& events);
+
+    // As Array::change.
+    void run(const std::function<void(Change&)>& make);
+
+private:
+    struct Request {
+        const std::function<void(Change&)>& make;
+        std::exception_ptr error;
+    };
+    using Batch = std::vector<Request*>;
+
+    void commitAll(const Batch& batch);
+    void tryCommit(const Batch& batch);
+    Snapshot newest();
+    void attempt(Request& request, Snapshot& next);
+    void commit(SQLite::Transaction& turn, Snapshot&& next);
+
+    const std::filesystem::path _file;
+    VersionCounter& _counter;
+    CurrentSnapshot& _current;
+    Fabric& _fabric;
+    EventLog& _eventLog;
+    TurnQueue<Request> _queue;
+
+    // Used by who has the turn.
+    SQLite::Database _database;
+    StateReader _reader;
+    StateWriter _writer;
+    std::vector<Event> _events; // to be published after the commit
+};
+
+} // namespace array
+
+#endif
