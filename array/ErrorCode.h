@@ -11,12 +11,11 @@ namespace array {
 // part of the interface: none is ever changed or used anew.
 enum class ErrorCode : Pegasus::Uint32 {
     // The request names what is not there, or what cannot be.
-    BadKeyText = 1,    // a text is not the key text of an object id
-    BadNumber = 2,     // a text is not a decimal number below 2^32
-    NoSuchObject = 3,  // an id that names no object
-    WrongClass = 4,    // an id of another class than the one asked for
-    NoRecord = 5,      // objects of this class have no record, or cannot be made or changed so
-    NotAssociable = 6, // an association of other classes than a target and an initiator
+    BadKeyText = 1,   // a text is not the key text of an object id
+    BadNumber = 2,    // a text is not a decimal number below 2^32
+    NoSuchObject = 3, // an id that names no object
+    WrongClass = 4,   // an id of another class than the one asked for
+    NoRecord = 5,     // objects of this class have no record, or cannot be made or changed so
 
     // The values break a rule.
     BadName = 10,            // no valid iSCSI name, volume name, address or array name

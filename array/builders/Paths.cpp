@@ -55,8 +55,4 @@ CIMObjectPath pathOfAssociation(const CIMName& className, const CIMName& first,
     return arrayPath(className, Array<CIMKeyBinding>(keys, 2));
 }
 
-String fromUtf8(std::string_view text) {
-    return String(text.data(), static_cast<Pegasus::Uint32>(text.size()));
-}
-
 } // namespace array

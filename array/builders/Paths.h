@@ -1,13 +1,12 @@
 #ifndef ARRAY_BUILDERS_PATHS_H
 #define ARRAY_BUILDERS_PATHS_H
 
-#include <string_view>
-
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/String.h>
 
 #include "array/Records.h"
+#include "array/engine/Text.h"
 
 // The paths that the builders write: the array's host, the namespace "root/snia", a class and its
 // keys.
@@ -28,8 +27,6 @@ CIMObjectPath pathInSystem(const CIMName& className, const CIMName& lastKey,
 CIMObjectPath pathOfAssociation(const CIMName& className, const CIMName& first,
                                 const CIMObjectPath& firstEnd, const CIMName& second,
                                 const CIMObjectPath& secondEnd);
-
-Pegasus::String fromUtf8(std::string_view text);
 
 } // namespace array
 
