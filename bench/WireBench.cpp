@@ -1,0 +1,96 @@
+// Against the smisd at BENCH_SERVER ("127.0.0.1:5988"), which asks for no password and serves an
+// array of bench_array's.
+
+#include <cstdlib>
+#include <string>
+
+#include <benchmark/benchmark.h>
+
+#include "bench/WireClient.h"
+
+namespace {
+
+using bench::WireClient;
+
+std::string server() {
+    const char* address = std::getenv("BENCH_SERVER");
+    return address ? address : "127.0.0.1:5988";
+}
+
+std::size_t count(const std::string& text, const std::string& part) {
+    std::size_t found = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++found;
+    return found;
+}
+
+void report(benchmark::State& state, std::size_t objects) {
+    state.counters["objects"] =
+        static_cast<double>(objects) / static_cast<double>(state.iterations());
+    state.counters["per_object"] = benchmark::Counter(
+        static_cast<double>(objects), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+void enumerateHostsOnTheWire(benchmark::State& state) {
+    WireClient client(server());
+    const std::string body = bench::intrinsicCall("EnumerateInstances",
+                                                  "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME "
+                                                  "NAME=\"CIM_StorageHardwareID\"/></IPARAMVALUE>");
+    std::size_t bytes = 0;
+    std::size_t hosts = 0;
+    for (auto _ : state) {
+        const std::string& answer = client.call("EnumerateInstances", "root/snia", body);
+        bytes += answer.size();
+        if (hosts == 0)
+            hosts = count(answer, "<VALUE.NAMEDINSTANCE>");
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(bytes));
+    report(state, hosts * state.iterations());
+}
+BENCHMARK(enumerateHostsOnTheWire)->UseRealTime();
+
+void getHostOnTheWire(benchmark::State& state) {
+    WireClient client(server());
+    const std::string body = bench::intrinsicCall(
+        "GetInstance", "<IPARAMVALUE NAME=\"InstanceName\"><INSTANCENAME "
+                       "CLASSNAME=\"CIM_StorageHardwareID\"><KEYBINDING NAME=\"InstanceID\">"
+                       "<KEYVALUE VALUETYPE=\"string\">Ovrin:0D000001</KEYVALUE></KEYBINDING>"
+                       "</INSTANCENAME></IPARAMVALUE>");
+    for (auto _ : state)
+        client.call("GetInstance", "root/snia", body);
+    report(state, state.iterations());
+}
+BENCHMARK(getHostOnTheWire)->UseRealTime();
+
+std::string stringArray(const std::string& name, const std::string& type,
+                        const std::string& value) {
+    return "<PARAMVALUE NAME=\"" + name + "\" PARAMTYPE=\"" + type + "\"><VALUE.ARRAY><VALUE>" +
+           value + "</VALUE></VALUE.ARRAY></PARAMVALUE>";
+}
+
+void exposeAndHideOnTheWire(benchmark::State& state) {
+    WireClient client(server());
+    const std::string service = "CIM_ControllerConfigurationService";
+    const std::string common =
+        stringArray("LUNames", "string", "60014050000000000000000000000001") +
+        stringArray("InitiatorPortIDs", "string", "iqn.2026-01.com.example:host0") +
+        "<PARAMVALUE NAME=\"ProtocolControllers\" PARAMTYPE=\"reference\"><VALUE.REFARRAY>"
+        "<VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"CIM_SCSIProtocolController\">"
+        "<KEYBINDING NAME=\"DeviceID\"><KEYVALUE VALUETYPE=\"string\">Ovrin:0E000002</KEYVALUE>"
+        "</KEYBINDING></INSTANCENAME></VALUE.REFERENCE></VALUE.REFARRAY></PARAMVALUE>";
+    const std::string expose =
+        bench::extrinsicCall("ExposePaths", service,
+                             common + stringArray("DeviceNumbers", "string", "1000") +
+                                 stringArray("DeviceAccesses", "uint16", "2"));
+    const std::string hide = bench::extrinsicCall("HidePaths", service, common);
+    const std::string object = "root/snia:" + service;
+    for (auto _ : state) {
+        for (const auto& [method, body] : {std::pair{"ExposePaths", &expose}, {"HidePaths", &hide}})
+            if (client.call(method, object, *body).find("<VALUE>0</VALUE>") == std::string::npos)
+                state.SkipWithError("the volume was not found");
+    }
+    report(state, state.iterations());
+}
+BENCHMARK(exposeAndHideOnTheWire)->UseRealTime();
+
+} // namespace
