@@ -132,7 +132,7 @@ void checkEmpty(const Snapshot& state) {
           Pegasus::CLASSID_INITIATOR, Pegasus::CLASSID_LOGICAL_UNIT})
         if (state.count(objectClass) > 0)
             fail(ErrorCode::InUse, "The array has objects already, and a description is imported "
-                                   "only into an empty one; use another state directory");
+                                   "only into an empty one; use another state directory.");
 }
 
 } // namespace

@@ -1,0 +1,85 @@
+#include "cli/Arrayctl.h"
+
+#include <ostream>
+
+#include <CLI/CLI.hpp>
+#include <Pegasus/Common/Exception.h>
+
+#include "array/engine/Text.h"
+#include "cli/commands/Commands.h"
+
+namespace cli {
+
+namespace {
+
+struct Family {
+    const char* name;
+    const char* description;
+    void (*addCommands)(CLI::App& family, Context& context);
+};
+
+// In the order of the help.
+constexpr Family families[] = {
+    {"volume", "Storage volumes", addVolumeCommands},
+    {"target", "iSCSI targets", addTargetCommands},
+    {"initiator", "Hosts, by their iSCSI initiator names", addInitiatorCommands},
+    {"endpoint", "Network portals", addEndpointCommands},
+    {"unit", "Logical units: volumes under targets", addUnitCommands},
+    {"grant", "Which initiator may reach which target", addGrantCommands},
+    {"session", "Live iSCSI sessions", addSessionCommands},
+    {"secret", "CHAP secrets of initiators and targets", addSecretCommands},
+};
+
+void define(CLI::App& app, Context& context) {
+    app.require_subcommand(1);
+    app.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return std::string("arrayctl: ") + error.what() + "\nTry \"arrayctl --help\".\n";
+    });
+    app.add_option("--state", context.state,
+                   "State directory; else $DRAV_STATE_DIR, else /var/lib/smisd")
+        ->type_name("DIR");
+    app.add_flag("--json", context.json, "Write JSON, for programs");
+    addImportCommand(app, context);
+    addExportCommand(app, context);
+    addShowCommand(app, context);
+    addEventsCommand(app, context);
+    for (const Family& family : families) {
+        CLI::App* commands = app.add_subcommand(family.name, family.description);
+        commands->require_subcommand(1)->fallthrough();
+        family.addCommands(*commands, context);
+    }
+}
+
+int refused(Context& context, const std::string& message) {
+    context.out.flush();
+    context.err << "arrayctl: " << message << std::endl;
+    return Refused;
+}
+
+int run(Context& context) {
+    try {
+        context.command();
+    } catch (const Pegasus::Exception& error) {
+        return refused(context, array::toUtf8(error.getMessage()));
+    } catch (const std::exception& error) {
+        return refused(context, error.what());
+    }
+    if (!context.out.flush())
+        return refused(context, "The output cannot be written.");
+    return Done;
+}
+
+} // namespace
+
+int arrayctl(int argc, const char* const* argv, Context& context) {
+    CLI::App app("Administers the array that is kept in a state directory", "arrayctl");
+    define(app, context);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, context.out, context.err) == 0 ? Done : WrongUsage;
+    }
+    return run(context);
+}
+
+} // namespace cli

@@ -1,0 +1,17 @@
+#include "cli/Context.h"
+
+namespace cli {
+
+array::Array& Context::array() {
+    if (!_array)
+        _array = array::Array::open(array::stateDirectory(state));
+    return *_array;
+}
+
+array::Array& Context::arrayOrNew() {
+    if (!_array)
+        _array = array::Array::openOrCreate(array::stateDirectory(state));
+    return *_array;
+}
+
+} // namespace cli

@@ -1,0 +1,83 @@
+#include "cli/Listing.h"
+
+#include <ostream>
+
+#include "array/KeyText.h"
+#include "cli/Aligned.h"
+#include "cli/Units.h"
+
+namespace cli {
+
+std::string plainText(const Json& value) {
+    if (value.is_boolean())
+        return value.get<bool>() ? "yes" : "no";
+    if (value.is_array()) {
+        std::string text;
+        for (const Json& element : value)
+            text += (text.empty() ? "" : ", ") + plainText(element);
+        return text;
+    }
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+std::string bytesText(const Json& value) {
+    return sizeText(value.get<std::uint64_t>());
+}
+
+std::string setText(const Json& value) {
+    return value.get<bool>() ? "set" : "not set";
+}
+
+Listing::Listing(std::vector<Column> columns) : _columns(std::move(columns)) {}
+
+void Listing::add(std::vector<Json> row) {
+    _rows.push_back(std::move(row));
+}
+
+void Listing::print(Context& context) const {
+    if (context.json)
+        printJson(context.out, toJson());
+    else
+        printTable(context.out);
+}
+
+Json Listing::toJson() const {
+    Json list = Json::array();
+    for (const auto& row : _rows) {
+        Json object = Json::object();
+        for (std::size_t i = 0; i < _columns.size(); ++i)
+            object[_columns[i].member] = row[i];
+        list.push_back(std::move(object));
+    }
+    return list;
+}
+
+void Listing::printTable(std::ostream& out, const std::string& indent) const {
+    if (_rows.empty()) {
+        out << indent << "none\n";
+        return;
+    }
+    std::vector<std::vector<std::string>> lines(1);
+    for (const Column& column : _columns)
+        lines.front().emplace_back(column.heading);
+    for (const auto& row : _rows) {
+        auto& line = lines.emplace_back();
+        for (std::size_t i = 0; i < _columns.size(); ++i)
+            line.push_back(_columns[i].text(row[i]));
+    }
+    for (const std::string& line : aligned(lines))
+        out << indent << line << '\n';
+}
+
+void printJson(std::ostream& out, const Json& document) {
+    out << document.dump(2) << '\n';
+}
+
+void printCreated(Context& context, array::Id id) {
+    if (context.json)
+        printJson(context.out, {{"key", array::keyText(id)}});
+    else
+        context.out << array::keyText(id) << '\n';
+}
+
+} // namespace cli

@@ -1,0 +1,109 @@
+#include "cli/TargetReport.h"
+
+#include "array/KeyText.h"
+#include "cli/Codes.h"
+#include "cli/Listings.h"
+
+namespace cli {
+
+namespace {
+
+using array::Id;
+using array::Snapshot;
+
+Json sessionSettings(const Snapshot& array, Id id) {
+    const array::SessionParameters& values = *array.sessionSettings(id);
+    return {{"key", array::keyText(id)},
+            {"maxConnections", values.maxConnections},
+            {"initialR2T", values.initialR2T != 0},
+            {"immediateData", values.immediateData != 0},
+            {"maxOutstandingR2T", values.maxOutstandingR2T},
+            {"firstBurstLength", values.firstBurstLength},
+            {"maxBurstLength", values.maxBurstLength},
+            {"dataSequenceInOrder", values.dataSequenceInOrder != 0},
+            {"dataPDUInOrder", values.dataPDUInOrder != 0},
+            {"defaultTime2Wait", values.defaultTime2Wait},
+            {"defaultTime2Retain", values.defaultTime2Retain},
+            {"errorRecoveryLevel", values.errorRecoveryLevel}};
+}
+
+Json connectionSettings(const Snapshot& array, Id id) {
+    const array::ConnectionParameters& values = *array.connectionSettings(id);
+    return {{"key", array::keyText(id)},
+            {"maxRecvDataSegmentLength", values.maxRecvDataSegmentLength},
+            {"primaryHeaderDigest", digestText(values.primaryHeaderDigest)},
+            {"primaryDataDigest", digestText(values.primaryDataDigest)},
+            {"secondaryHeaderDigest", digestText(values.secondaryHeaderDigest)},
+            {"secondaryDataDigest", digestText(values.secondaryDataDigest)},
+            {"markersOnReceive", values.markersOnReceive != 0},
+            {"primaryAuthMethod", authText(values.primaryAuthMethod)},
+            {"secondaryAuthMethod", authText(values.secondaryAuthMethod)}};
+}
+
+Json loginStatistics(const Snapshot& array, Id target) {
+    const array::LoginStatistics& values = array.targetStatistics(target).logins;
+    return {{"key", array::keyText(target)},
+            {"successfulLogins", values.successfulLogins},
+            {"negotiationFailures", values.negotiationFailures},
+            {"authenticationFailures", values.authenticationFailures},
+            {"authorizationFailures", values.authorizationFailures},
+            {"redirects", values.redirects},
+            {"otherFailures", values.otherFailures},
+            {"normalLogouts", values.normalLogouts},
+            {"otherLogouts", values.otherLogouts}};
+}
+
+Json sessionFailures(const Snapshot& array, Id target) {
+    const array::SessionFailures& values = array.targetStatistics(target).failures;
+    return {{"key", array::keyText(target)},
+            {"digestFailures", values.digest},
+            {"connectionTimeoutFailures", values.connectionTimeout},
+            {"formatErrors", values.format}};
+}
+
+Listing sessionStatistics(const Snapshot& array, const std::vector<Id>& sessions) {
+    Listing listing({{"KEY", "key"},
+                     {"COMMAND PDUS", "commandPDUs"},
+                     {"RESPONSE PDUS", "responsePDUs"},
+                     {"SENT", "bytesTransmitted", bytesText},
+                     {"RECEIVED", "bytesReceived", bytesText},
+                     {"DIGEST ERRORS", "digestErrors"},
+                     {"TIMEOUTS", "connectionTimeoutErrors"}});
+    for (const Id id : sessions) {
+        const array::SessionStatistics values = array.sessionStatistics(id);
+        listing.add({array::keyText(id), values.commandPDUs, values.responsePDUs,
+                     values.bytesTransmitted, values.bytesReceived, values.digestErrors,
+                     values.connectionTimeoutErrors});
+    }
+    return listing;
+}
+
+} // namespace
+
+Report targetReport(const Snapshot& array, Id target) {
+    const array::Target& record = *array.target(target);
+    const auto sessions = array.associated(target, Pegasus::CLASSID_ISCSI_SESSION);
+    Report report;
+    report.add("Target", "target",
+               {{"key", array::keyText(target)},
+                {"name", record.name},
+                {"secretSet", !record.secret.empty()}});
+    report.add("Logical units", "logicalUnits",
+               unitListing(array, array.associated(target, Pegasus::CLASSID_LOGICAL_UNIT)));
+    report.add("Initiators granted", "initiators",
+               initiatorListing(array, array.associated(target, Pegasus::CLASSID_INITIATOR)));
+    report.add("Sessions", "sessions", sessionListing(array, sessions));
+    report.add("Session login parameters (CIM_iSCSISessionSettings)", "sessionSettings",
+               sessionSettings(array, array.sessionSettingsOf(target)));
+    report.add("Connection login parameters (CIM_iSCSIConnectionSettings)", "connectionSettings",
+               connectionSettings(array, array.connectionSettingsOf(target)));
+    report.add("Logins (CIM_iSCSILoginStatistics)", "loginStatistics",
+               loginStatistics(array, target));
+    report.add("Failed sessions (CIM_iSCSISessionFailures)", "sessionFailures",
+               sessionFailures(array, target));
+    report.add("Traffic of sessions (CIM_iSCSISessionStatistics)", "sessionStatistics",
+               sessionStatistics(array, sessions));
+    return report;
+}
+
+} // namespace cli

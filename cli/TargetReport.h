@@ -1,0 +1,15 @@
+#ifndef CLI_TARGET_REPORT_H
+#define CLI_TARGET_REPORT_H
+
+#include "array/Snapshot.h"
+#include "cli/Report.h"
+
+namespace cli {
+
+// All about a target: its units, initiators and sessions, the login parameters that it proposes,
+// and its statistics; each with the key under which a CIM client reads it.
+Report targetReport(const array::Snapshot& array, array::Id target);
+
+} // namespace cli
+
+#endif

@@ -1,0 +1,94 @@
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include "array/description/Import.h"
+#include "array/description/Reader.h"
+#include "cli/Listing.h"
+#include "cli/Progress.h"
+#include "cli/Units.h"
+#include "cli/commands/Commands.h"
+
+namespace cli {
+
+namespace {
+
+struct CountedClass {
+    const char* noun;
+    const char* member;
+    array::CLASSID_e objectClass;
+};
+
+constexpr CountedClass countedClasses[] = {
+    {"endpoint", "endpoints", Pegasus::CLASSID_TCP_ENDPOINT},
+    {"volume", "volumes", Pegasus::CLASSID_VOLUME},
+    {"target", "targets", Pegasus::CLASSID_TARGET},
+    {"initiator", "initiators", Pegasus::CLASSID_INITIATOR},
+    {"logical unit", "logicalUnits", Pegasus::CLASSID_LOGICAL_UNIT},
+};
+
+struct Import {
+    std::string file;
+
+    void arguments(CLI::App& app) {
+        app.add_option("FILE", file, "The description; - for standard input")->required();
+    }
+
+    void run(Context& context) const {
+        if (file == "-")
+            import(context, context.in, 0);
+        else
+            importFile(context);
+        printImported(context);
+    }
+
+private:
+    void importFile(Context& context) const {
+        std::ifstream text(file, std::ios::binary);
+        if (!text)
+            throw std::runtime_error(file + ": " + std::strerror(errno));
+        std::error_code unknown;
+        const auto size = std::filesystem::file_size(file, unknown);
+        import(context, text, unknown ? 0 : size);
+    }
+
+    // size: of the text in bytes; 0: unknown
+    void import(Context& context, std::istream& text, std::uint64_t size) const {
+        Progress progress(context.err, context.errIsTerminal, size, Progress::Clock::now());
+        std::uint64_t entries = 0;
+        const auto afterEach = [&] {
+            if (size > 0 && ++entries % 1024 == 0)
+                progress.update(static_cast<std::uint64_t>(text.tellg()), Progress::Clock::now());
+        };
+        try {
+            array::description::importFrom(text, context.arrayOrNew(), afterEach);
+        } catch (const array::description::DescriptionError& error) {
+            throw std::runtime_error(file + ": " + error.what());
+        }
+    }
+
+    static void printImported(Context& context) {
+        const array::SnapshotPtr array = context.array().snapshot();
+        Json counts = Json::object();
+        std::string text;
+        for (const auto& [noun, member, objectClass] : countedClasses) {
+            const std::size_t count = array->count(objectClass);
+            counts[member] = count;
+            text += (text.empty() ? "Imported " : ", ") + counted(count, noun);
+        }
+        if (context.json)
+            printJson(context.out, counts);
+        else
+            context.out << text << ".\n";
+    }
+};
+
+} // namespace
+
+void addImportCommand(CLI::App& app, Context& context) {
+    add<Import>(app, context, "import", "Fill an empty or new array from a description");
+}
+
+} // namespace cli

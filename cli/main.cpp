@@ -1,0 +1,13 @@
+#include <iostream>
+
+#include <unistd.h>
+
+#include "cli/Arrayctl.h"
+
+int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);
+    cli::Context context(std::cin, std::cout, std::cerr);
+    context.inIsTerminal = isatty(STDIN_FILENO) == 1;
+    context.errIsTerminal = isatty(STDERR_FILENO) == 1;
+    return cli::arrayctl(argc, argv, context);
+}

@@ -1,0 +1,87 @@
+#include "cli/Arrayctl.h"
+
+#include "tests/cli/Cli.h"
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+using Arrayctl = Cli;
+
+TEST_F(Arrayctl, HelpListsTheCommandsAndSucceeds) {
+    const Result result = run({"--help"});
+    EXPECT_EQ(result.status, cli::Done);
+    for (const char* command : {"import", "export", "show", "events", "volume", "target",
+                                "initiator", "endpoint", "unit", "grant", "session", "secret"})
+        EXPECT_THAT(result.out, HasSubstr(std::string("\n  ") + command + " "));
+}
+
+TEST_F(Arrayctl, HelpOfACommandSucceeds) {
+    const Result result = run({"volume", "create", "--help"});
+    EXPECT_EQ(result.status, cli::Done);
+    EXPECT_THAT(result.out, HasSubstr("--size"));
+}
+
+TEST_F(Arrayctl, WrongUsageSaysWhatIsWrongAndWhereToLook) {
+    const std::vector<std::vector<std::string>> wrong = {{},
+                                                         {"volumes"},
+                                                         {"volume"},
+                                                         {"volume", "make"},
+                                                         {"volume", "list", "x"},
+                                                         {"--colour"},
+                                                         {"volume", "create", "6001"}};
+    for (const auto& arguments : wrong) {
+        const Result result = run(arguments);
+        EXPECT_EQ(result.status, cli::WrongUsage) << testing::PrintToString(arguments);
+        EXPECT_THAT(result.err, StartsWith("arrayctl: "));
+        EXPECT_THAT(result.err, testing::EndsWith("\nTry \"arrayctl --help\".\n"));
+        EXPECT_EQ(result.out, "");
+    }
+}
+
+TEST_F(Arrayctl, WithoutAnArrayEachCommandIsRefused) {
+    const std::vector<std::vector<std::string>> commands = {
+        {"show"},
+        {"export"},
+        {"volume", "list"},
+        {"target", "create", "iqn.2026-01.com.example:t"}};
+    for (const auto& arguments : commands) {
+        EXPECT_THAT(refusalOf(arguments),
+                    testing::AllOf(StartsWith("arrayctl: "), HasSubstr(state.string())));
+        EXPECT_FALSE(std::filesystem::exists(state));
+    }
+}
+
+TEST_F(Arrayctl, OptionsOfAllCommandsMayStandBeforeOrAfterTheCommand) {
+    importSmallArray();
+    EXPECT_EQ(run({"--json", "volume", "list"}).out, run({"volume", "list", "--json"}).out);
+    EXPECT_THAT(run({"volume", "--json", "list"}).out, StartsWith("["));
+}
+
+TEST_F(Arrayctl, OutputThatCannotBeWrittenIsAnError) {
+    importSmallArray();
+    std::istringstream in;
+    std::ostream out(nullptr);
+    std::ostringstream err;
+    cli::Context context(in, out, err);
+    const std::string directory_ = state.string();
+    const char* const argv[] = {"arrayctl", "--state", directory_.c_str(), "show"};
+    EXPECT_EQ(cli::arrayctl(4, argv, context), cli::Refused);
+    EXPECT_EQ(err.str(), "arrayctl: The output cannot be written.\n");
+}
+
+TEST_F(Arrayctl, TheStateDirectoryMayComeFromTheEnvironment) {
+    importSmallArray();
+    setenv("DRAV_STATE_DIR", state.c_str(), 1);
+    std::istringstream in;
+    std::ostringstream out;
+    std::ostringstream err;
+    cli::Context context(in, out, err);
+    const char* const argv[] = {"arrayctl", "grant", "list"};
+    EXPECT_EQ(cli::arrayctl(3, argv, context), cli::Done) << err.str();
+    EXPECT_THAT(out.str(), HasSubstr("iqn.2026-01.com.example:host1"));
+    unsetenv("DRAV_STATE_DIR");
+}
+
+} // namespace

@@ -1,0 +1,70 @@
+#include <fstream>
+
+#include "tests/cli/Cli.h"
+
+using testing::HasSubstr;
+
+namespace {
+
+class ImportCommand : public Cli {
+protected:
+    std::string write(const std::string& text) const {
+        const auto file = directory / "array.json";
+        std::ofstream(file) << text;
+        return file;
+    }
+};
+
+TEST_F(ImportCommand, MakesAPrivateStateDirectoryAndSaysWhatItImported) {
+    const std::string file = write(R"({ "host": "h", "system": "s",
+        "targets": [ { "name": "iqn.2026-01.com.example:t1" } ] })");
+    EXPECT_EQ(outputOf({"import", file}),
+              "Imported 0 endpoints, 0 volumes, 1 target, 0 initiators, "
+              "0 logical units.\n");
+    EXPECT_EQ(std::filesystem::status(state).permissions(), std::filesystem::perms::owner_all);
+}
+
+TEST_F(ImportCommand, GivesProgramsTheCounts) {
+    const std::string file = write(R"({ "host": "h", "system": "s",
+        "targets": [ { "name": "iqn.2026-01.com.example:t1" } ] })");
+    EXPECT_EQ(jsonOf({"import", file}).dump(),
+              R"({"endpoints":0,"volumes":0,"targets":1,"initiators":0,"logicalUnits":0})");
+}
+
+TEST_F(ImportCommand, NamesTheFileAndTheCulprit) {
+    const std::string file = write(R"({ "host": "h", "system": "s",
+        "targets": [ { "name": "iqn.2026-01.com.example:t1", "color": "red" } ] })");
+    EXPECT_EQ(refusalOf({"import", file}),
+              "arrayctl: " + file + ": /targets/0/color: this member is unknown\n");
+    EXPECT_EQ(jsonOf({"target", "list"}).size(), 0U);
+}
+
+TEST_F(ImportCommand, OfAFileThatIsNotThereMakesNoStateDirectory) {
+    EXPECT_EQ(refusalOf({"import", "/nowhere/array.json"}),
+              "arrayctl: /nowhere/array.json: No such file or directory\n");
+    EXPECT_FALSE(std::filesystem::exists(state));
+}
+
+TEST_F(ImportCommand, IntoAnArrayThatHasObjectsIsRefusedWithAdvice) {
+    importSmallArray();
+    const std::string before = outputOf({"export"});
+    EXPECT_EQ(refusalOf({"import", write(R"({ "host": "h", "system": "s" })")}),
+              "arrayctl: The array has objects already, and a description is imported only into an "
+              "empty one; use another state directory.\n");
+    EXPECT_EQ(outputOf({"export"}), before);
+}
+
+TEST_F(ImportCommand, MayBeRepeatedAfterAMistake) {
+    EXPECT_THAT(refusalOf({"import", "-"}, "{"), HasSubstr("-: parse error at line 1, column 2"));
+    importSmallArray();
+    EXPECT_EQ(jsonOf({"volume", "list"})[0]["key"], "Ovrin:17000001");
+}
+
+TEST_F(ImportCommand, TheDemoArrayCanBeImportedAndComesBackTheSame) {
+    const std::string file = DEMO_ARRAY;
+    outputOf({"import", file});
+    std::ifstream text(file);
+    EXPECT_EQ(nlohmann::json::parse(outputOf({"export"})), nlohmann::json::parse(text));
+}
+
+} // namespace
