@@ -33,7 +33,7 @@ std::string readSecret(Context& context, const std::string& prompt) {
 }
 
 std::string readNewSecret(Context& context, const std::string& prompt) {
-    const std::string secret = readSecret(context, prompt);
+    std::string secret = readSecret(context, prompt);
     if (context.inIsTerminal && askOnTerminal("The same again") != secret)
         throw std::runtime_error("The two secrets differ; nothing was changed.");
     return secret;

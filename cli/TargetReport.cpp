@@ -41,7 +41,7 @@ Json connectionSettings(const Snapshot& array, Id id) {
 }
 
 Json loginStatistics(const Snapshot& array, Id target) {
-    const array::LoginStatistics& values = array.targetStatistics(target).logins;
+    const array::LoginStatistics values = array.loginStatistics(target);
     return {{"key", array::keyText(target)},
             {"successfulLogins", values.successfulLogins},
             {"negotiationFailures", values.negotiationFailures},
@@ -54,7 +54,7 @@ Json loginStatistics(const Snapshot& array, Id target) {
 }
 
 Json sessionFailures(const Snapshot& array, Id target) {
-    const array::SessionFailures& values = array.targetStatistics(target).failures;
+    const array::SessionFailures values = array.sessionFailures(target);
     return {{"key", array::keyText(target)},
             {"digestFailures", values.digest},
             {"connectionTimeoutFailures", values.connectionTimeout},

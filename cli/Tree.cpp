@@ -11,6 +11,7 @@ namespace {
 void draw(std::ostream& out, const std::vector<Branch>& branches, const std::string& indent,
           bool atTop) {
     std::vector<std::vector<std::string>> cells;
+    cells.reserve(branches.size());
     for (const Branch& branch : branches)
         cells.push_back(branch.cells);
     const std::vector<std::string> lines = aligned(cells);
