@@ -41,6 +41,8 @@ bool EventReader::next(std::string& line) {
 bool EventReader::openIfThere() {
     _inode = inodeOf(_file);
     _text.open(_file, std::ios::binary);
+    if (isReplaced())
+        _text.close(); // between the two; the next call finds the new file
     return _text.is_open();
 }
 
