@@ -43,6 +43,8 @@ void define(CLI::App& app, Context& context) {
     addExportCommand(app, context);
     addShowCommand(app, context);
     addEventsCommand(app, context);
+    addCheckCommand(app, context);
+    addBackupCommand(app, context);
     for (const Family& family : families) {
         CLI::App* commands = app.add_subcommand(family.name, family.description);
         commands->require_subcommand(1)->fallthrough();

@@ -11,6 +11,8 @@ void addImportCommand(CLI::App& app, Context& context);
 void addExportCommand(CLI::App& app, Context& context);
 void addShowCommand(CLI::App& app, Context& context);
 void addEventsCommand(CLI::App& app, Context& context);
+void addCheckCommand(CLI::App& app, Context& context);
+void addBackupCommand(CLI::App& app, Context& context);
 void addVolumeCommands(CLI::App& family, Context& context);
 void addTargetCommands(CLI::App& family, Context& context);
 void addInitiatorCommands(CLI::App& family, Context& context);

@@ -12,8 +12,9 @@ using Arrayctl = Cli;
 TEST_F(Arrayctl, HelpListsTheCommandsAndSucceeds) {
     const Result result = run({"--help"});
     EXPECT_EQ(result.status, cli::Done);
-    for (const char* command : {"import", "export", "show", "events", "volume", "target",
-                                "initiator", "endpoint", "unit", "grant", "session", "secret"})
+    for (const char* command :
+         {"import", "export", "show", "events", "check", "backup", "volume", "target", "initiator",
+          "endpoint", "unit", "grant", "session", "secret"})
         EXPECT_THAT(result.out, HasSubstr(std::string("\n  ") + command + " "));
 }
 
