@@ -12,13 +12,20 @@ namespace cli {
 
 namespace {
 
+using AddCommands = void (*)(CLI::App& parent, Context& context);
+
 struct Family {
     const char* name;
     const char* description;
-    void (*addCommands)(CLI::App& family, Context& context);
+    AddCommands addCommands;
 };
 
-// In the order of the help.
+// All commands, in the order of the help.
+constexpr AddCommands commands[] = {
+    addImportCommand, addExportCommand, addShowCommand,
+    addEventsCommand, addCheckCommand,  addBackupCommand,
+};
+
 constexpr Family families[] = {
     {"volume", "Storage volumes", addVolumeCommands},
     {"target", "iSCSI targets", addTargetCommands},
@@ -39,16 +46,12 @@ void define(CLI::App& app, Context& context) {
                    "State directory; else $DRAV_STATE_DIR, else /var/lib/smisd")
         ->type_name("DIR");
     app.add_flag("--json", context.json, "Write JSON, for programs");
-    addImportCommand(app, context);
-    addExportCommand(app, context);
-    addShowCommand(app, context);
-    addEventsCommand(app, context);
-    addCheckCommand(app, context);
-    addBackupCommand(app, context);
+    for (const AddCommands addCommand : commands)
+        addCommand(app, context);
     for (const Family& family : families) {
-        CLI::App* commands = app.add_subcommand(family.name, family.description);
-        commands->require_subcommand(1)->fallthrough();
-        family.addCommands(*commands, context);
+        CLI::App* inFamily = app.add_subcommand(family.name, family.description);
+        inFamily->require_subcommand(1)->fallthrough();
+        family.addCommands(*inFamily, context);
     }
 }
 
