@@ -79,8 +79,8 @@ static const String STRING_Stats("Stats");
 static const String STRING_AvailableSAP("AvailableSAP");
 
 // The zone part of /etc/localtime's target, such as "Europe/Berlin"; null if the link cannot be
-// read or the part has 33 characters or more. The text stands in a buffer of the calling source's
-// own and holds until the next call, which must not run at the same time.
+// read or the part has 33 characters or more. The text stands in the function's own buffer and
+// holds until the next call, which must not run at the same time.
 inline const char* localTimeZoneName() {
     constexpr size_t prefixLength = 20; // of "/usr/share/zoneinfo/"
     constexpr size_t zoneLimit = 33;
