@@ -9,7 +9,8 @@
 #include <Pegasus/Common/String.h>
 
 // The names that the managed-object library and the providers share. Each source that includes this
-// has its own copy of the table, built when the library is loaded and never changed.
+// has its own copy of the table, built when the library is loaded and never changed. Every
+// provider's source does, whether it uses the names or not.
 
 namespace Pegasus {
 

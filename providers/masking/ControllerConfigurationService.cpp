@@ -2,6 +2,7 @@
 
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVLogicalUnit.h"
+#include "engine/NameConstants.h"
 #include "providers/frame/Attach.h"
 #include "providers/frame/Keys.h"
 #include "providers/frame/Parameters.h"

@@ -1,5 +1,6 @@
 #include "providers/masking/SCSIProtocolControllerProvider.h"
 
+#include "engine/NameConstants.h"
 #include "engine/builders/iSCSINode.h"
 #include "providers/frame/ArrayRange.h"
 #include "providers/frame/Attach.h"
