@@ -1,6 +1,6 @@
 #include "tests/support/ScriptedCIMOM.h"
 
-#include <Pegasus/Provider/CIMOMHandle.h>
+#include <map>
 
 #include "tests/support/Log.h"
 #include "tests/support/Text.h"
@@ -13,6 +13,8 @@ namespace {
 
 GetInstanceAnswer scriptedAnswer;
 const OperationContext* lastContext = nullptr;
+const CIMOMHandle* lastHandle = nullptr;
+std::map<const CIMOMHandle*, const CIMOMHandle*> assigned; // what to which
 
 CIMInstance instanceOf(const CIMObjectPath& path) {
     CIMInstance instance(path.getClassName());
@@ -30,9 +32,18 @@ const OperationContext* lastGetInstanceContext() {
     return lastContext;
 }
 
+const CIMOMHandle* lastGetInstanceHandle() {
+    return lastHandle;
+}
+
 } // namespace scripted
 
 using namespace scripted;
+
+CIMOMHandle& CIMOMHandle::operator=(const CIMOMHandle& handle) {
+    assigned[this] = &handle;
+    return *this;
+}
 
 CIMInstance CIMOMHandle::getInstance(const OperationContext& context,
                                      const CIMNamespaceName& nameSpace,
@@ -44,5 +55,6 @@ CIMInstance CIMOMHandle::getInstance(const OperationContext& context,
              ", localOnly " + text(localOnly) + ", includeQualifiers " + text(includeQualifiers) +
              ", includeClassOrigin " + text(includeClassOrigin) + ", " + text(propertyList) + ")");
     lastContext = &context;
+    lastHandle = assigned[this];
     return scriptedAnswer ? scriptedAnswer(instanceName) : instanceOf(instanceName);
 }

@@ -145,6 +145,14 @@ TEST_F(AuthorizedAccessProviderTest, TheServerIsCalledWithTheRequestsContextAndF
                             "all)"));
 }
 
+TEST_F(AuthorizedAccessProviderTest, TheServerIsCalledThroughTheHandleGivenToInitialize) {
+    CIMOMHandle handle;
+    provider.initialize(handle);
+    associators(source(PRIVILEGE, HOST1), SUBJECT, HARDWARE_ID);
+
+    EXPECT_EQ(lastGetInstanceHandle(), &handle);
+}
+
 TEST_F(AuthorizedAccessProviderTest, FromAPrivilegeToItsHardwareIDsNameWithoutTheServer) {
     associatorNames(source(PRIVILEGE, HOST1), SUBJECT, HARDWARE_ID);
     associatorNames(source(ANY_PRIVILEGE, HOST2), SUBJECT, HARDWARE_ID);

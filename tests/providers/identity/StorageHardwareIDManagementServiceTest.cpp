@@ -259,8 +259,11 @@ TEST_F(StorageHardwareIDManagementServiceTest, DeleteAcceptsWhatCreateGave) {
     EXPECT_THAT(calls(), ElementsAre("deleteObject(13, 0x0D000042)"));
 }
 
-TEST_F(StorageHardwareIDManagementServiceTest, TheReferenceNamesTheHostAsItIsServed) {
+TEST_F(StorageHardwareIDManagementServiceTest,
+       TheReferenceNamesTheHostAsItIsServedAlwaysByISCSIName) {
+    constexpr Uint16 portWWN = 2;
     give("StorageID", String("iqn.host"));
+    give("IDType", portWWN);
     invoke("CreateStorageHardwareID");
     ASSERT_EQ(results.parameters.size(), 1u);
     CIMObjectPath reference;
@@ -274,7 +277,7 @@ TEST_F(StorageHardwareIDManagementServiceTest, TheReferenceNamesTheHostAsItIsSer
     ASSERT_EQ(instances.delivered.size(), 1u);
     EXPECT_TRUE(instances.delivered[0].getPath().identical(reference));
     EXPECT_THAT(properties(instances.delivered[0]),
-                testing::Contains("StorageID: string iqn.host"));
+                testing::IsSupersetOf({"StorageID: string iqn.host", "IDType: uint16 5"}));
 }
 
 TEST_F(StorageHardwareIDManagementServiceTest, AFailureToDeleteIsTheEnginesException) {
