@@ -11,7 +11,7 @@
 #include "providers/masking/ProtocolControllerForUnitProvider.h"
 #include "providers/masking/SCSIProtocolControllerProvider.h"
 
-using namespace Pegasus;
+namespace Pegasus {
 
 namespace {
 
@@ -49,7 +49,10 @@ constexpr Row PROVIDERS[] = {
 
 } // namespace
 
-CIMProvider* PegasusCreateProvider(const String& providerName) {
+} // namespace Pegasus
+
+Pegasus::CIMProvider* PegasusCreateProvider(const Pegasus::String& providerName) {
+    using namespace Pegasus;
     for (const Row& row : PROVIDERS) {
         if (String::equalNoCase(providerName, row.name)) {
             trace(row.startUpLine);
