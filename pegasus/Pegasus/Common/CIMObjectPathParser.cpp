@@ -125,7 +125,7 @@ bool Parser::value(const CIMName& name) {
     return first == 't' || first == 'f' ? boolean(name, text) : number(name, text);
 }
 
-// A text that is itself the path of an instance is a reference.
+// A text that is itself the path of an instance, which has a key, is a reference.
 bool Parser::quoted(const CIMName& name) {
     String text;
     for (++_p; _p != _end && *_p != '"'; ++_p) {
@@ -142,8 +142,7 @@ bool Parser::quoted(const CIMName& name) {
 
     CIMObjectPathRep target;
     String ignored;
-    if (text.find(Char16('=')) != PEG_NOT_FOUND && parseObjectPath(text, target, ignored) &&
-        target.keys.size() != 0)
+    if (text.find(Char16('=')) != PEG_NOT_FOUND && parseObjectPath(text, target, ignored))
         add(name, textOf(target), CIMKeyBinding::REFERENCE);
     else
         add(name, text, CIMKeyBinding::STRING);

@@ -116,8 +116,8 @@ TEST(Array, AppendOfItsOwnElementIsSafe) {
     EXPECT_EQ(a[40], "first");
     a.prepend(a[40]);
     EXPECT_EQ(a[0], "first");
-    a.grow(10, a[0]);
-    EXPECT_EQ(a[51], "first");
+    a.grow(1000, a[0]);
+    EXPECT_EQ(a[1041], "first");
 }
 
 TEST(Array, AppendArrayOfItselfDoubles) {

@@ -4,6 +4,7 @@
 #include <Pegasus/Common/CIMClass.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/ResponseHandler.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -158,4 +159,25 @@ TEST(Bundled, DifferencesOfTimestampsKeepTheirOffset) {
 
 TEST(Bundled, TimestampsBeforeTheYearZeroInUtcAreRefused) {
     EXPECT_THROW(CIMDateTime("00000101000000.000000+060"), DateTimeOutOfRangeException);
+}
+
+namespace {
+
+class Handler : public ResponseHandler {
+public:
+    void processing() override {}
+    void complete() override {}
+    using ResponseHandler::getContext;
+};
+
+} // namespace
+
+TEST(Bundled, AResponseHandlerKeepsItsContext) {
+    Handler handler;
+    OperationContext context;
+    context.insert(IdentityContainer("someone"));
+    handler.setContext(context);
+    context.clear();
+    const OperationContext kept = handler.getContext();
+    EXPECT_EQ(IdentityContainer(kept.get(IdentityContainer::NAME)).getUserName(), "someone");
 }
