@@ -6,8 +6,8 @@
 namespace Pegasus {
 
 // The class of an engine object. An object id is class << 24 | serial, so the class of an id is
-// id >> 24. Id 0 names no object.
-enum CLASSID_e {
+// id >> 24, whether it is one of these or not. Id 0 names no object.
+enum CLASSID_e : Uint32 {
     CLASSID_TCP_ENDPOINT = 9,         // network portals of the array
     CLASSID_INITIATOR = 13,           // hosts, one per iSCSI initiator name: DRAVInitiator
     CLASSID_TARGET = 14,              // iSCSI targets: DRAVTarget
