@@ -17,7 +17,7 @@ void Change::remove(Id id) {
         {Pegasus::CLASSID_VOLUME, &Change::removeVolume},
     };
     if (!_next.exists(id))
-        failNoSuchObject(_next, id, classOf(id));
+        fail(ErrorCode::NoSuchObject, keyText(id) + " names no object.");
     for (const Row& row : ROWS)
         if (row.objectClass == classOf(id))
             return (this->*row.remove)(id);
