@@ -56,11 +56,11 @@ bool isMapped(DRAVEngine& engine, const Array<Uint32>& units, Uint32 volumeId) {
     return false;
 }
 
-void allow(DRAVEngine& engine, Uint32 targetId, const Array<String>& initiatorNames) {
-    const Array<Uint32> allowed = engine.enumerateAssociatedObjects(targetId, CLASSID_INITIATOR);
+void grantAccess(DRAVEngine& engine, Uint32 targetId, const Array<String>& initiatorNames) {
+    const Array<Uint32> granted = engine.enumerateAssociatedObjects(targetId, CLASSID_INITIATOR);
     for (const String& name : initiatorNames) {
         const Uint32 id = findInitiator(engine, name);
-        if (!contains(allowed, id))
+        if (!contains(granted, id))
             engine.createAssociation(targetId, id);
     }
 }
@@ -85,7 +85,7 @@ Uint32 exposePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters)
     const Uint32 targetId =
         targetOf(inParameter<Array<CIMObjectPath>>(inParameters, "ProtocolControllers"));
 
-    allow(engine, targetId, initiatorNames);
+    grantAccess(engine, targetId, initiatorNames);
 
     Uint32 result = DONE;
     const Array<Uint32> units = engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT);

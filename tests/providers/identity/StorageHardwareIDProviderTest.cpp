@@ -1,5 +1,7 @@
 #include "providers/identity/StorageHardwareIDProvider.h"
 
+#include <thread>
+
 #include "tests/support/ProviderTest.h"
 
 using namespace Pegasus;
@@ -197,6 +199,27 @@ TEST_F(StorageHardwareIDProviderTest, AFailureAmongManyKeepsWhatWasDelivered) {
                                    "processing", "enumerateAssociatedObjects(0x02000000, 13)",
                                    "getObject(13, 0x0D000007)", "deliver " + HOST2_PATH,
                                    "getObject(13, 0x0D000001)"));
+}
+
+TEST_F(StorageHardwareIDProviderTest, EachOfManyThreadsGetsItsOwnHost) {
+    const auto getManyTimes = [this](Uint32 host, const std::string& name) {
+        for (int i = 0; i < 500; ++i) {
+            InstanceHandler own;
+            provider.getInstance(
+                context, requestPath("CIM_StorageHardwareID", {{"InstanceID", keyText(host)}}),
+                false, false, CIMPropertyList(), own);
+            ASSERT_EQ(own.delivered.size(), 1u);
+            ASSERT_THAT(properties(own.delivered[0]),
+                        testing::Contains("StorageID: string " + name));
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back(getManyTimes, HOST1, "iqn.2026-01.com.example:host1");
+        threads.emplace_back(getManyTimes, HOST2, "iqn.2026-01.com.example:host2");
+    }
+    for (std::thread& thread : threads)
+        thread.join();
 }
 
 TEST_F(StorageHardwareIDProviderTest, WorksAfterTerminate) {
