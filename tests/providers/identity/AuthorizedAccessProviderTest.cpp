@@ -145,6 +145,14 @@ TEST_F(AuthorizedAccessProviderTest, TheServerIsCalledWithTheRequestsContextAndF
                             "all)"));
 }
 
+TEST_F(AuthorizedAccessProviderTest, TheServerIsCalledInTheArraysNamespaceWhateverTheSources) {
+    CIMObjectPath elsewhere = source(PRIVILEGE, HOST1);
+    elsewhere.setNameSpace(CIMNamespaceName("root/other"));
+    associators(elsewhere, SUBJECT, HARDWARE_ID);
+
+    EXPECT_THAT(calls(), ElementsAre(serverCall(hardwareID(HOST1))));
+}
+
 TEST_F(AuthorizedAccessProviderTest, TheServerIsCalledThroughTheHandleGivenToInitialize) {
     CIMOMHandle handle;
     provider.initialize(handle);
