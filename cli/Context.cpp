@@ -8,10 +8,4 @@ array::Array& Context::array() {
     return *_array;
 }
 
-array::Array& Context::arrayOrNew() {
-    if (!_array)
-        _array = array::Array::openOrCreate(array::stateDirectory(state));
-    return *_array;
-}
-
 } // namespace cli

@@ -30,9 +30,6 @@ struct Context {
     // The array in the state directory, opened at the first call. Throws as array::Array::open.
     array::Array& array();
 
-    // The same for who may begin a new one; throws as array::Array::openOrCreate.
-    array::Array& arrayOrNew();
-
 private:
     std::unique_ptr<array::Array> _array;
 };

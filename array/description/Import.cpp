@@ -1,5 +1,6 @@
 #include "array/description/Import.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "array/ErrorCode.h"
@@ -41,12 +42,12 @@ public:
 
     void setHost(const std::string& name) override {
         _names.host = name;
-        _change.setNames(_names);
+        obey([&] { _change.setNames(_names); });
     }
 
     void setSystem(const std::string& name) override {
         _names.system = name;
-        _change.setNames(_names);
+        obey([&] { _change.setNames(_names); });
     }
 
     void add(const EndpointEntry& entry) override {
@@ -81,6 +82,10 @@ public:
         Session session;
         session.target = target(entry.target);
         session.initiator = initiator(entry.initiator);
+        // What was agreed at its login is not described; it has as many as it has.
+        session.parameters.maxConnections =
+            std::max(session.parameters.maxConnections,
+                     static_cast<std::uint32_t>(entry.connections.size()));
         const Id id = create(session);
         for (std::size_t i = 0; i < entry.connections.size(); ++i)
             addConnection(id, i, entry.connections[i].endpoint);

@@ -16,10 +16,12 @@ public:
         : _receiver(receiver), _afterEach(afterEach), _waiting(sections.size()) {}
 
     void text(std::string_view member, const std::string& value) override {
-        if (member == "host")
-            _receiver.setHost(value);
-        else
-            _receiver.setSystem(value);
+        at("/" + std::string(member), [&] {
+            if (member == "host")
+                _receiver.setHost(value);
+            else
+                _receiver.setSystem(value);
+        });
     }
 
     void entry(std::size_t section, std::size_t index, nlohmann::json value) override {
@@ -40,12 +42,17 @@ public:
 
 private:
     void deliver(std::size_t section, std::size_t index, const nlohmann::json& value) {
+        at("/" + std::string(sections[section].name) + "/" + std::to_string(index),
+           [&] { sections[section].deliver(value, _receiver); });
+    }
+
+    // Gives something to the receiver; what it refuses is a mistake there.
+    template<class Delivery>
+    static void at(const std::string& pointer, Delivery deliverIt) {
         try {
-            sections[section].deliver(value, _receiver);
+            deliverIt();
         } catch (const Refusal& refusal) {
-            throw DescriptionError("/" + std::string(sections[section].name) + "/" +
-                                       std::to_string(index) + refusal.member,
-                                   refusal.message);
+            throw DescriptionError(pointer + refusal.member, refusal.message);
         }
     }
 

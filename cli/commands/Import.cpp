@@ -7,6 +7,7 @@
 #include "array/description/Import.h"
 #include "array/description/Reader.h"
 #include "cli/Listing.h"
+#include "cli/NewState.h"
 #include "cli/Progress.h"
 #include "cli/Units.h"
 #include "cli/commands/Commands.h"
@@ -37,25 +38,37 @@ struct Import {
     }
 
     void run(Context& context) const {
-        if (file == "-")
-            import(context, context.in, 0);
-        else
-            importFile(context);
+        const std::filesystem::path state = array::stateDirectory(context.state);
+        if (std::filesystem::exists(state)) {
+            import(context, *array::Array::openOrCreate(state));
+        } else {
+            NewState made(state);
+            import(context, *array::Array::openOrCreate(made.directory()));
+            made.putInPlace();
+        }
         printImported(context);
     }
 
 private:
-    void importFile(Context& context) const {
+    void import(Context& context, array::Array& array) const {
+        if (file == "-")
+            importText(context, array, context.in, 0);
+        else
+            importFile(context, array);
+    }
+
+    void importFile(Context& context, array::Array& array) const {
         std::ifstream text(file, std::ios::binary);
         if (!text)
             throw std::runtime_error(file + ": " + std::strerror(errno));
         std::error_code unknown;
         const auto size = std::filesystem::file_size(file, unknown);
-        import(context, text, unknown ? 0 : size);
+        importText(context, array, text, unknown ? 0 : size);
     }
 
     // size: of the text in bytes; 0: unknown
-    void import(Context& context, std::istream& text, std::uint64_t size) const {
+    void importText(Context& context, array::Array& array, std::istream& text,
+                    std::uint64_t size) const {
         Progress progress(context.err, context.errIsTerminal, size, Progress::Clock::now());
         std::uint64_t entries = 0;
         const auto afterEach = [&] {
@@ -63,7 +76,7 @@ private:
                 progress.update(static_cast<std::uint64_t>(text.tellg()), Progress::Clock::now());
         };
         try {
-            array::description::importFrom(text, context.arrayOrNew(), afterEach);
+            array::description::importFrom(text, array, afterEach);
         } catch (const array::description::DescriptionError& error) {
             throw std::runtime_error(file + ": " + error.what());
         }

@@ -99,6 +99,18 @@ TEST(DescriptionReader, PutsThePointerBeforeTheReceiversRefusal) {
     }
 }
 
+TEST(DescriptionReader, PutsThePointerBeforeTheReceiversRefusalOfAName) {
+    std::istringstream input(R"({ "host": "h", "system": "s" })");
+    RecordingReceiver receiver;
+    receiver.refused = "system s";
+    try {
+        read(input, receiver);
+        ADD_FAILURE() << "no error";
+    } catch (const DescriptionError& error) {
+        EXPECT_STREQ(error.what(), "/system/name: no room for it");
+    }
+}
+
 struct Mistake {
     const char* name;
     std::string text;

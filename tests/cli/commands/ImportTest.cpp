@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <fstream>
 
 #include "tests/cli/Cli.h"
@@ -12,6 +13,13 @@ protected:
         const auto file = directory / "array.json";
         std::ofstream(file) << text;
         return file;
+    }
+
+    // How many files there are beside the description.
+    std::ptrdiff_t filesBeside(const std::filesystem::path& file) const {
+        using std::filesystem::directory_iterator;
+        return std::count_if(directory_iterator(directory), directory_iterator(),
+                             [&](const auto& entry) { return entry.path() != file; });
     }
 };
 
@@ -31,12 +39,26 @@ TEST_F(ImportCommand, GivesProgramsTheCounts) {
               R"({"endpoints":0,"volumes":0,"targets":1,"initiators":0,"logicalUnits":0})");
 }
 
-TEST_F(ImportCommand, NamesTheFileAndTheCulprit) {
+TEST_F(ImportCommand, NamesTheFileAndTheCulpritAndLeavesNothingBehind) {
     const std::string file = write(R"({ "host": "h", "system": "s",
         "targets": [ { "name": "iqn.2026-01.com.example:t1", "color": "red" } ] })");
     EXPECT_EQ(refusalOf({"import", file}),
               "arrayctl: " + file + ": /targets/0/color: this member is unknown\n");
-    EXPECT_EQ(jsonOf({"target", "list"}).size(), 0U);
+    EXPECT_EQ(filesBeside(file), 0);
+}
+
+TEST_F(ImportCommand, OfAMistakeLeavesADirectoryThatWasThere) {
+    std::filesystem::create_directory(state);
+    std::filesystem::permissions(state, std::filesystem::perms::owner_all);
+    EXPECT_THAT(refusalOf({"import", "-"}, "{"), HasSubstr("parse error"));
+    EXPECT_TRUE(std::filesystem::exists(state));
+    importSmallArray();
+}
+
+TEST_F(ImportCommand, IntoADirectoryWithoutAParentIsRefused) {
+    state = directory / "a" / "b";
+    EXPECT_EQ(refusalOf({"import", "-"}),
+              "arrayctl: " + state.string() + ": No such file or directory\n");
 }
 
 TEST_F(ImportCommand, OfAFileThatIsNotThereMakesNoStateDirectory) {

@@ -1,0 +1,31 @@
+#ifndef CLI_NEW_STATE_H
+#define CLI_NEW_STATE_H
+
+#include <filesystem>
+
+namespace cli {
+
+// A state directory in the making. It grows beside its place under another name, so that nobody
+// finds it half done, and goes away again unless it is put into its place.
+class NewState {
+public:
+    // place: where it is to be; its parent must be there. Throws std::system_error.
+    explicit NewState(const std::filesystem::path& place);
+    ~NewState();
+    NewState(const NewState&) = delete;
+    NewState& operator=(const NewState&) = delete;
+
+    // Where it is for the time being; made with mode 0700.
+    const std::filesystem::path& directory() const { return _directory; }
+
+    // Puts it into its place, for good. Throws std::system_error if something is there by now.
+    void putInPlace();
+
+private:
+    const std::filesystem::path _place;
+    std::filesystem::path _directory; // empty: in its place
+};
+
+} // namespace cli
+
+#endif
