@@ -1,6 +1,7 @@
 #include "array/description/Access.h"
 #include "cli/Listings.h"
 #include "cli/Lookup.h"
+#include "cli/Units.h"
 #include "cli/commands/Commands.h"
 
 namespace cli {
@@ -32,7 +33,13 @@ struct CreateUnit {
     void arguments(CLI::App& app) {
         app.add_option("TARGET", target, "The target's iSCSI name or key")->required();
         app.add_option("VOLUME", volume, "The volume's name, element name or key")->required();
-        app.add_option("--lun", lun, "Logical unit number, unique within the target")->required();
+        app.add_option_function<std::string>(
+               "--lun",
+               [this](const std::string& text) {
+                   lun = static_cast<std::uint32_t>(numberFromText(text, 0xFFFFFFFF));
+               },
+               "Logical unit number, unique within the target")
+            ->required();
         app.add_option("--access", access, "What initiators may do: rw, ro or none")
             ->check(CLI::IsMember({"rw", "ro", "none"}))
             ->capture_default_str();

@@ -1,6 +1,7 @@
 #include "array/KeyText.h"
 #include "cli/Listing.h"
 #include "cli/Lookup.h"
+#include "cli/Units.h"
 #include "cli/commands/Commands.h"
 
 namespace cli {
@@ -29,9 +30,10 @@ struct CreateVolume {
 
     void arguments(CLI::App& app) {
         app.add_option("NAME", volume.name, "Hexadecimal text of its NAA identifier")->required();
-        app.add_option("--size", volume.size, "In bytes, or with a unit: 10GiB, 500MB")
-            ->required()
-            ->transform(CLI::AsSizeValue(true));
+        app.add_option_function<std::string>(
+               "--size", [this](const std::string& text) { volume.size = sizeFromText(text); },
+               "In bytes, or with a unit: 10GiB, 500MB")
+            ->required();
         app.add_option("--element-name", volume.elementName, "What people call it");
     }
 

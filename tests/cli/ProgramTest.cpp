@@ -78,6 +78,16 @@ TEST_F(Program, ShowsNoProgressWithoutATerminal) {
     EXPECT_THAT(shell("$ARRAYCTL import $DEMO").out, Not(HasSubstr("\r")));
 }
 
+TEST_F(Program, FollowsEventsAsTheyHappen) {
+    shell("$ARRAYCTL import $DEMO");
+    const Result followed =
+        shell("log=$DRAV_STATE_DIR/../followed; $ARRAYCTL events --follow >$log & follower=$!; "
+              "sleep 0.5; echo weak | $ARRAYCTL secret set target iqn.2026-01.com.example:t1; "
+              "for i in $(seq 100); do grep -q weak-secret $log && break; sleep 0.1; done; "
+              "kill $follower; cat $log");
+    EXPECT_THAT(followed.out, HasSubstr("weak-secret"));
+}
+
 // Types at the program's terminal and returns all that the terminal showed.
 struct Typed {
     int status;

@@ -283,7 +283,7 @@ const Mistake mistakes[] = {
     {"UnknownMember", R"("endpoint": 1 })", R"("endpoint": 1, "port": 1 })",
      "/sessions/0/connections/0/port: this member is unknown"},
     {"NoEnd", "  ]\n}\n", "  ]\n",
-     "parse error at line 31, column 1: syntax error while parsing object - unexpected end of "
+     "parse error at line 30, column 1: syntax error while parsing object - unexpected end of "
      "input; expected '}'"},
 };
 

@@ -26,7 +26,8 @@ TEST_F(EndpointCommands, CreateWithABadPortIsWrongUsage) {
     importSmallArray();
     const Result result = run({"endpoint", "create", "192.0.2.11:65536"});
     EXPECT_EQ(result.status, cli::WrongUsage);
-    EXPECT_THAT(result.err, testing::StartsWith("arrayctl: \"65536\" is no port"));
+    EXPECT_THAT(result.err,
+                testing::StartsWith("arrayctl: \"65536\" is no whole number from 0 to 65535"));
 }
 
 TEST_F(EndpointCommands, CreateWithABadAddressIsRefusedByTheArray) {
