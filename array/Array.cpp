@@ -30,14 +30,12 @@ class Array::Impl {
 public:
     Impl(std::filesystem::path stateDirectory, std::unique_ptr<Fabric> dataPath)
         : directory(std::move(stateDirectory)), fabric(std::move(dataPath)),
-          events(eventsIn(directory)), counter(counterIn(directory)),
-          follower(databaseIn(directory), counter),
-          writer(databaseIn(directory), counter, follower.current(), *fabric, events) {}
+          events(eventsIn(directory)), follower(directory),
+          writer(databaseIn(directory), follower.counter(), follower.current(), *fabric, events) {}
 
     const std::filesystem::path directory;
     const std::unique_ptr<Fabric> fabric;
     EventLog events;
-    VersionCounter counter;
     Follower follower;
     Writer writer;
 };

@@ -1,6 +1,7 @@
 #include "array/journal/Database.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 #include <fcntl.h>
@@ -34,6 +35,16 @@ void makeFile(const fs::path& file) {
     if (descriptor < 0)
         failErrno(file, errno);
     close(descriptor);
+}
+
+// Likewise, with a name of its own.
+fs::path makeDraftOf(const fs::path& file) {
+    std::string draft = file.string() + ".new-XXXXXX";
+    const int descriptor = mkstemp(draft.data());
+    if (descriptor < 0)
+        failErrno(file, errno);
+    close(descriptor);
+    return draft;
 }
 
 void syncDirectoryOf(const fs::path& file) {
@@ -82,6 +93,8 @@ void setUp(SQLite::Database& database, const fs::path& file) {
         fail(ErrorCode::StateFailed, file.string() +
                                          ": the file system cannot share memory between "
                                          "processes. Use a local one.");
+    // What a savepoint needs to go back, which is little, stays off the disk.
+    database.exec("PRAGMA temp_store = MEMORY");
     // A large change leaves a large log behind; it need not stay so.
     database.exec("PRAGMA journal_size_limit = 16777216");
 }
@@ -103,9 +116,7 @@ void createDatabase(const fs::path& file, const Names& names) {
     std::error_code ignored;
     if (fs::exists(file, ignored))
         return;
-    const fs::path draft = file.string() + ".new-" + std::to_string(getpid());
-    fs::remove(draft, ignored);
-    makeFile(draft);
+    const fs::path draft = makeDraftOf(file);
     withSqlite(draft, [&] {
         SQLite::Database database(draft.string(), SQLite::OPEN_READWRITE);
         createSchema(database, names);

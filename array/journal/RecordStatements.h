@@ -16,6 +16,8 @@
 namespace array {
 
 // The statements of one record type, put together from its Layout. Values are only ever bound.
+//
+// A statement is made ready with tryReset(), because reset() throws what the last run threw.
 template<class Record>
 std::string columnNames() {
     std::string names = "id";
@@ -44,7 +46,7 @@ public:
     explicit SaveStatement(SQLite::Database& database) : _upsert(database, upsertText<Record>()) {}
 
     void run(Id id, const Record& record) {
-        _upsert.reset();
+        _upsert.tryReset();
         _at = 1;
         _upsert.bind(_at, id);
         Layout<Record>::columns(record, [this](const char*, const auto& field) {
@@ -78,7 +80,7 @@ public:
     }
 
     void run(Id id) {
-        _delete.reset();
+        _delete.tryReset();
         _delete.bind(1, id);
         _delete.exec();
     }
@@ -96,19 +98,19 @@ public:
 
     // True, and fills in the record, if there is a row of the id.
     bool one(Id id, Record& record) {
-        _one.reset();
+        _one.tryReset();
         _one.bind(1, id);
         const bool found = _one.executeStep();
         if (found)
             read(_one, record);
-        _one.reset(); // lets go of the row, so that the read can end
+        _one.tryReset(); // lets go of the row, so that the read can end
         return found;
     }
 
     // visit(id, record) for all rows, by ascending id.
     template<class Visit>
     void all(Visit&& visit) {
-        _all.reset();
+        _all.tryReset();
         while (_all.executeStep()) {
             Record record{};
             Id id = 0;
@@ -116,7 +118,7 @@ public:
             read(_all, record);
             visit(id, std::move(record));
         }
-        _all.reset();
+        _all.tryReset();
     }
 
 private:

@@ -31,7 +31,7 @@ StateReader::StateReader(SQLite::Database& database)
       _statistics(prepareAll<ForEachStatistics<LoadStatement>>(database)) {}
 
 StateReader::Header StateReader::header() {
-    _header.reset();
+    _header.tryReset();
     Header header;
     if (!_header.executeStep())
         fail(ErrorCode::StateDamaged, "array.db, table array: the row of the array is missing. "
@@ -39,7 +39,7 @@ StateReader::Header StateReader::header() {
     header.version = static_cast<std::uint64_t>(_header.getColumn(0).getInt64());
     header.logStart = static_cast<std::uint64_t>(_header.getColumn(1).getInt64());
     header.names = Names{_header.getColumn(2).getString(), _header.getColumn(3).getString()};
-    _header.reset();
+    _header.tryReset();
     return header;
 }
 
@@ -61,16 +61,16 @@ State StateReader::load() {
         });
     });
 
-    _grants.reset();
+    _grants.tryReset();
     while (_grants.executeStep())
         state.grant(idIn(_grants.getColumn(0)), idIn(_grants.getColumn(1)));
-    _grants.reset();
+    _grants.tryReset();
 
-    _serials.reset();
+    _serials.tryReset();
     while (_serials.executeStep())
         state.serialUsed(makeId(static_cast<CLASSID_e>(_serials.getColumn(0).getInt()),
                                 idIn(_serials.getColumn(1))));
-    _serials.reset();
+    _serials.tryReset();
     return state;
 }
 
@@ -85,7 +85,7 @@ bool StateReader::catchUp(State& state) {
         state = load();
         return true;
     }
-    _changes.reset();
+    _changes.tryReset();
     _changes.bind(1, static_cast<std::int64_t>(state.version));
     while (_changes.executeStep()) {
         const Id id = idIn(_changes.getColumn(0));
@@ -97,7 +97,7 @@ bool StateReader::catchUp(State& state) {
         else
             reread(state, id);
     }
-    _changes.reset();
+    _changes.tryReset();
     state.version = now.version;
     return true;
 }
@@ -124,11 +124,11 @@ void StateReader::rereadStatistics(State& state, Id owner) {
 }
 
 void StateReader::rereadGrant(State& state, Id target, Id initiator) {
-    _isGranted.reset();
+    _isGranted.tryReset();
     _isGranted.bind(1, target);
     _isGranted.bind(2, initiator);
     const bool isGranted = _isGranted.executeStep();
-    _isGranted.reset();
+    _isGranted.tryReset();
     if (isGranted)
         state.grant(target, initiator);
     else

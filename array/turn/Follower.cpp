@@ -5,11 +5,13 @@
 
 #include "array/journal/Database.h"
 #include "array/journal/SqliteFailure.h"
+#include "array/state/StateDirectory.h"
 
 namespace array {
 
-Follower::Follower(const std::filesystem::path& database, VersionCounter& counter)
-    : _file(database), _counter(counter), _database(openDatabase(database)), _reader(_database) {
+Follower::Follower(const std::filesystem::path& directory)
+    : _file(databaseIn(directory)), _database(openDatabase(_file)), _reader(_database),
+      _counter(counterIn(directory)) {
     withSqlite(_file, [this] {
         const SQLite::Transaction read(_database);
         Snapshot first;

@@ -16,14 +16,15 @@ namespace array {
 // Brings this process's snapshot up to what other processes have committed.
 class Follower {
 public:
-    // Opens the database and reads the array.
-    Follower(const std::filesystem::path& database, VersionCounter& counter);
+    // Opens the files of a state directory and reads the array.
+    explicit Follower(const std::filesystem::path& directory);
 
     // The newest snapshot that there is, in whatever process it was made. Costs no more than a look
     // at two words of memory while no other process commits.
     SnapshotPtr newest();
 
     CurrentSnapshot& current() { return *_current; }
+    VersionCounter& counter() { return _counter; }
 
 private:
     SnapshotPtr ask();
@@ -32,10 +33,10 @@ private:
     void heal(VersionCounter::Stamp stamp);
 
     const std::filesystem::path _file;
-    VersionCounter& _counter;
     std::mutex _asking;
     SQLite::Database _database; // guarded by _asking, as is _reader
     StateReader _reader;
+    VersionCounter _counter;
     std::unique_ptr<CurrentSnapshot> _current;
 };
 
