@@ -243,6 +243,19 @@ TEST_F(UnitInstancesTest, GetInstanceIgnoresClassHostAndOtherKeys) {
     EXPECT_EQ(instances.delivered.size(), 1u);
 }
 
+TEST_F(UnitInstancesTest, GetInstanceFindsEachDeviceIDAmongOtherKeys) {
+    getInstance(
+        unitPath(requestPath("CIM_SCSIProtocolController",
+                             {{"CreationClassName", "CIM_SCSIProtocolController"},
+                              {"DeviceID", keyText(TARGET1)},
+                              {"SystemName", "array1"}}),
+                 requestPath("CIM_StorageVolume", {{"CreationClassName", "CIM_StorageVolume"},
+                                                   {"DeviceID", keyText(VOLUME1)},
+                                                   {"SystemName", "array1"}})));
+
+    EXPECT_EQ(instances.delivered.size(), 1u);
+}
+
 TEST_F(UnitInstancesTest, GetInstanceWithoutAnEndIsOutOfBounds) {
     const std::string controller = text(controllerPath(TARGET1));
     const std::string volume = text(volumePath(VOLUME1));
