@@ -78,7 +78,8 @@ void serve(const Options& options) {
     HttpServer server(options.limits, [&handler](HttpRequest request, ResponseChannel& channel) {
         return handler.handle(std::move(request), channel);
     });
-    std::cout << "smisd: listening on" << listenOn(options, server) << std::endl;
+    const std::string urls = listenOn(options, server);
+    std::cout << "smisd: listening on" << urls << std::endl;
     server.run();
     spdlog::info("stopped");
 }

@@ -1,0 +1,146 @@
+// smisd as a process: how it starts, refuses to start, and stops.
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Http.h"
+#include "tests/wire/support/Pair.h"
+#include "tests/wire/support/Smisd.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace wire {
+namespace {
+
+std::string enumerateHosts() {
+    return requestBytes(readFile(std::string(PAIRS) + "/EnumerateHostNames.request"));
+}
+
+// The one line on standard error of a smisd that cannot start.
+std::string whyNotStarted(const std::filesystem::path& state,
+                          const std::vector<std::string>& options) {
+    const Result result = run(smisdCommand(state, options));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    const std::size_t start = result.err.find("smisd: ");
+    const std::string line = start == std::string::npos ? "" : result.err.substr(start);
+    EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1) << result.err;
+    return line;
+}
+
+class Start : public testing::Test {
+protected:
+    smisd::test::TemporaryDirectory directory;
+    std::filesystem::path state = directory.path / "state";
+    std::filesystem::path usersFile = directory.path / "users";
+};
+
+TEST_F(Start, NamesABusyPort) {
+    const Smisd first(state);
+    const std::string address = "127.0.0.1:" + std::to_string(first.port());
+    EXPECT_THAT(whyNotStarted(state, {"--no-auth", "--listen", address}),
+                AllOf(HasSubstr("cannot listen on " + address + ": Address already in use"),
+                      HasSubstr("--listen")));
+    EXPECT_THAT(roundTrip(first.port(), enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
+}
+
+TEST_F(Start, NamesAStateDirectoryThatCannotBeUsed) {
+    std::ofstream(state) << "a file";
+    EXPECT_THAT(
+        whyNotStarted(state, {"--no-auth"}),
+        AllOf(HasSubstr("cannot use the state directory " + state.string()), HasSubstr("--state")));
+}
+
+TEST_F(Start, NamesAMissingModule) {
+    const std::string missing = directory.path / "missing.so";
+    EXPECT_THAT(whyNotStarted(state, {"--no-auth", "--module", missing}),
+                AllOf(HasSubstr("cannot load the module " + missing), HasSubstr("--module")));
+    std::ofstream(missing) << "no library";
+    EXPECT_THAT(whyNotStarted(state, {"--no-auth", "--module", missing}), HasSubstr(missing));
+}
+
+TEST_F(Start, NamesAMissingMofFile) {
+    EXPECT_THAT(whyNotStarted(state, {"--no-auth", "--mof", directory.path / "mof"}),
+                HasSubstr((directory.path / "mof" / "access-schema.mof").string()));
+}
+
+TEST_F(Start, NamesABadUsersFile) {
+    EXPECT_THAT(whyNotStarted(state, {"--users", usersFile}), HasSubstr(usersFile.string()));
+    std::ofstream(usersFile) << "alice:secret\n";
+    std::filesystem::permissions(usersFile, std::filesystem::perms::owner_read);
+    EXPECT_THAT(whyNotStarted(state, {"--users", usersFile}),
+                AllOf(HasSubstr(usersFile.string() + ": line 1"), Not(HasSubstr("secret"))));
+    std::filesystem::permissions(usersFile, std::filesystem::perms::all);
+    EXPECT_THAT(whyNotStarted(state, {"--users", usersFile}), HasSubstr("chmod 600"));
+}
+
+TEST_F(Start, NamesABadCertificate) {
+    EXPECT_THAT(whyNotStarted(state, {"--no-auth", "--tls", "127.0.0.1:0", "--cert",
+                                      directory.path / "c.pem", "--key", directory.path / "k.pem"}),
+                HasSubstr("cannot use the certificate " + (directory.path / "c.pem").string()));
+}
+
+TEST_F(Start, RefusesWrongUsage) {
+    EXPECT_EQ(run(smisdCommand(state, {})).status, 2);
+    EXPECT_EQ(run(smisdCommand(state, {"--no-auth", "--listen", "0.0.0.0:0"})).status, 2);
+    EXPECT_EQ(run({SMISD, "--frob"}).status, 2);
+    EXPECT_EQ(run({SMISD, "--help"}).status, 0);
+}
+
+TEST_F(Start, MakesTheStateDirectoryPrivate) {
+    const Smisd smisd(state);
+    EXPECT_EQ(std::filesystem::status(state).permissions(), std::filesystem::perms::owner_all);
+}
+
+TEST(HashPassword, RefusesAnEmptyPassword) {
+    const Result result = run({SMISD, "hash-password", "alice"}, "\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("empty"));
+    EXPECT_EQ(run({SMISD, "hash-password"}, "x\n").status, 2);
+}
+
+TEST(Stop, ExitsWithZeroOnEitherSignal) {
+    for (const int signal : {SIGTERM, SIGINT}) {
+        const Array array;
+        Smisd smisd(array.state());
+        roundTrip(smisd.port(), enumerateHosts());
+        smisd.process().signal(signal);
+        EXPECT_EQ(smisd.stop().status, 0) << signal;
+    }
+}
+
+TEST(Stop, LeavesTheArrayAsItIs) {
+    const Array array;
+    const std::string before = array.arrayctl({"export"});
+    Smisd smisd(array.state());
+    roundTrip(smisd.port(), enumerateHosts());
+    smisd.stop();
+    EXPECT_EQ(array.arrayctl({"export"}), before);
+}
+
+TEST(Stop, OutputThatNobodyReadsEndsNothing) {
+    const Array array;
+    const std::string server = SMISD " --no-auth --listen 127.0.0.1:0 --module " MODULE
+                                     " --mof " MOF " --state " +
+                               array.state().string();
+    const Result result =
+        run({"sh", "-c", "{ " + server + " 2>/dev/null & echo $! >&2; } | head -n 1"});
+    const pid_t pid = static_cast<pid_t>(std::stoi(result.err));
+    const std::size_t colon = result.out.rfind(':');
+    const auto port = static_cast<unsigned short>(std::stoul(result.out.substr(colon + 1)));
+    EXPECT_THAT(roundTrip(port, enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_EQ(kill(pid, SIGTERM), 0);
+}
+
+} // namespace
+} // namespace wire

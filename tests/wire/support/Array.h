@@ -1,0 +1,30 @@
+// The array of a test.
+#pragma once
+
+#include "tests/server/TemporaryDirectory.h"
+#include "tests/wire/support/Process.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace wire {
+
+// A state directory of its own. Three hosts, two targets, three volumes and some of the links
+// between them, made by arrayctl.
+class Array {
+public:
+    Array();
+
+    std::filesystem::path state() const { return _directory.path / "state"; }
+    // A file beside the state directory.
+    std::filesystem::path file(const std::string& name) const { return _directory.path / name; }
+
+    // What arrayctl says of it; throws when it is refused.
+    std::string arrayctl(std::vector<std::string> arguments, const std::string& input = "") const;
+
+private:
+    smisd::test::TemporaryDirectory _directory;
+};
+
+} // namespace wire

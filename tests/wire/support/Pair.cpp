@@ -1,0 +1,67 @@
+#include "tests/wire/support/Pair.h"
+
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/asio/ip/host_name.hpp>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+namespace wire {
+
+std::string readFile(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    if (!in) {
+        throw std::runtime_error("cannot read " + file.string());
+    }
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::vector<Pair> readPairs(const fs::path& directory) {
+    std::vector<Pair> pairs;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+        if (entry.path().extension() == ".request") {
+            fs::path response = entry.path();
+            pairs.push_back(
+                {entry.path().stem(), entry.path(), response.replace_extension(".response")});
+        }
+    }
+    std::sort(pairs.begin(), pairs.end(),
+              [](const Pair& left, const Pair& right) { return left.name < right.name; });
+    return pairs;
+}
+
+std::string requestBytes(const std::string& text) {
+    const std::size_t headEnd = text.find("\n\n");
+    if (headEnd == std::string::npos) {
+        return text; // no HTTP at all
+    }
+    std::string head = text.substr(0, headEnd + 1);
+    const std::string body = text.substr(headEnd + 2);
+    if (head.find("\nHost:") == std::string::npos) {
+        head += "Host: localhost\n";
+    }
+    if (head.find("\nContent-Length:") == std::string::npos &&
+        head.find("\nTransfer-Encoding:") == std::string::npos) {
+        head += "Content-Length: " + std::to_string(body.size()) + "\n";
+    }
+    boost::replace_all(head, "Content-Length: none\n", "");
+    boost::replace_all(head, "\n", "\r\n");
+    return head + "\r\n" + body;
+}
+
+std::string normalized(std::string response) {
+    boost::replace_all(response, "\r\n", "\n");
+    response = std::regex_replace(response, std::regex("content-length: \\d+\n"), "");
+    const std::string host = boost::asio::ip::host_name();
+    boost::replace_all(response, "<HOST>" + host + "<", "<HOST>HOST<");
+    boost::replace_all(response, "//" + host + "/", "//HOST/");
+    boost::replace_all(response, "realm=\"" + host + "\"", "realm=\"HOST\"");
+    return response;
+}
+
+} // namespace wire
