@@ -5,14 +5,17 @@
 
 #include "array/Snapshot.h"
 #include "array/TheArray.h"
+#include "array/engine/NamePointers.h"
 #include "engine/DRAVKeys.h"
 
 namespace array {
 
-// The array as the engine of this process sees it now. Throws DRAVOperationFailedException if its
-// state cannot be read.
+// The array as the engine of this process sees it now, whose names paths carry from then on. Throws
+// DRAVOperationFailedException if its state cannot be read.
 inline SnapshotPtr currentSnapshot() {
-    return theArray().snapshot();
+    SnapshotPtr now = theArray().snapshot();
+    showNames(*now);
+    return now;
 }
 
 // A record that was looked up. Throws CIMObjectNotFoundException with the id's key text if there is

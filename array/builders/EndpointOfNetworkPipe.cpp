@@ -10,12 +10,23 @@ namespace Pegasus {
 
 namespace {
 
-CIMInstance pipeEndInstance(Boolean includeQualifiers, const String& targetName,
-                            const CIMName& pipeClassName, Uint32 sessionId) {
-    const EndpointOfNetworkPipePath path(targetName, pipeClassName, sessionId);
-    array::InstanceBuilder builder(path, includeQualifiers, CIMPropertyList());
-    builder.reference(array::name::Antecedent, iSCSIProtocolEndpointPath(targetName))
-        .reference(array::name::Dependent, iSCSISessionPath(pipeClassName, sessionId))
+struct Ends {
+    Ends(const String& targetName, const CIMName& pipeClassName, Uint32 sessionId)
+        : endpoint(targetName), pipe(pipeClassName, sessionId) {}
+
+    const iSCSIProtocolEndpointPath endpoint;
+    const iSCSISessionPath pipe;
+};
+
+CIMObjectPath pipeEndPath(const Ends& ends) {
+    return array::pathOfAssociation(array::name::EndpointOfNetworkPipe, array::name::Antecedent,
+                                    ends.endpoint, array::name::Dependent, ends.pipe);
+}
+
+CIMInstance pipeEndInstance(Boolean includeQualifiers, const Ends& ends) {
+    array::InstanceBuilder builder(pipeEndPath(ends), includeQualifiers, CIMPropertyList());
+    builder.reference(array::name::Antecedent, ends.endpoint)
+        .reference(array::name::Dependent, ends.pipe)
         .property(array::name::SourceOrSink, Uint16(4)); // Not Applicable: pipes go both ways
     return builder.instance();
 }
@@ -24,15 +35,12 @@ CIMInstance pipeEndInstance(Boolean includeQualifiers, const String& targetName,
 
 EndpointOfNetworkPipePath::EndpointOfNetworkPipePath(const String& targetName,
                                                      const CIMName& pipeClassName, Uint32 sessionId)
-    : CIMObjectPath(
-          array::pathOfAssociation(array::name::EndpointOfNetworkPipe, array::name::Antecedent,
-                                   iSCSIProtocolEndpointPath(targetName), array::name::Dependent,
-                                   iSCSISessionPath(pipeClassName, sessionId))) {}
+    : CIMObjectPath(pipeEndPath(Ends(targetName, pipeClassName, sessionId))) {}
 
 EndpointOfNetworkPipeInstance::EndpointOfNetworkPipeInstance(Boolean includeQualifiers,
                                                              const String& targetName,
                                                              const CIMName& pipeClassName,
                                                              Uint32 sessionId)
-    : CIMInstance(pipeEndInstance(includeQualifiers, targetName, pipeClassName, sessionId)) {}
+    : CIMInstance(pipeEndInstance(includeQualifiers, Ends(targetName, pipeClassName, sessionId))) {}
 
 } // namespace Pegasus

@@ -10,15 +10,26 @@ namespace Pegasus {
 
 namespace {
 
+struct Ends {
+    Ends(Uint32 sessionId, Uint32 connectionId)
+        : session(array::name::iSCSISession, sessionId),
+          connection(array::name::iSCSIConnection, connectionId) {}
+
+    const iSCSISessionPath session;
+    const iSCSIConnectionPath connection;
+};
+
+CIMObjectPath compositionPath(const CIMName& associationClassName, const Ends& ends) {
+    return array::pathOfAssociation(associationClassName, array::name::GroupComponent, ends.session,
+                                    array::name::PartComponent, ends.connection);
+}
+
 CIMInstance compositionInstance(const CIMName& associationClassName, Boolean includeQualifiers,
-                                Uint32 sessionId, Uint32 connectionId) {
-    const NetworkPipeCompositionPath path(associationClassName, sessionId, connectionId);
-    array::InstanceBuilder builder(path, includeQualifiers, CIMPropertyList());
-    builder
-        .reference(array::name::GroupComponent,
-                   iSCSISessionPath(array::name::iSCSISession, sessionId))
-        .reference(array::name::PartComponent,
-                   iSCSIConnectionPath(array::name::iSCSIConnection, connectionId))
+                                const Ends& ends) {
+    array::InstanceBuilder builder(compositionPath(associationClassName, ends), includeQualifiers,
+                                   CIMPropertyList());
+    builder.reference(array::name::GroupComponent, ends.session)
+        .reference(array::name::PartComponent, ends.connection)
         .property(array::name::AggregationSequence, Uint16(0)); // no order
     return builder.instance();
 }
@@ -27,16 +38,13 @@ CIMInstance compositionInstance(const CIMName& associationClassName, Boolean inc
 
 NetworkPipeCompositionPath::NetworkPipeCompositionPath(const CIMName& associationClassName,
                                                        Uint32 sessionId, Uint32 connectionId)
-    : CIMObjectPath(array::pathOfAssociation(
-          associationClassName, array::name::GroupComponent,
-          iSCSISessionPath(array::name::iSCSISession, sessionId), array::name::PartComponent,
-          iSCSIConnectionPath(array::name::iSCSIConnection, connectionId))) {}
+    : CIMObjectPath(compositionPath(associationClassName, Ends(sessionId, connectionId))) {}
 
 NetworkPipeCompositionInstance::NetworkPipeCompositionInstance(const CIMName& associationClassName,
                                                                Boolean includeQualifiers,
                                                                Uint32 sessionId,
                                                                Uint32 connectionId)
-    : CIMInstance(
-          compositionInstance(associationClassName, includeQualifiers, sessionId, connectionId)) {}
+    : CIMInstance(compositionInstance(associationClassName, includeQualifiers,
+                                      Ends(sessionId, connectionId))) {}
 
 } // namespace Pegasus

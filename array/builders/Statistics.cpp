@@ -1,6 +1,7 @@
 #include "engine/builders/Statistics.h"
 
 #include "array/builders/Current.h"
+#include "array/builders/ElementNames.h"
 #include "array/builders/InstanceBuilder.h"
 #include "array/builders/Names.h"
 #include "array/builders/Paths.h"
@@ -30,7 +31,8 @@ CIMInstance loginStatistics(Boolean includeQualifiers, const CIMPropertyList& pr
     array::InstanceBuilder builder(
         array::pathWithInstanceID(array::name::iSCSILoginStatistics, targetId), includeQualifiers,
         propertyList);
-    builder.property(array::name::LoginFailures, counter(logins.failures()))
+    builder.property(array::name::ElementName, array::targetName(*snapshot, targetId))
+        .property(array::name::LoginFailures, counter(logins.failures()))
         .property(array::name::SuccessfulLogins, counter(logins.successfulLogins))
         .property(array::name::NegotiationLoginFailures, counter(logins.negotiationFailures))
         .property(array::name::AuthenticationLoginFailures, counter(logins.authenticationFailures))
@@ -52,7 +54,8 @@ CIMInstance sessionFailures(Boolean includeQualifiers, const CIMPropertyList& pr
     array::InstanceBuilder builder(
         array::pathWithInstanceID(array::name::iSCSISessionFailures, targetId), includeQualifiers,
         propertyList);
-    builder.property(array::name::SessionFailures, counter(failures.failures()))
+    builder.property(array::name::ElementName, array::targetName(*snapshot, targetId))
+        .property(array::name::SessionFailures, counter(failures.failures()))
         .property(array::name::SessionDigestFailures, counter(failures.digest))
         .property(array::name::SessionConnectionTimeoutFailures,
                   counter(failures.connectionTimeout))
@@ -73,7 +76,8 @@ CIMInstance sessionStatistics(Boolean includeQualifiers, const CIMPropertyList& 
     array::InstanceBuilder builder(
         array::pathWithInstanceID(array::name::iSCSISessionStatistics, sessionId),
         includeQualifiers, propertyList);
-    builder.property(array::name::CommandPDUsTransferred, counter(statistics.commandPDUs))
+    builder.property(array::name::ElementName, array::initiatorName(*snapshot, sessionId))
+        .property(array::name::CommandPDUsTransferred, counter(statistics.commandPDUs))
         .property(array::name::ResponsePDUsTransferred, counter(statistics.responsePDUs))
         .property(array::name::BytesTransmitted, counter(statistics.bytesTransmitted))
         .property(array::name::BytesReceived, counter(statistics.bytesReceived))
@@ -91,7 +95,8 @@ CIMInstance interfaceStatistics(Boolean includeQualifiers, Uint32 endpointId) {
     array::InstanceBuilder builder(
         array::pathWithInstanceID(array::name::MACStatistics, endpointId), includeQualifiers,
         CIMPropertyList());
-    builder.property(array::name::FramesReceived, counter(statistics.framesReceived))
+    builder.property(array::name::ElementName, array::portalName(*snapshot, endpointId))
+        .property(array::name::FramesReceived, counter(statistics.framesReceived))
         .property(array::name::FramesSent, counter(statistics.framesSent))
         .property(array::name::OctetsReceived, counter(statistics.octetsReceived))
         .property(array::name::OctetsSent, counter(statistics.octetsSent))

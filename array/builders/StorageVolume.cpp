@@ -36,6 +36,13 @@ CIMObjectPath volumePath(Uint32 volumeId) {
                                DRAVObjectKey(volumeId));
 }
 
+// A volume that is gone has a path too, by the id 0.
+CIMObjectPath checkedPath(Uint32 volumeId) {
+    if (volumeId != 0)
+        array::found(array::currentSnapshot()->volume(volumeId), volumeId);
+    return volumePath(volumeId);
+}
+
 // OK, or for a volume that is gone No Contact.
 Uint16 operationalStatus(Uint32 state) {
     return state == 0 ? 2 : 12;
@@ -61,10 +68,7 @@ CIMInstance volumeInstance(Boolean includeQualifiers, const CIMPropertyList& pro
 
 } // namespace
 
-StorageVolumePath::StorageVolumePath(Uint32 volumeId) : CIMObjectPath(volumePath(volumeId)) {
-    if (volumeId != 0)
-        array::found(array::currentSnapshot()->volume(volumeId), volumeId);
-}
+StorageVolumePath::StorageVolumePath(Uint32 volumeId) : CIMObjectPath(checkedPath(volumeId)) {}
 
 StorageVolumeInstance::StorageVolumeInstance(Boolean includeQualifiers,
                                              const CIMPropertyList& propertyList, Uint32 volumeId)

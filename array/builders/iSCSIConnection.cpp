@@ -1,6 +1,7 @@
 #include "engine/builders/iSCSIConnection.h"
 
 #include "array/builders/Current.h"
+#include "array/builders/ElementNames.h"
 #include "array/builders/InstanceBuilder.h"
 #include "array/builders/Names.h"
 #include "array/builders/Paths.h"
@@ -10,6 +11,12 @@ namespace Pegasus {
 
 namespace {
 
+CIMObjectPath connectionPath(const CIMName& className, const array::Snapshot& snapshot,
+                             Uint32 connectionId) {
+    array::found(snapshot.connection(connectionId), connectionId);
+    return array::pathWithInstanceID(className, connectionId);
+}
+
 // "AuthenticationMethodUsed" has a value map of its own: 2 No Authentication, 4 CHAP.
 Uint16 methodUsed(const array::Connection& connection) {
     return connection.authMethod == DRAV_AUTH_CHAP ? 4 : 2;
@@ -18,14 +25,14 @@ Uint16 methodUsed(const array::Connection& connection) {
 CIMInstance connectionInstance(const CIMName& className, Boolean includeQualifiers,
                                const CIMPropertyList& propertyList, Uint32 connectionId) {
     const array::SnapshotPtr snapshot = array::currentSnapshot();
-    const array::Connection& connection =
-        array::found(snapshot->connection(connectionId), connectionId);
+    array::InstanceBuilder builder(connectionPath(className, *snapshot, connectionId),
+                                   includeQualifiers, propertyList);
+    const array::Connection& connection = *snapshot->connection(connectionId);
     const array::ConnectionParameters& agreed = connection.parameters;
     const CIMValue markers = array::flag(agreed.markersOnReceive);
 
-    array::InstanceBuilder builder(array::pathWithInstanceID(className, connectionId),
-                                   includeQualifiers, propertyList);
-    builder.property(array::name::ConnectionID, Uint32(connection.cid))
+    builder.property(array::name::ElementName, array::portalName(*snapshot, connection.endpoint))
+        .property(array::name::ConnectionID, Uint32(connection.cid))
         .property(array::name::MaxReceiveDataSegmentLength, agreed.maxRecvDataSegmentLength)
         .property(array::name::MaxTransmitDataSegmentLength, agreed.maxRecvDataSegmentLength)
         .property(array::name::HeaderDigestMethod, array::smiFromDigest(agreed.primaryHeaderDigest))
@@ -41,9 +48,7 @@ CIMInstance connectionInstance(const CIMName& className, Boolean includeQualifie
 } // namespace
 
 iSCSIConnectionPath::iSCSIConnectionPath(const CIMName& className, Uint32 connectionId)
-    : CIMObjectPath(array::pathWithInstanceID(className, connectionId)) {
-    array::found(array::currentSnapshot()->connection(connectionId), connectionId);
-}
+    : CIMObjectPath(connectionPath(className, *array::currentSnapshot(), connectionId)) {}
 
 iSCSIConnectionInstance::iSCSIConnectionInstance(const CIMName& className,
                                                  Boolean includeQualifiers,

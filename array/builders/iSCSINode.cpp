@@ -2,6 +2,7 @@
 
 #include "array/Limits.h"
 #include "array/builders/Current.h"
+#include "array/builders/ElementNames.h"
 #include "array/builders/InstanceBuilder.h"
 #include "array/builders/Names.h"
 #include "array/builders/Paths.h"
@@ -10,7 +11,8 @@ namespace Pegasus {
 
 namespace {
 
-CIMObjectPath nodePath(Uint32 targetId) {
+CIMObjectPath nodePath(const array::Snapshot& snapshot, Uint32 targetId) {
+    array::found(snapshot.target(targetId), targetId);
     return array::pathInSystem(array::name::SCSIProtocolController, array::name::DeviceID,
                                DRAVObjectKey(targetId));
 }
@@ -18,10 +20,8 @@ CIMObjectPath nodePath(Uint32 targetId) {
 CIMInstance nodeInstance(Boolean includeQualifiers, const CIMPropertyList& propertyList,
                          Uint32 targetId) {
     const array::SnapshotPtr snapshot = array::currentSnapshot();
-    const array::Target& target = array::found(snapshot->target(targetId), targetId);
-    const String name = array::fromUtf8(target.name);
-
-    array::InstanceBuilder builder(nodePath(targetId), includeQualifiers, propertyList);
+    array::InstanceBuilder builder(nodePath(*snapshot, targetId), includeQualifiers, propertyList);
+    const String name = array::targetName(*snapshot, targetId);
     builder.property(array::name::Name, name)
         .property(array::name::NameFormat, Uint16(3)) // iSCSI Name
         .property(array::name::ElementName, name)
@@ -32,9 +32,8 @@ CIMInstance nodeInstance(Boolean includeQualifiers, const CIMPropertyList& prope
 
 } // namespace
 
-iSCSINodePath::iSCSINodePath(Uint32 targetId) : CIMObjectPath(nodePath(targetId)) {
-    array::found(array::currentSnapshot()->target(targetId), targetId);
-}
+iSCSINodePath::iSCSINodePath(Uint32 targetId)
+    : CIMObjectPath(nodePath(*array::currentSnapshot(), targetId)) {}
 
 iSCSINodeInstance::iSCSINodeInstance(Boolean includeQualifiers, const CIMPropertyList& propertyList,
                                      Uint32 targetId)

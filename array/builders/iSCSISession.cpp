@@ -1,6 +1,7 @@
 #include "engine/builders/iSCSISession.h"
 
 #include "array/builders/Current.h"
+#include "array/builders/ElementNames.h"
 #include "array/builders/InstanceBuilder.h"
 #include "array/builders/Names.h"
 #include "array/builders/Paths.h"
@@ -10,25 +11,27 @@ namespace Pegasus {
 
 namespace {
 
-String initiatorName(const array::Snapshot& snapshot, const array::Session& session) {
-    const array::Initiator* initiator = snapshot.initiator(session.initiator);
-    return initiator ? array::fromUtf8(initiator->name) : String::EMPTY;
+CIMObjectPath sessionPath(const CIMName& className, const array::Snapshot& snapshot,
+                          Uint32 sessionId) {
+    array::found(snapshot.session(sessionId), sessionId);
+    return array::pathWithInstanceID(className, sessionId);
 }
 
 CIMInstance sessionInstance(const CIMName& className, Boolean includeQualifiers,
                             const CIMPropertyList& propertyList, Uint32 sessionId) {
     const array::SnapshotPtr snapshot = array::currentSnapshot();
-    const array::Session& session = array::found(snapshot->session(sessionId), sessionId);
+    array::InstanceBuilder builder(sessionPath(className, *snapshot, sessionId), includeQualifiers,
+                                   propertyList);
+    const array::Session& session = *snapshot->session(sessionId);
     const array::SessionParameters& agreed = session.parameters;
+    const String initiator = array::initiatorName(*snapshot, sessionId);
     const auto connections = snapshot->countAssociated(sessionId, CLASSID_ISCSI_CONNECTION);
 
-    array::InstanceBuilder builder(array::pathWithInstanceID(className, sessionId),
-                                   includeQualifiers, propertyList);
-    builder
+    builder.property(array::name::ElementName, initiator)
         .property(array::name::Directionality, Uint16(2)) // Bi-Directional
         .property(array::name::SessionType, Uint16(3))    // Normal
         .property(array::name::TSIH, Uint32(session.tsih))
-        .property(array::name::EndPointName, initiatorName(*snapshot, session))
+        .property(array::name::EndPointName, initiator)
         .property(array::name::CurrentConnections, static_cast<Uint32>(connections))
         .property(array::name::InitialR2T, array::flag(agreed.initialR2T))
         .property(array::name::ImmediateData, array::flag(agreed.immediateData))
@@ -48,9 +51,7 @@ CIMInstance sessionInstance(const CIMName& className, Boolean includeQualifiers,
 } // namespace
 
 iSCSISessionPath::iSCSISessionPath(const CIMName& className, Uint32 sessionId)
-    : CIMObjectPath(array::pathWithInstanceID(className, sessionId)) {
-    array::found(array::currentSnapshot()->session(sessionId), sessionId);
-}
+    : CIMObjectPath(sessionPath(className, *array::currentSnapshot(), sessionId)) {}
 
 iSCSISessionInstance::iSCSISessionInstance(const CIMName& className, Boolean includeQualifiers,
                                            const CIMPropertyList& propertyList, Uint32 sessionId)

@@ -1,6 +1,7 @@
 #include "engine/builders/iSCSISettings.h"
 
 #include "array/builders/Current.h"
+#include "array/builders/ElementNames.h"
 #include "array/builders/InstanceBuilder.h"
 #include "array/builders/Names.h"
 #include "array/builders/Paths.h"
@@ -10,10 +11,9 @@ namespace Pegasus {
 
 namespace {
 
-// Settings have no name of their own; they are known by their target's.
-String targetName(const array::Snapshot& snapshot, Uint32 settingsId) {
-    const array::Target* target = snapshot.target(snapshot.targetOfSettings(settingsId));
-    return target ? array::fromUtf8(target->name) : String::EMPTY;
+// Settings are called as their target.
+String settingsName(const array::Snapshot& snapshot, Uint32 settingsId) {
+    return array::targetName(snapshot, snapshot.targetOfSettings(settingsId));
 }
 
 CIMInstance sessionSettings(const CIMName& className, Boolean includeQualifiers,
@@ -23,7 +23,7 @@ CIMInstance sessionSettings(const CIMName& className, Boolean includeQualifiers,
 
     array::InstanceBuilder builder(array::pathWithInstanceID(className, id), includeQualifiers,
                                    propertyList);
-    builder.property(array::name::ElementName, targetName(*snapshot, id))
+    builder.property(array::name::ElementName, settingsName(*snapshot, id))
         .property(array::name::MaxConnectionsPerSession, proposed.maxConnections)
         .property(array::name::InitialR2TPreference, array::flag(proposed.initialR2T))
         .property(array::name::ImmediateDataPreference, array::flag(proposed.immediateData))
@@ -47,7 +47,7 @@ CIMInstance connectionSettings(const CIMName& className, Boolean includeQualifie
 
     array::InstanceBuilder builder(array::pathWithInstanceID(className, id), includeQualifiers,
                                    propertyList);
-    builder.property(array::name::ElementName, targetName(*snapshot, id))
+    builder.property(array::name::ElementName, settingsName(*snapshot, id))
         .property(array::name::MaxReceiveDataSegmentLength, proposed.maxRecvDataSegmentLength)
         .property(array::name::PrimaryHeaderDigestMethod,
                   array::smiFromDigest(proposed.primaryHeaderDigest))
