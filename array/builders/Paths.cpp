@@ -2,6 +2,7 @@
 
 #include <Pegasus/Common/CIMValue.h>
 
+#include "array/builders/Current.h"
 #include "array/builders/Names.h"
 #include "engine/DRAVEngine.h"
 #include "engine/DRAVKeys.h"
@@ -18,9 +19,16 @@ using Pegasus::String;
 
 namespace {
 
+// A name of the array, by the engine's pointer to it, as it is now: another process may have
+// changed it.
+const String& current(const String* const& name) {
+    currentSnapshot();
+    return *name;
+}
+
 CIMObjectPath arrayPath(const CIMName& className, const Array<CIMKeyBinding>& keys) {
     static const CIMNamespaceName snia("root/snia");
-    return CIMObjectPath(*DRAVEngine::_OvrinHostNamePtr, snia, className, keys);
+    return CIMObjectPath(current(DRAVEngine::_OvrinHostNamePtr), snia, className, keys);
 }
 
 CIMKeyBinding stringKey(const CIMName& name, const String& value) {
@@ -38,7 +46,7 @@ CIMObjectPath pathInSystem(const CIMName& className, const CIMName& lastKey,
                            const String& lastValue) {
     const CIMKeyBinding keys[] = {
         stringKey(name::SystemCreationClassName, name::ComputerSystem.getString()),
-        stringKey(name::SystemName, *DRAVEngine::_OvrinSystemNamePtr),
+        stringKey(name::SystemName, current(DRAVEngine::_OvrinSystemNamePtr)),
         stringKey(name::CreationClassName, className.getString()),
         stringKey(lastKey, lastValue),
     };
