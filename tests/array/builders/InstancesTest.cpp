@@ -36,7 +36,7 @@ std::string instanceID(Id id) {
     return "InstanceID: string " + keyText(id);
 }
 
-TEST(InstancesTest, Controller) {
+TEST(BuilderInstancesTest, Controller) {
     EXPECT_THAT(rich("CIM_SCSIProtocolController"),
                 ElementsAre("CreationClassName: string CIM_SCSIProtocolController",
                             "DeviceID: string " + keyText(sample().rich.target),
@@ -49,7 +49,7 @@ TEST(InstancesTest, Controller) {
                             "EnabledState: uint16 2"));
 }
 
-TEST(InstancesTest, Volume) {
+TEST(BuilderInstancesTest, Volume) {
     EXPECT_THAT(rich("CIM_StorageVolume"),
                 ElementsAre("CreationClassName: string CIM_StorageVolume",
                             "DeviceID: string " + keyText(sample().rich.volume),
@@ -63,7 +63,7 @@ TEST(InstancesTest, Volume) {
                             "EnabledState: uint16 2"));
 }
 
-TEST(InstancesTest, AVolumeThatIsGoneHasNoContact) {
+TEST(BuilderInstancesTest, AVolumeThatIsGoneHasNoContact) {
     EXPECT_THAT(
         built("CIM_StorageVolume", sample().rich, 1),
         ElementsAre(
@@ -75,7 +75,7 @@ TEST(InstancesTest, AVolumeThatIsGoneHasNoContact) {
             "OperationalStatus: uint16[] 12 ", "EnabledState: uint16 2"));
 }
 
-TEST(InstancesTest, ASessionWithTheParametersInForce) {
+TEST(BuilderInstancesTest, ASessionWithTheParametersInForce) {
     EXPECT_THAT(rich("CIM_iSCSISession"),
                 ElementsAre(instanceID(sample().rich.session),
                             "ElementName: string iqn.2026-01.com.example:host-rich",
@@ -92,7 +92,7 @@ TEST(InstancesTest, ASessionWithTheParametersInForce) {
                             "EnabledState: uint16 2"));
 }
 
-TEST(InstancesTest, AConnectionAuthenticatedBothWays) {
+TEST(BuilderInstancesTest, AConnectionAuthenticatedBothWays) {
     EXPECT_THAT(
         rich("CIM_iSCSIConnection"),
         ElementsAre(instanceID(sample().rich.connection), "ElementName: string [2001:db8::10]:3261",
@@ -104,7 +104,7 @@ TEST(InstancesTest, AConnectionAuthenticatedBothWays) {
                     "EnabledState: uint16 2"));
 }
 
-TEST(InstancesTest, AConnectionWithoutAuthentication) {
+TEST(BuilderInstancesTest, AConnectionWithoutAuthentication) {
     EXPECT_THAT(
         plain("CIM_iSCSIConnection"),
         testing::IsSupersetOf(
@@ -113,7 +113,7 @@ TEST(InstancesTest, AConnectionWithoutAuthentication) {
              "AuthenticationMethodUsed: uint16 2", "MutualAuthentication: boolean FALSE"}));
 }
 
-TEST(InstancesTest, AnISCSIEndpoint) {
+TEST(BuilderInstancesTest, AnISCSIEndpoint) {
     EXPECT_THAT(rich("CIM_iSCSIProtocolEndpoint"),
                 ElementsAre("CreationClassName: string CIM_iSCSIProtocolEndpoint",
                             "Name: string iqn.2026-01.com.example:target-rich,t,0x0001",
@@ -126,7 +126,7 @@ TEST(InstancesTest, AnISCSIEndpoint) {
                             "OperationalStatus: uint16[] 2 ", "EnabledState: uint16 2"));
 }
 
-TEST(InstancesTest, ATCPEndpointWithItsAddressAndPort) {
+TEST(BuilderInstancesTest, ATCPEndpointWithItsAddressAndPort) {
     EXPECT_THAT(rich("CIM_TCPProtocolEndpoint"),
                 ElementsAre("CreationClassName: string CIM_TCPProtocolEndpoint",
                             "Name: string " + keyText(sample().rich.endpoint),
@@ -140,7 +140,7 @@ TEST(InstancesTest, ATCPEndpointWithItsAddressAndPort) {
         testing::IsSupersetOf({"ElementName: string 192.0.2.10:3260", "PortNumber: uint32 3260"}));
 }
 
-TEST(InstancesTest, APipesEnd) {
+TEST(BuilderInstancesTest, APipesEnd) {
     const Id session = sample().rich.session;
     const std::string endpoint =
         scripted::text(iSCSIProtocolEndpointPath("iqn.2026-01.com.example:any"));
@@ -154,7 +154,7 @@ TEST(InstancesTest, APipesEnd) {
                             "SourceOrSink: uint16 4"));
 }
 
-TEST(InstancesTest, AComposition) {
+TEST(BuilderInstancesTest, AComposition) {
     const Sample::Ids& ids = sample().rich;
     const std::string session = scripted::text(iSCSISessionPath("CIM_iSCSISession", ids.session));
     const std::string connection =
@@ -168,7 +168,7 @@ TEST(InstancesTest, AComposition) {
                             "AggregationSequence: uint16 0"));
 }
 
-TEST(InstancesTest, SessionSettingsAsProposed) {
+TEST(BuilderInstancesTest, SessionSettingsAsProposed) {
     EXPECT_THAT(
         rich("CIM_iSCSISessionSettings"),
         ElementsAre(
@@ -182,7 +182,7 @@ TEST(InstancesTest, SessionSettingsAsProposed) {
             "DefaultTimeToRetainPreference: uint32 9", "ErrorRecoveryLevelPreference: uint32 1"));
 }
 
-TEST(InstancesTest, ConnectionSettingsByTheNumbersOfTheirValueMaps) {
+TEST(BuilderInstancesTest, ConnectionSettingsByTheNumbersOfTheirValueMaps) {
     EXPECT_THAT(
         rich("CIM_iSCSIConnectionSettings"),
         ElementsAre(
@@ -197,7 +197,7 @@ TEST(InstancesTest, ConnectionSettingsByTheNumbersOfTheirValueMaps) {
                                        "SecondaryAuthenticationMethod: uint16 3"}));
 }
 
-TEST(InstancesTest, LoginStatisticsAddTheFailuresUp) {
+TEST(BuilderInstancesTest, LoginStatisticsAddTheFailuresUp) {
     EXPECT_THAT(
         rich("CIM_iSCSILoginStatistics"),
         ElementsAre(instanceID(sample().rich.target),
@@ -212,7 +212,7 @@ TEST(InstancesTest, LoginStatisticsAddTheFailuresUp) {
                     "LastLoginFailureRemoteNodeName: string iqn.2026-01.com.example:stranger"));
 }
 
-TEST(InstancesTest, LoginStatisticsWithoutAFailureHaveNoLastOne) {
+TEST(BuilderInstancesTest, LoginStatisticsWithoutAFailureHaveNoLastOne) {
     EXPECT_THAT(plain("CIM_iSCSILoginStatistics"),
                 ElementsAre(instanceID(sample().plain.target),
                             "ElementName: string iqn.2026-01.com.example:target-plain",
@@ -224,7 +224,7 @@ TEST(InstancesTest, LoginStatisticsWithoutAFailureHaveNoLastOne) {
                             "OtherLogouts: uint64 0"));
 }
 
-TEST(InstancesTest, SessionFailuresAddTheFailuresUp) {
+TEST(BuilderInstancesTest, SessionFailuresAddTheFailuresUp) {
     EXPECT_THAT(
         rich("CIM_iSCSISessionFailures"),
         ElementsAre(instanceID(sample().rich.target),
@@ -241,7 +241,7 @@ TEST(InstancesTest, SessionFailuresAddTheFailuresUp) {
                             "SessionFormatErrors: uint64 0"));
 }
 
-TEST(InstancesTest, SessionStatistics) {
+TEST(BuilderInstancesTest, SessionStatistics) {
     EXPECT_THAT(
         rich("CIM_iSCSISessionStatistics"),
         ElementsAre(instanceID(sample().rich.session),
@@ -251,7 +251,7 @@ TEST(InstancesTest, SessionStatistics) {
                     "DigestErrors: uint64 35", "ConnectionTimeoutErrors: uint64 36"));
 }
 
-TEST(InstancesTest, InterfaceStatistics) {
+TEST(BuilderInstancesTest, InterfaceStatistics) {
     EXPECT_THAT(rich("Ovrin_MACStatistics"),
                 ElementsAre(instanceID(sample().rich.endpoint),
                             "ElementName: string [2001:db8::10]:3261", "FramesReceived: uint64 41",
@@ -261,7 +261,7 @@ TEST(InstancesTest, InterfaceStatistics) {
                             "SendDiscards: uint64 48"));
 }
 
-TEST(InstancesTest, ABuilderOfAnyClassKeepsTheClassGiven) {
+TEST(BuilderInstancesTest, ABuilderOfAnyClassKeepsTheClassGiven) {
     const Sample::Ids& ids = sample().rich;
     const CIMPropertyList all;
 

@@ -42,7 +42,7 @@ CIMPropertyList listOf(std::initializer_list<const char*> propertyNames) {
     return CIMPropertyList(list);
 }
 
-TEST(RequestsTest, KeysComeFirstWithTheValuesOfThePath) {
+TEST(BuilderRequestsTest, KeysComeFirstWithTheValuesOfThePath) {
     for (const InstanceRow& row : EVERY_INSTANCE) {
         const CIMInstance instance = build(row);
         const Array<CIMKeyBinding> keys = instance.getPath().getKeyBindings();
@@ -56,7 +56,7 @@ TEST(RequestsTest, KeysComeFirstWithTheValuesOfThePath) {
     }
 }
 
-TEST(RequestsTest, AnEmptyPropertyListLeavesTheKeys) {
+TEST(BuilderRequestsTest, AnEmptyPropertyListLeavesTheKeys) {
     for (const InstanceRow& row : EVERY_INSTANCE) {
         if (!row.takesPropertyList)
             continue;
@@ -65,7 +65,7 @@ TEST(RequestsTest, AnEmptyPropertyListLeavesTheKeys) {
     }
 }
 
-TEST(RequestsTest, APropertyListAddsWhatItNamesInAnySpelling) {
+TEST(BuilderRequestsTest, APropertyListAddsWhatItNamesInAnySpelling) {
     for (const InstanceRow& row : EVERY_INSTANCE) {
         if (!row.takesPropertyList)
             continue;
@@ -76,7 +76,7 @@ TEST(RequestsTest, APropertyListAddsWhatItNamesInAnySpelling) {
     }
 }
 
-TEST(RequestsTest, OptionalPropertiesAreFilteredToo) {
+TEST(BuilderRequestsTest, OptionalPropertiesAreFilteredToo) {
     const Sample::Ids& ids = sample().rich;
     EXPECT_THAT(
         names(iSCSILoginStatisticsInstance(false, listOf({"LastLoginFailureType"}), ids.target)),
@@ -90,7 +90,7 @@ TEST(RequestsTest, OptionalPropertiesAreFilteredToo) {
                 testing::Not(testing::Contains("OperationalStatus")));
 }
 
-TEST(RequestsTest, KeysAloneCarryTheKeyQualifierIfAskedFor) {
+TEST(BuilderRequestsTest, KeysAloneCarryTheKeyQualifierIfAskedFor) {
     const std::string mark = " [Key=TRUE]";
     for (const InstanceRow& row : EVERY_INSTANCE) {
         const CIMInstance instance = build(row, true);
@@ -101,7 +101,7 @@ TEST(RequestsTest, KeysAloneCarryTheKeyQualifierIfAskedFor) {
     }
 }
 
-TEST(RequestsTest, WithoutQualifiersTheRestIsTheSame) {
+TEST(BuilderRequestsTest, WithoutQualifiersTheRestIsTheSame) {
     for (const InstanceRow& row : EVERY_INSTANCE) {
         std::vector<std::string> lines = properties(build(row, true));
         for (std::string& line : lines)

@@ -35,7 +35,7 @@ bool isMapped(const CIMConstProperty& declared, const CIMValue& value) {
 }
 
 // Each builder with the rich sample and with the plain one.
-class SchemaTest : public testing::TestWithParam<InstanceRow> {
+class BuilderSchemaTest : public testing::TestWithParam<InstanceRow> {
 protected:
     void SetUp() override {
         cimClass = schema().findClass(CIMName(GetParam().className));
@@ -48,7 +48,7 @@ protected:
     std::vector<CIMConstInstance> instances;
 };
 
-TEST_P(SchemaTest, PathsHaveTheKeysOfTheClass) {
+TEST_P(BuilderSchemaTest, PathsHaveTheKeysOfTheClass) {
     Array<CIMName> declared;
     cimClass->getKeyNames(declared);
     for (const CIMConstInstance& instance : instances) {
@@ -63,7 +63,7 @@ TEST_P(SchemaTest, PathsHaveTheKeysOfTheClass) {
     }
 }
 
-TEST_P(SchemaTest, PropertiesAreDeclaredWithTheirNameAndType) {
+TEST_P(BuilderSchemaTest, PropertiesAreDeclaredWithTheirNameAndType) {
     for (const CIMConstInstance& instance : instances) {
         for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
             const CIMConstProperty property = instance.getProperty(i);
@@ -80,7 +80,7 @@ TEST_P(SchemaTest, PropertiesAreDeclaredWithTheirNameAndType) {
     }
 }
 
-TEST_P(SchemaTest, ReferencesAreOfTheDeclaredClassOrOneBelow) {
+TEST_P(BuilderSchemaTest, ReferencesAreOfTheDeclaredClassOrOneBelow) {
     for (const CIMConstInstance& instance : instances) {
         for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
             const CIMConstProperty property = instance.getProperty(i);
@@ -95,7 +95,7 @@ TEST_P(SchemaTest, ReferencesAreOfTheDeclaredClassOrOneBelow) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Builders, SchemaTest, testing::ValuesIn(EVERY_INSTANCE),
+INSTANTIATE_TEST_SUITE_P(Builders, BuilderSchemaTest, testing::ValuesIn(EVERY_INSTANCE),
                          [](const testing::TestParamInfo<InstanceRow>& row) {
                              return std::string(row.param.className) + "_" +
                                     std::to_string(row.index);
