@@ -9,13 +9,14 @@
 
 namespace array {
 
-using Pegasus::Array;
 using Pegasus::CIMKeyBinding;
 using Pegasus::CIMNamespaceName;
 using Pegasus::CIMValue;
 using Pegasus::DRAVEngine;
 using Pegasus::DRAVObjectKey;
 using Pegasus::String;
+
+using Keys = Pegasus::Array<CIMKeyBinding>;
 
 namespace {
 
@@ -26,7 +27,7 @@ const String& current(const String* const& name) {
     return *name;
 }
 
-CIMObjectPath arrayPath(const CIMName& className, const Array<CIMKeyBinding>& keys) {
+CIMObjectPath arrayPath(const CIMName& className, const Keys& keys) {
     static const CIMNamespaceName snia("root/snia");
     return CIMObjectPath(current(DRAVEngine::_OvrinHostNamePtr), snia, className, keys);
 }
@@ -39,7 +40,7 @@ CIMKeyBinding stringKey(const CIMName& name, const String& value) {
 
 CIMObjectPath pathWithInstanceID(const CIMName& className, Id id) {
     const CIMKeyBinding key = stringKey(name::InstanceID, DRAVObjectKey(id));
-    return arrayPath(className, Array<CIMKeyBinding>(&key, 1));
+    return arrayPath(className, Keys(&key, 1));
 }
 
 CIMObjectPath pathInSystem(const CIMName& className, const CIMName& lastKey,
@@ -50,7 +51,7 @@ CIMObjectPath pathInSystem(const CIMName& className, const CIMName& lastKey,
         stringKey(name::CreationClassName, className.getString()),
         stringKey(lastKey, lastValue),
     };
-    return arrayPath(className, Array<CIMKeyBinding>(keys, 4));
+    return arrayPath(className, Keys(keys, 4));
 }
 
 CIMObjectPath pathOfAssociation(const CIMName& className, const CIMName& first,
@@ -60,7 +61,7 @@ CIMObjectPath pathOfAssociation(const CIMName& className, const CIMName& first,
         CIMKeyBinding(first, CIMValue(firstEnd)),
         CIMKeyBinding(second, CIMValue(secondEnd)),
     };
-    return arrayPath(className, Array<CIMKeyBinding>(keys, 2));
+    return arrayPath(className, Keys(keys, 2));
 }
 
 } // namespace array
