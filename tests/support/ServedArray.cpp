@@ -1,37 +1,24 @@
 #include "tests/support/ServedArray.h"
 
-#include <stdlib.h>
-
-#include <stdexcept>
+#include <cstdlib>
 
 #include "array/TheArray.h"
+#include "tests/array/ArrayFixture.h"
 
 namespace scripted {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-// A directory of mode 0700 that DRAV_STATE_DIR names, with an array in it.
+// A state directory that the engine of this process finds.
 class StateDirectory {
 public:
     StateDirectory() {
-        std::string name = (fs::temp_directory_path() / "served-array-XXXXXX").string();
-        if (!mkdtemp(name.data()))
-            throw std::runtime_error("no temporary directory " + name);
-        _path = name;
-        setenv("DRAV_STATE_DIR", name.c_str(), 1);
-        array::Array::openOrCreate(_path);
-    }
-    StateDirectory(const StateDirectory&) = delete;
-    StateDirectory& operator=(const StateDirectory&) = delete;
-    ~StateDirectory() {
-        std::error_code ignored;
-        fs::remove_all(_path, ignored);
+        setenv("DRAV_STATE_DIR", _directory.path().c_str(), 1);
+        array::Array::openOrCreate(_directory.path());
     }
 
 private:
-    fs::path _path;
+    array::TemporaryDirectory _directory;
 };
 
 } // namespace
