@@ -2,8 +2,11 @@
 
 #include <cstdlib>
 
+#include <gtest/gtest.h>
+
 #include "array/TheArray.h"
 #include "tests/array/ArrayFixture.h"
+#include "tests/support/Log.h"
 
 namespace scripted {
 
@@ -36,6 +39,17 @@ array::Array& emptyServedArray() {
         }
     });
     return served;
+}
+
+array::ErrorCode refusal(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const Pegasus::DRAVOperationFailedException& exception) {
+        EXPECT_NE(log().back(), "complete");
+        return static_cast<array::ErrorCode>(exception.code);
+    }
+    ADD_FAILURE() << "not refused";
+    return {};
 }
 
 } // namespace scripted

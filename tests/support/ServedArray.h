@@ -1,13 +1,19 @@
 #ifndef TESTS_SUPPORT_SERVED_ARRAY_H
 #define TESTS_SUPPORT_SERVED_ARRAY_H
 
+#include <functional>
+
 #include "array/Array.h"
+#include "array/ErrorCode.h"
 
 namespace scripted {
 
 // The array that this process's engine serves, without objects: in a state directory of its own,
 // which is made at the first call and gone at exit. Ids that were given before are not given again.
 array::Array& emptyServedArray();
+
+// Why the array refuses a call of a provider, which must not be completed then.
+array::ErrorCode refusal(const std::function<void()>& call);
 
 } // namespace scripted
 

@@ -53,19 +53,6 @@ protected:
         return keys;
     }
 
-    // Why the array refuses a call.
-    template<class Call>
-    ErrorCode refusal(Call call) {
-        try {
-            call();
-        } catch (const DRAVOperationFailedException& exception) {
-            EXPECT_NE(log().back(), "complete");
-            return static_cast<ErrorCode>(exception.code);
-        }
-        ADD_FAILURE() << "not refused";
-        return {};
-    }
-
     IdentityClient client;
     Id target = 0;
 };

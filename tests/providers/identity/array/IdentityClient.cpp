@@ -1,7 +1,5 @@
 #include "tests/providers/identity/array/IdentityClient.h"
 
-#include <gtest/gtest.h>
-
 #include "providers/frame/Names.h"
 #include "tests/support/Handlers.h"
 #include "tests/support/ScriptedCIMOM.h"
@@ -9,23 +7,6 @@
 using namespace Pegasus;
 
 namespace scripted {
-
-namespace {
-
-const CIMPropertyList ALL;
-
-CIMObjectPath classPath(const char* className) {
-    return CIMObjectPath("", CIMNamespaceName("root/snia"), className);
-}
-
-// What an operation delivered, which must have been completed.
-template<class Handler>
-auto delivered(const Handler& handler) {
-    EXPECT_EQ(log().back(), "complete");
-    return handler.delivered;
-}
-
-} // namespace
 
 IdentityClient::IdentityClient() : array(emptyServedArray()) {
     CIMOMHandle handle;
@@ -65,7 +46,7 @@ Paths IdentityClient::hosts() {
 
 CIMInstance IdentityClient::host(const CIMObjectPath& path) {
     InstanceHandler handler;
-    _hosts.getInstance(_context, path, true, false, ALL, handler);
+    _hosts.getInstance(_context, path, true, false, ALL_PROPERTIES, handler);
     return delivered(handler).at(0);
 }
 
@@ -79,12 +60,9 @@ Paths IdentityClient::associatorNames(const CIMObjectPath& source, const char* a
 Instances IdentityClient::associators(const CIMObjectPath& source, const char* associationClass,
                                       const char* resultClass) {
     ObjectHandler handler;
-    _access.associators(_context, source, associationClass, resultClass, "", "", true, false, ALL,
-                        handler);
-    Instances instances;
-    for (const CIMObject& object : delivered(handler))
-        instances.push_back(CIMInstance(object));
-    return instances;
+    _access.associators(_context, source, associationClass, resultClass, "", "", true, false,
+                        ALL_PROPERTIES, handler);
+    return asInstances(delivered(handler));
 }
 
 Uint32 IdentityClient::changeAccess(const char* method, const std::string& iSCSIName,
@@ -99,7 +77,7 @@ Uint32 IdentityClient::changeAccess(const char* method, const std::string& iSCSI
 
 std::string IdentityClient::secret(const CIMObjectPath& path) {
     InstanceHandler handler;
-    _secrets.getInstance(_context, path, true, false, ALL, handler);
+    _secrets.getInstance(_context, path, true, false, ALL_PROPERTIES, handler);
     const CIMInstance instance = delivered(handler).at(0);
     String secret;
     instance.getProperty(instance.findProperty("Secret")).getValue().get(secret);
@@ -110,17 +88,17 @@ void IdentityClient::setSecret(const CIMObjectPath& path, const std::string& sec
     CIMInstance modified("CIM_SharedSecret");
     modified.addProperty(CIMProperty("Secret", String(secret.c_str())));
     PlainHandler handler;
-    _secrets.modifyInstance(_context, path, modified, true, ALL, handler);
-    EXPECT_EQ(log().back(), "complete");
+    _secrets.modifyInstance(_context, path, modified, true, ALL_PROPERTIES, handler);
+    expectCompleted();
 }
 
 // As the server routes getInstance.
 CIMInstance IdentityClient::answer(const CIMObjectPath& path) {
     InstanceHandler handler;
     if (path.getClassName() == CLASS_StorageHardwareID)
-        _hosts.getInstance(_context, path, true, false, ALL, handler);
+        _hosts.getInstance(_context, path, true, false, ALL_PROPERTIES, handler);
     else if (path.getClassName() == CLASS_SCSIProtocolController)
-        _controllers.getInstance(_context, path, true, false, ALL, handler);
+        _controllers.getInstance(_context, path, true, false, ALL_PROPERTIES, handler);
     return handler.delivered.at(0);
 }
 
@@ -129,7 +107,7 @@ Value IdentityClient::invoke(CIMMethodProvider& service, const char* serviceClas
                              const char* method, const Parameters& parameters, Parameters* given) {
     MethodResultHandler handler;
     service.invokeMethod(_context, classPath(serviceClass), method, parameters, handler);
-    EXPECT_EQ(log().back(), "complete");
+    expectCompleted();
     if (given) {
         for (const CIMParamValue& parameter : handler.parameters)
             given->append(parameter);

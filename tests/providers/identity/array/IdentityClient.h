@@ -2,9 +2,7 @@
 #define TESTS_PROVIDERS_IDENTITY_ARRAY_IDENTITY_CLIENT_H
 
 #include <string>
-#include <vector>
 
-#include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/OperationContext.h>
 
@@ -15,13 +13,12 @@
 #include "providers/identity/StorageHardwareIDProvider.h"
 #include "providers/masking/ControllerConfigurationService.h"
 #include "providers/masking/SCSIProtocolControllerProvider.h"
+#include "tests/support/Client.h"
 #include "tests/support/ServedArray.h"
 #include "tests/support/TraceCapture.h"
 
 namespace scripted {
 
-using Paths = std::vector<Pegasus::CIMObjectPath>;
-using Instances = std::vector<Pegasus::CIMInstance>;
 using Parameters = Pegasus::Array<Pegasus::CIMParamValue>;
 
 // The providers of hosts, privileges and secrets before the array of this process, which is emptied

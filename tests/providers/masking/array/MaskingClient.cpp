@@ -1,7 +1,5 @@
 #include "tests/providers/masking/array/MaskingClient.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/Handlers.h"
 
 using namespace Pegasus;
@@ -10,32 +8,12 @@ namespace scripted {
 
 namespace {
 
-CIMObjectPath classPath(const char* className) {
-    return CIMObjectPath("", CIMNamespaceName("root/snia"), className);
-}
-
-// What an operation delivered, which must have been completed.
-template<class Handler>
-auto delivered(const Handler& handler) {
-    EXPECT_EQ(log().back(), "complete");
-    return handler.delivered;
-}
-
-Instances asInstances(const std::vector<CIMObject>& objects) {
-    Instances instances;
-    for (const CIMObject& object : objects)
-        instances.push_back(CIMInstance(object));
-    return instances;
-}
-
 CIMValue textArray(const std::vector<std::string>& texts) {
     Pegasus::Array<String> array;
     for (const std::string& each : texts)
         array.append(String(each.c_str()));
     return array;
 }
-
-const CIMPropertyList ALL;
 
 } // namespace
 
@@ -57,13 +35,13 @@ Paths MaskingClient::controllers() {
 Instances MaskingClient::controllerInstances() {
     InstanceHandler handler;
     _controllers.enumerateInstances(_context, classPath("CIM_SCSIProtocolController"), true, false,
-                                    ALL, handler);
+                                    ALL_PROPERTIES, handler);
     return delivered(handler);
 }
 
 CIMInstance MaskingClient::controller(const CIMObjectPath& path) {
     InstanceHandler handler;
-    _controllers.getInstance(_context, path, true, false, ALL, handler);
+    _controllers.getInstance(_context, path, true, false, ALL_PROPERTIES, handler);
     return delivered(handler).at(0);
 }
 
@@ -76,13 +54,13 @@ Paths MaskingClient::units() {
 Instances MaskingClient::unitInstances() {
     InstanceHandler handler;
     _units.enumerateInstances(_context, classPath("CIM_ProtocolControllerForUnit"), true, false,
-                              ALL, handler);
+                              ALL_PROPERTIES, handler);
     return delivered(handler);
 }
 
 Instances MaskingClient::unit(const CIMObjectPath& path) {
     InstanceHandler handler;
-    _units.getInstance(_context, path, true, false, ALL, handler);
+    _units.getInstance(_context, path, true, false, ALL_PROPERTIES, handler);
     return delivered(handler);
 }
 
@@ -91,8 +69,8 @@ void MaskingClient::setAccess(const CIMObjectPath& unit, Uint16 deviceAccess) {
     instance.addProperty(CIMProperty(CIMName("DeviceAccess"), deviceAccess));
     instance.setPath(unit);
     PlainHandler handler;
-    _units.modifyInstance(_context, unit, instance, true, ALL, handler);
-    EXPECT_EQ(log().back(), "complete");
+    _units.modifyInstance(_context, unit, instance, true, ALL_PROPERTIES, handler);
+    expectCompleted();
 }
 
 Paths MaskingClient::associatorNames(const CIMObjectPath& source, const char* resultClass) {
@@ -105,7 +83,7 @@ Paths MaskingClient::associatorNames(const CIMObjectPath& source, const char* re
 Instances MaskingClient::associators(const CIMObjectPath& source, const char* resultClass) {
     ObjectHandler handler;
     _units.associators(_context, source, "CIM_ProtocolControllerForUnit", resultClass, "", "", true,
-                       false, ALL, handler);
+                       false, ALL_PROPERTIES, handler);
     return asInstances(delivered(handler));
 }
 
@@ -117,8 +95,8 @@ Paths MaskingClient::referenceNames(const CIMObjectPath& source, const char* rol
 
 Instances MaskingClient::references(const CIMObjectPath& source, const char* role) {
     ObjectHandler handler;
-    _units.references(_context, source, "CIM_ProtocolControllerForUnit", role, true, false, ALL,
-                      handler);
+    _units.references(_context, source, "CIM_ProtocolControllerForUnit", role, true, false,
+                      ALL_PROPERTIES, handler);
     return asInstances(delivered(handler));
 }
 
@@ -137,7 +115,7 @@ Uint32 MaskingClient::invoke(const char* method, const Exposure& exposure) {
     MethodResultHandler handler;
     _service.invokeMethod(_context, classPath("CIM_ControllerConfigurationService"), method,
                           parameters, handler);
-    EXPECT_EQ(log().back(), "complete");
+    expectCompleted();
     Uint32 result = 0xFFFFFFFF;
     handler.returnValues.at(0).get(result);
     return result;

@@ -4,20 +4,17 @@
 #include <string>
 #include <vector>
 
-#include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/OperationContext.h>
 
 #include "array/Array.h"
 #include "providers/masking/ControllerConfigurationService.h"
 #include "providers/masking/ProtocolControllerForUnitProvider.h"
 #include "providers/masking/SCSIProtocolControllerProvider.h"
+#include "tests/support/Client.h"
 #include "tests/support/ServedArray.h"
 #include "tests/support/TraceCapture.h"
 
 namespace scripted {
-
-using Paths = std::vector<Pegasus::CIMObjectPath>;
-using Instances = std::vector<Pegasus::CIMInstance>;
 
 // What ExposePaths and HidePaths are given.
 struct Exposure {

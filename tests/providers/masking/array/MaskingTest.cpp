@@ -55,13 +55,7 @@ protected:
 
     // Runs a method that the array refuses, and says why.
     ErrorCode refusal(Uint32 (MaskingClient::*method)(const Exposure&), const Exposure& exposure) {
-        try {
-            (client.*method)(exposure);
-        } catch (const DRAVOperationFailedException& exception) {
-            return static_cast<ErrorCode>(exception.code);
-        }
-        ADD_FAILURE() << "not refused";
-        return {};
+        return scripted::refusal([&] { (client.*method)(exposure); });
     }
 
     MaskingClient client;
