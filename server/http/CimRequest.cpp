@@ -2,8 +2,6 @@
 
 #include "server/http/PercentEncoding.h"
 
-#include <boost/algorithm/string/case_conv.hpp>
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
@@ -89,6 +87,33 @@ bool takesTrailers(const HttpRequest& request) {
     });
 }
 
+// 0 to 1 with three decimals at most (RFC 9110, section 12.4.2).
+bool isQuality(std::string_view text) {
+    const bool isOne = text.starts_with('1');
+    if (!isOne && !text.starts_with('0')) {
+        return false;
+    }
+    const std::string_view decimals = text.substr(std::min<std::size_t>(2, text.size()));
+    return (text.size() == 1 || text[1] == '.') && decimals.size() <= 3 &&
+           std::all_of(decimals.begin(), decimals.end(),
+                       [&](char c) { return c >= '0' && c <= (isOne ? '0' : '9'); });
+}
+
+// de, en;q=0.5
+void checkLanguages(std::string_view acceptLanguage) {
+    for (const std::string& language : parts(acceptLanguage, ',')) {
+        const std::vector<std::string> fields = parts(language, ';');
+        const bool isPlain = fields.size() == 1;
+        const bool hasQuality = fields.size() == 2 &&
+                                boost::algorithm::istarts_with(fields[1], "q=") &&
+                                isQuality(std::string_view(fields[1]).substr(2));
+        if (!isPlain && !hasQuality) {
+            refuse("request-not-valid", "invalid acceptlanguage header: AcceptLanguage contains an "
+                                        "invalid quality value");
+        }
+    }
+}
+
 } // namespace
 
 void checkHttpMethod(const HttpRequest& request) {
@@ -123,6 +148,7 @@ CimRequest readCimRequest(const HttpRequest& request) {
     cim.extension = request.method == "M-POST";
     cim.trailers = takesTrailers(request);
     cim.acceptLanguage = headerOr(request, "Accept-Language", "");
+    checkLanguages(cim.acceptLanguage);
     cim.contentLanguage = headerOr(request, "Content-Language", "");
     return cim;
 }

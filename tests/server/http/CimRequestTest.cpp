@@ -119,6 +119,22 @@ TEST(CimRequest, ContentIsXmlInUtf8) {
               "400 : HTTP Content-Type header error.");
 }
 
+TEST(CimRequest, LanguagesHaveLegalQualities) {
+    for (const char* languages :
+         {"", "de", "*", "de, en;q=0.5", "de;q=1, en ; Q=0.125,fr;q=0", "de;q=1.000", "de;q=0."}) {
+        EXPECT_EQ(refusalOf(with(enumerateRequest(), "Accept-Language", languages)), "no refusal")
+            << languages;
+    }
+    for (const char* languages : {"de;q=2", "de;q=", "de;q=1.001", "de;q=0.1234", "de;q=.5",
+                                  "de;q=abc", "de;x=1", "de;", "en, de;q=-1"}) {
+        EXPECT_EQ(
+            refusalOf(with(enumerateRequest(), "Accept-Language", languages)),
+            "400 request-not-valid: invalid acceptlanguage header: AcceptLanguage contains an "
+            "invalid quality value")
+            << languages;
+    }
+}
+
 TEST(CimRequest, TrailersAreAskedForByTe) {
     const auto trailers = [](const std::string& value) {
         return readCimRequest(with(enumerateRequest(), "TE", value)).trailers;

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <string>
 #include <thread>
 
@@ -87,6 +89,42 @@ private:
     boost::asio::io_context _io;
     boost::asio::ip::tcp::socket _socket;
     std::string _received;
+};
+
+inline std::string answer(const std::string& body) {
+    return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+// Answers with the body of the request between brackets.
+inline bool echo(const HttpRequest& request, ResponseChannel& channel) {
+    channel.send(answer("[" + request.body + "]"));
+    return request.keepAlive;
+}
+
+// Lets handlers wait until the test lets them go on.
+class Gate {
+public:
+    void wait() {
+        std::unique_lock lock(_mutex);
+        ++_waiting;
+        _changed.notify_all();
+        _changed.wait(lock, [this] { return _open; });
+    }
+    void awaitWaiting(int count) {
+        std::unique_lock lock(_mutex);
+        _changed.wait(lock, [&] { return _waiting >= count; });
+    }
+    void open() {
+        const std::lock_guard lock(_mutex);
+        _open = true;
+        _changed.notify_all();
+    }
+
+private:
+    std::mutex _mutex;
+    std::condition_variable _changed;
+    int _waiting = 0;
+    bool _open = false;
 };
 
 inline std::string post(const std::string& body, const std::string& headers = "") {
