@@ -93,14 +93,16 @@ void checkISCSIName(std::string_view name) {
 void checkVolumeName(std::string_view name) {
     if (name.empty() || name.size() % 2 != 0 || name.size() > VOLUME_NAME_DIGITS ||
         !all(name, isHexDigit))
-        fail(ErrorCode::BadName, array::quoted(name) + " is no volume name: it consists of an even number "
-                                                "of hexadecimal digits, from 2 to 128.");
+        fail(ErrorCode::BadName, array::quoted(name) +
+                                     " is no volume name: it consists of an even number "
+                                     "of hexadecimal digits, from 2 to 128.");
 }
 
 void checkElementName(std::string_view text) {
     if (!isPlainText(text))
-        fail(ErrorCode::BadText, array::quoted(text) + " is no element name: it has at most 255 bytes of "
-                                                "UTF-8 and no control characters.");
+        fail(ErrorCode::BadText, array::quoted(text) +
+                                     " is no element name: it has at most 255 bytes of "
+                                     "UTF-8 and no control characters.");
 }
 
 void checkNames(const Names& names) {

@@ -15,7 +15,8 @@ constexpr std::size_t SAFE_BYTES = 12;  // 96 bits
 
 void checkSecret(std::string_view secret, std::string_view owner) {
     const auto refuse = [&](const char* rule) {
-        fail(ErrorCode::BadSecret, "The secret of " + array::quoted(owner) + " is refused: it " + rule);
+        fail(ErrorCode::BadSecret,
+             "The secret of " + array::quoted(owner) + " is refused: it " + rule);
     };
     if (secret.size() > MOST_BYTES)
         refuse("has more than 255 bytes.");

@@ -4,8 +4,6 @@
 
 #include "array/Characters.h"
 
-
-
 namespace array {
 
 bool sameName(std::string_view a, std::string_view b) {
