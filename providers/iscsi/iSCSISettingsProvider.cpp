@@ -132,7 +132,7 @@ void iSCSISettingsProvider::getInstance(const OperationContext&, const CIMObject
                                         const CIMPropertyList& propertyList,
                                         InstanceResponseHandler& handler) {
     handler.processing();
-    const CIMName className = path.getClassName();
+    const CIMName& className = path.getClassName();
     const Uint32 id = idFromFirstKey(path);
     for (const Built& row : builders) {
         if (row.className == className) {
@@ -151,7 +151,7 @@ void iSCSISettingsProvider::modifyInstance(const OperationContext&, const CIMObj
                                            const CIMInstance& modifiedInstance, const Boolean,
                                            const CIMPropertyList&, ResponseHandler& handler) {
     trace("iSCSISettingsProvider::modifyInstance");
-    const CIMName className = path.getClassName();
+    const CIMName& className = path.getClassName();
     handler.processing();
     const Uint32 id = idFromFirstKey(path);
     if (className == CLASS_iSCSISessionSettings)
