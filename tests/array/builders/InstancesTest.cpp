@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "array/TheArray.h"
 #include "tests/array/builders/EveryInstance.h"
 #include "tests/support/Text.h"
 
@@ -222,6 +223,25 @@ TEST(BuilderInstancesTest, LoginStatisticsWithoutAFailureHaveNoLastOne) {
                             "AuthorizationLoginFailures: uint64 0", "LoginRedirects: uint64 0",
                             "OtherLoginFailures: uint64 0", "NormalLogouts: uint64 0",
                             "OtherLogouts: uint64 0"));
+}
+
+TEST(BuilderInstancesTest, LoginStatisticsCountWhatLoginsDid) {
+    LoginRequest request;
+    request.endpoints = {sample().plain.endpoint};
+    theArray().change([&](Change& change) {
+        request.target = change.create(Target{"iqn.2026-01.com.example:counted", ""});
+        request.initiator = change.create(Initiator{"iqn.2026-01.com.example:counter", ""});
+    });
+    EXPECT_THROW(theArray().login(request), DRAVOperationFailedException);
+    theArray().change([&](Change& change) { change.grant(request.target, request.initiator); });
+    theArray().logout(theArray().login(request));
+
+    EXPECT_THAT(properties(iSCSILoginStatisticsInstance(false, CIMPropertyList(), request.target)),
+                testing::IsSupersetOf(
+                    {"LoginFailures: uint64 1", "AuthorizationLoginFailures: uint64 1",
+                     "SuccessfulLogins: uint64 1", "NormalLogouts: uint64 1",
+                     "LastLoginFailureType: uint16 4",
+                     "LastLoginFailureRemoteNodeName: string iqn.2026-01.com.example:counter"}));
 }
 
 TEST(BuilderInstancesTest, SessionFailuresAddTheFailuresUp) {
