@@ -38,37 +38,38 @@ struct Import {
     }
 
     void run(Context& context) const {
-        const std::filesystem::path state = array::stateDirectory(context.state);
-        if (std::filesystem::exists(state)) {
-            import(context, *array::Array::openOrCreate(state));
-        } else {
-            NewState made(state);
-            import(context, *array::Array::openOrCreate(made.directory()));
-            made.putInPlace();
-        }
+        if (file == "-")
+            importInto(context, context.in, 0);
+        else
+            importFile(context);
         printImported(context);
     }
 
 private:
-    void import(Context& context, array::Array& array) const {
-        if (file == "-")
-            importText(context, array, context.in, 0);
-        else
-            importFile(context, array);
-    }
-
-    void importFile(Context& context, array::Array& array) const {
+    void importFile(Context& context) const {
         std::ifstream text(file, std::ios::binary);
         if (!text)
             throw std::runtime_error(file + ": " + std::strerror(errno));
         std::error_code unknown;
         const auto size = std::filesystem::file_size(file, unknown);
-        importText(context, array, text, unknown ? 0 : size);
+        importInto(context, text, unknown ? 0 : size);
+    }
+
+    // Into the state directory, or a new one that is there only when all is imported.
+    void importInto(Context& context, std::istream& text, std::uint64_t size) const {
+        const std::filesystem::path state = array::stateDirectory(context.state);
+        if (std::filesystem::exists(state)) {
+            import(context, *array::Array::openOrCreate(state), text, size);
+        } else {
+            NewState made(state);
+            import(context, *array::Array::openOrCreate(made.directory()), text, size);
+            made.putInPlace();
+        }
     }
 
     // size: of the text in bytes; 0: unknown
-    void importText(Context& context, array::Array& array, std::istream& text,
-                    std::uint64_t size) const {
+    void import(Context& context, array::Array& array, std::istream& text,
+                std::uint64_t size) const {
         Progress progress(context.err, context.errIsTerminal, size, Progress::Clock::now());
         std::uint64_t entries = 0;
         const auto afterEach = [&] {

@@ -67,6 +67,14 @@ TEST_F(ImportCommand, OfAFileThatIsNotThereMakesNoStateDirectory) {
     EXPECT_FALSE(std::filesystem::exists(state));
 }
 
+TEST_F(ImportCommand, OfAFileThatIsNotThereMakesNoArrayInADirectoryThatWasThere) {
+    std::filesystem::create_directory(state);
+    std::filesystem::permissions(state, std::filesystem::perms::owner_all);
+    EXPECT_EQ(refusalOf({"import", "/nowhere/array.json"}),
+              "arrayctl: /nowhere/array.json: No such file or directory\n");
+    EXPECT_TRUE(std::filesystem::is_empty(state));
+}
+
 TEST_F(ImportCommand, IntoAnArrayThatHasObjectsIsRefusedWithAdvice) {
     importSmallArray();
     const std::string before = outputOf({"export"});
