@@ -89,12 +89,13 @@ def progress(text):
 
 
 def measure(program, names, environment, seconds):
-    command = [BUILD / "bin" / program, f"--benchmark_filter=^({names})",
-               f"--benchmark_min_time={seconds}", "--benchmark_format=json"]
-    answer = subprocess.run(command, env=environment, stdout=subprocess.PIPE, check=True, text=True)
-    # Providers write their lines to standard output, too.
-    text = answer.stdout
-    report = json.loads(text[text.index("{\n  \"context\""):])
+    # Providers write their lines to standard output, so the results go to a file.
+    with tempfile.NamedTemporaryFile(dir=BUILD, suffix=".json") as results:
+        subprocess.run([BUILD / "bin" / program, f"--benchmark_filter=^({names})",
+                        f"--benchmark_min_time={seconds}", f"--benchmark_out={results.name}"],
+                       env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                       check=True)
+        report = json.load(results)
     for result in report["benchmarks"]:
         if result.get("error_occurred"):
             sys.exit(f"bench: {result['name']}: {result['error_message']}")
