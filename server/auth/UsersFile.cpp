@@ -1,6 +1,7 @@
 #include "server/auth/UsersFile.h"
 
 #include "server/auth/PasswordHash.h"
+#include "server/operation/Utf8.h"
 
 #include <algorithm>
 #include <fstream>
@@ -27,7 +28,7 @@ void requirePrivate(const fs::path& file) {
 }
 
 bool isLegalName(const std::string& name) {
-    return !name.empty() && std::none_of(name.begin(), name.end(), [](char c) {
+    return !name.empty() && isUtf8(name) && std::none_of(name.begin(), name.end(), [](char c) {
         return c == ':' || static_cast<unsigned char>(c) < ' ' || c == '\x7F';
     });
 }
@@ -62,7 +63,7 @@ Users readUsersFile(const fs::path& file) {
 
 std::string usersFileLine(const std::string& name, const std::string& password) {
     if (!isLegalName(name)) {
-        throw std::runtime_error("a user name has no colon and no control characters");
+        throw std::runtime_error("a user name is UTF-8 without colons and control characters");
     }
     return name + ":" + hashPassword(password);
 }

@@ -14,8 +14,8 @@ using Users = std::map<std::string, std::string, std::less<>>; // name -> hash
 // than its owner may read or write it, or a line is not of that form.
 Users readUsersFile(const std::filesystem::path& file);
 
-// A line for the file, without its end. Throws std::runtime_error for a name that is empty or has a
-// colon or control characters.
+// A line for the file, without its end. Throws std::runtime_error for a name that is empty, is not
+// UTF-8, or has a colon or control characters.
 std::string usersFileLine(const std::string& name, const std::string& password);
 
 } // namespace smisd

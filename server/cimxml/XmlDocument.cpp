@@ -1,5 +1,7 @@
 #include "server/cimxml/XmlDocument.h"
 
+#include "server/operation/Utf8.h"
+
 #include <boost/locale/utf.hpp>
 
 #include <algorithm>
@@ -19,15 +21,6 @@ struct Entity {
 };
 constexpr Entity entities[] = {
     {"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
-
-bool isUtf8(const std::string& text) {
-    for (auto at = text.begin(); at != text.end();) {
-        if (!boost::locale::utf::is_valid_codepoint(Utf8::decode(at, text.end()))) {
-            return false;
-        }
-    }
-    return true;
-}
 
 bool isSpace(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';

@@ -1,6 +1,7 @@
 #include "server/http/CimRequest.h"
 
 #include "server/http/PercentEncoding.h"
+#include "server/operation/Utf8.h"
 
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/split.hpp>
@@ -63,7 +64,7 @@ std::string readEncoded(const HttpRequest& request, const std::string& name) {
         refuse("header-mismatch", "Empty " + name + " value.");
     }
     const std::optional<std::string> decoded = percentDecoded(*value);
-    if (!decoded) {
+    if (!decoded || !isUtf8(*decoded)) {
         refuse("header-mismatch", name + " value syntax error.");
     }
     return *decoded;
@@ -100,17 +101,24 @@ bool isQuality(std::string_view text) {
 }
 
 // de, en;q=0.5
-void checkLanguages(std::string_view acceptLanguage) {
-    for (const std::string& language : parts(acceptLanguage, ',')) {
-        const std::vector<std::string> fields = parts(language, ';');
-        const bool isPlain = fields.size() == 1;
-        const bool hasQuality = fields.size() == 2 &&
-                                boost::algorithm::istarts_with(fields[1], "q=") &&
-                                isQuality(std::string_view(fields[1]).substr(2));
-        if (!isPlain && !hasQuality) {
-            refuse("request-not-valid", "invalid acceptlanguage header: AcceptLanguage contains an "
-                                        "invalid quality value");
-        }
+bool isLanguageList(std::string_view text) {
+    const std::vector<std::string> languages = parts(text, ',');
+    return isUtf8(text) &&
+           std::all_of(languages.begin(), languages.end(), [](const auto& language) {
+               const std::vector<std::string> fields = parts(language, ';');
+               return fields.size() == 1 ||
+                      (fields.size() == 2 && boost::algorithm::istarts_with(fields[1], "q=") &&
+                       isQuality(std::string_view(fields[1]).substr(2)));
+           });
+}
+
+void checkLanguages(const CimRequest& cim) {
+    if (!isLanguageList(cim.acceptLanguage)) {
+        refuse("request-not-valid", "invalid acceptlanguage header: AcceptLanguage contains an "
+                                    "invalid quality value");
+    }
+    if (!isUtf8(cim.contentLanguage)) {
+        refuse("request-not-valid", "invalid contentlanguage header");
     }
 }
 
@@ -148,8 +156,8 @@ CimRequest readCimRequest(const HttpRequest& request) {
     cim.extension = request.method == "M-POST";
     cim.trailers = takesTrailers(request);
     cim.acceptLanguage = headerOr(request, "Accept-Language", "");
-    checkLanguages(cim.acceptLanguage);
     cim.contentLanguage = headerOr(request, "Content-Language", "");
+    checkLanguages(cim);
     return cim;
 }
 

@@ -53,7 +53,7 @@ Error carriedOut(const Exchange& exchange, ResultSink& sink) {
         return CIMException(CIM_ERR_FAILED, error.getMessage());
     } catch (const std::exception& error) {
         spdlog::error("{}: {}", exchange.head().methodName, error.what());
-        return CIMException(CIM_ERR_FAILED, toString(error.what()));
+        return CIMException(CIM_ERR_FAILED, "Internal error");
     }
     return std::nullopt;
 }
@@ -132,7 +132,9 @@ bool RequestHandler::handle(HttpRequest request, ResponseChannel& channel) {
         return request.keepAlive;
     } catch (const BadRequest& badRequest) {
         const bool keepOpen = request.keepAlive && !endsConnection(badRequest);
-        spdlog::debug("{}: refused: {} {}", request.peer, badRequest.status(), badRequest.what());
+        // The detail may quote what the client sent, and that may be a secret.
+        spdlog::debug("{}: refused: {} {}", request.peer, badRequest.status(),
+                      badRequest.cimError());
         channel.send(refusal(badRequest, keepOpen));
         return keepOpen;
     }

@@ -149,6 +149,8 @@ private:
             } catch (const ConnectionLost&) {
             } catch (const std::exception& error) {
                 spdlog::error("{}: connection ended: {}", self->_peer, error.what());
+            } catch (...) { // Pegasus' exceptions are no std::exception
+                spdlog::error("{}: connection ended by an unknown error", self->_peer);
             }
             asio::io_context& io = self->_host.io;
             asio::post(io, [self = std::move(self), keepOpen] { self->handled(keepOpen); });

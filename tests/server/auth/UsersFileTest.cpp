@@ -74,7 +74,7 @@ TEST_F(UsersFile, NamesAUserOnce) {
 }
 
 TEST(UsersFileLine, RefusesNamesThatSpoilTheFile) {
-    for (const char* name : {"", "a:b", "a\nb", "a\x7F"}) {
+    for (const char* name : {"", "a:b", "a\nb", "a\x7F", "a\xFF"}) {
         EXPECT_THROW(usersFileLine(name, "x"), std::runtime_error) << name;
     }
 }

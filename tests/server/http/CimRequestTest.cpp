@@ -135,6 +135,19 @@ TEST(CimRequest, LanguagesHaveLegalQualities) {
     }
 }
 
+TEST(CimRequest, HeadersAreUtf8) {
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMMethod", "\xFF")),
+              "400 header-mismatch: CIMMethod value syntax error.");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMObject", "root%C3")),
+              "400 header-mismatch: CIMObject value syntax error.");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "Accept-Language", "\xFF")),
+              "400 request-not-valid: invalid acceptlanguage header: AcceptLanguage contains an "
+              "invalid quality value");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "Content-Language", "\xFF")),
+              "400 request-not-valid: invalid contentlanguage header");
+    EXPECT_EQ(refusalOf(with(enumerateRequest(), "CIMObject", "root%C3%A9")), "no refusal");
+}
+
 TEST(CimRequest, TrailersAreAskedForByTe) {
     const auto trailers = [](const std::string& value) {
         return readCimRequest(with(enumerateRequest(), "TE", value)).trailers;

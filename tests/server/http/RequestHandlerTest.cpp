@@ -155,7 +155,7 @@ TEST_F(HandledRequest, UnexpectedExceptionIsAFailure) {
     dispatcher.answer = [](ResultSink&) { throw std::runtime_error("broken"); };
     EXPECT_TRUE(handle(enumerateRequest()));
     EXPECT_THAT(channel.bytes,
-                HasSubstr("ERROR CODE=\"1\" DESCRIPTION=\"CIM_ERR_FAILED: broken\""));
+                HasSubstr("ERROR CODE=\"1\" DESCRIPTION=\"CIM_ERR_FAILED: Internal error\""));
 }
 
 TEST_F(HandledRequest, WithBadBodyIsRefused) {
