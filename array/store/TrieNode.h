@@ -97,7 +97,11 @@ public:
 
     std::uint32_t used() const { return _used; } // the bits of all used slots
     std::size_t slotCount() const { return static_cast<std::size_t>(std::popcount(_used)); }
-    Key prefix() const { return _prefix; } // a key that the node covers
+    template<class Visit>
+    static void forEachBit(std::uint32_t bits, Visit&& visit) {
+        for (; bits != 0; bits &= bits - 1)
+            visit(bits & (~bits + 1));
+    }
 
     // Entries in this node and all below it.
     std::uint32_t count = 0;
@@ -179,14 +183,6 @@ private:
         return made;
     }
 
-public:
-    template<class Visit>
-    static void forEachBit(std::uint32_t bits, Visit&& visit) {
-        for (; bits != 0; bits &= bits - 1)
-            visit(bits & (~bits + 1));
-    }
-
-private:
     std::atomic<std::uint32_t> _references{1};
     std::uint32_t _used = 0;  // slots that hold something
     std::uint32_t _nodes = 0; // those of them that hold a node

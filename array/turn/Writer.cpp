@@ -29,8 +29,18 @@ void Writer::commitAll(const Batch& batch) {
             if (!request->error)
                 request->error = std::current_exception();
     }
+    if (_hasFailedToCommit)
+        overwriteFailedCommit();
     _events.clear();
     _writer.forget();
+}
+
+// A commit of which only the flush failed stands complete in SQLite's log, and would come to life
+// if this process died now. Another one, a version without changes, takes its place there. That it
+// may fail to be flushed as well does no harm.
+void Writer::overwriteFailedCommit() {
+    _database.tryExec("UPDATE array SET version = version + 1");
+    _hasFailedToCommit = false;
 }
 
 void Writer::tryCommit(const Batch& batch) {
@@ -85,6 +95,7 @@ void Writer::commit(SQLite::Transaction& turn, Snapshot&& next) {
         turn.commit();
     } catch (...) {
         _counter.endCommit(version, false);
+        _hasFailedToCommit = true;
         throw;
     }
     _current.advance(made);

@@ -38,6 +38,7 @@ private:
     using Batch = std::vector<Request*>;
 
     void commitAll(const Batch& batch);
+    void overwriteFailedCommit();
     void tryCommit(const Batch& batch);
     Snapshot newest();
     void attempt(Request& request, Snapshot& next);
@@ -55,6 +56,7 @@ private:
     StateReader _reader;
     StateWriter _writer;
     std::vector<Event> _events; // to be published after the commit
+    bool _hasFailedToCommit = false;
 };
 
 } // namespace array

@@ -75,6 +75,34 @@ TEST_P(DiskFailureTest, AChangeThatFailedLeftNoTrace) {
     }
 }
 
+TEST_P(DiskFailureTest, AChangeThatFailedIsNotThereAfterACrashEither) {
+    open();
+    for (int calls = 0;; ++calls) {
+        FaultyDisk::failOnceAfter(calls, GetParam().sqliteCode);
+        const Failure failure = failureOf([&] {
+            _array->change([](Change& change) { change.create(Volume{"0A", {}, 0, 0}); });
+        });
+        FaultyDisk::works();
+        if (failure.code == ErrorCode{})
+            break;
+        ASSERT_LT(calls, 100);
+        // What another process would find if this one died now.
+        const TemporaryDirectory left;
+        for (const char* file : {"array.db", "array.db-wal"})
+            fs::copy(_directory.path() / "state" / file, left.path() / file);
+        EXPECT_EQ(Array::open(left.path())->snapshot()->count(CLASSID_VOLUME), 0u) << calls;
+    }
+}
+
+TEST_P(DiskFailureTest, AChangeCostsOneFlush) {
+    open();
+    const int before = FaultyDisk::flushes();
+    for (int i = 10; i < 60; ++i)
+        _array->change([&](Change& change) { change.create(Volume{std::to_string(i), {}, 0, 0}); });
+    EXPECT_GE(FaultyDisk::flushes() - before, 50);
+    EXPECT_LE(FaultyDisk::flushes() - before, 55);
+}
+
 TEST_P(DiskFailureTest, TheArrayIsReadableWhileTheDiskFails) {
     open();
     _array->change([&](Change& change) { change.create(Volume{"0A0B", {}, 0, 0}); });

@@ -9,6 +9,7 @@ namespace array {
 namespace {
 
 std::atomic<bool> failing{false};
+std::atomic<bool> isOnce{false};
 std::atomic<int> callsLeft{0};
 std::atomic<int> failureCode{SQLITE_OK};
 std::atomic<bool> failed{false};
@@ -19,6 +20,7 @@ int nextResult() {
     if (!failing || callsLeft-- > 0)
         return SQLITE_OK;
     failed = true;
+    failing = !isOnce;
     return failureCode;
 }
 
@@ -101,7 +103,13 @@ void FaultyDisk::failAfter(int calls, int sqliteCode) {
     callsLeft = calls;
     failureCode = sqliteCode;
     failed = false;
+    isOnce = false;
     failing = true;
+}
+
+void FaultyDisk::failOnceAfter(int calls, int sqliteCode) {
+    failAfter(calls, sqliteCode);
+    isOnce = true;
 }
 
 void FaultyDisk::works() {

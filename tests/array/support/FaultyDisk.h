@@ -12,6 +12,9 @@ public:
     // Lets `calls` writes, truncations and flushes succeed, and each one after them fail with an
     // SQLite code, until works() is called.
     static void failAfter(int calls, int sqliteCode);
+
+    // The same, but only one call fails.
+    static void failOnceAfter(int calls, int sqliteCode);
     static void works();
 
     // Whether something has failed since failAfter().
