@@ -14,7 +14,7 @@ CIMValue::CIMValue(CIMType type, Boolean isArray, Uint32 arraySize) {
 }
 
 CIMValue::CIMValue(const CIMValue& x) noexcept : CIMValue() {
-    assign(x);
+    *this = x;
 }
 
 // The content of every type may be moved as bytes: a number, or one pointer to a shared body.
@@ -27,7 +27,17 @@ CIMValue::~CIMValue() {
 }
 
 CIMValue& CIMValue::operator=(const CIMValue& x) noexcept {
-    assign(x);
+    if (this == &x)
+        return *this;
+    clear();
+    if (Access::isPlain(x)) {
+        std::memcpy(_content, x._content, sizeof _content);
+        _type = x._type;
+        _isArray = x._isArray;
+        _isNull = x._isNull;
+    } else {
+        visit(x, [this](const auto& content) { Access::setContent(*this, content); });
+    }
     return *this;
 }
 
@@ -40,17 +50,7 @@ CIMValue& CIMValue::operator=(CIMValue&& x) noexcept {
 }
 
 void CIMValue::assign(const CIMValue& x) {
-    if (this == &x)
-        return;
-    clear();
-    if (Access::isPlain(x)) {
-        std::memcpy(_content, x._content, sizeof _content);
-        _type = x._type;
-        _isArray = x._isArray;
-        _isNull = x._isNull;
-    } else {
-        visit(x, [this](const auto& content) { Access::setContent(*this, content); });
-    }
+    *this = x;
 }
 
 void CIMValue::clear() {
@@ -126,6 +126,7 @@ static void getFrom(const CIMValue& value, T& x) {
 }
 
 // The three members of each type; Argument is how the type is passed.
+// NOLINTBEGIN(bugprone-macro-parentheses): a type cannot stand in parentheses.
 #define PEGASUS_VALUE_OF(Type, Argument)                                                           \
     CIMValue::CIMValue(Argument x) : CIMValue() {                                                  \
         setTo<Type>(*this, x);                                                                     \
@@ -139,6 +140,7 @@ static void getFrom(const CIMValue& value, T& x) {
 #define PEGASUS_VALUE_AND_ARRAY_OF(Type, Argument)                                                 \
     PEGASUS_VALUE_OF(Type, Argument)                                                               \
     PEGASUS_VALUE_OF(Array<Type>, const Array<Type>&)
+// NOLINTEND(bugprone-macro-parentheses)
 
 PEGASUS_VALUE_AND_ARRAY_OF(Boolean, Boolean)
 PEGASUS_VALUE_AND_ARRAY_OF(Uint8, Uint8)

@@ -5,6 +5,10 @@ namespace Pegasus {
 
 SharedRep::~SharedRep() = default;
 
+void SharedRep::_end() {
+    delete this;
+}
+
 void throwUninitializedObject() {
     throw UninitializedObjectException();
 }

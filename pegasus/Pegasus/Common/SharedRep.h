@@ -22,11 +22,13 @@ public:
     void addOwner() { _owners.fetch_add(1, std::memory_order_relaxed); }
     void dropOwner() {
         if (_owners.fetch_sub(1, std::memory_order_acq_rel) == 1)
-            delete this;
+            _end();
     }
     bool shared() const { return _owners.load(std::memory_order_acquire) > 1; }
 
 private:
+    void _end();
+
     std::atomic<Uint32> _owners{0};
 };
 
