@@ -43,6 +43,7 @@ TEST(Array, SurvivesBadRequests) {
     EXPECT_THAT(roundTrip(smisd.port(), request("EnumerateHosts")),
                 StartsWith("HTTP/1.1 200 OK\r\n"));
     EXPECT_EQ(array.arrayctl({"export"}), before);
+    EXPECT_EQ(array.arrayctl({"check"}), "");
 }
 
 TEST(Array, ServesManyClientsAtOnce) {
