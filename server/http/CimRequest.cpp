@@ -155,6 +155,7 @@ CimRequest readCimRequest(const HttpRequest& request) {
     }
     cim.extension = request.method == "M-POST";
     cim.trailers = takesTrailers(request);
+    cim.http10 = request.version < 11;
     cim.acceptLanguage = headerOr(request, "Accept-Language", "");
     cim.contentLanguage = headerOr(request, "Content-Language", "");
     checkLanguages(cim);

@@ -13,6 +13,7 @@ struct CimRequest {
     CimHeaders headers;
     bool extension = false; // M-POST: the response declares its headers too
     bool trailers = false;  // the client takes a chunked response with trailers
+    bool http10 = false;    // the client knows no chunks
     std::string acceptLanguage;
     std::string contentLanguage;
 };

@@ -73,8 +73,8 @@ std::string toString(const ListenAddress& address) {
 }
 
 struct HttpServer::Implementation {
-    Implementation(const HttpLimits& limits, HttpHandler handler)
-        : host(limits, std::move(handler)) {}
+    Implementation(const HttpLimits& limits, HttpHandler handler, HttpAdmission admission)
+        : host(limits, std::move(handler), std::move(admission)) {}
 
     unsigned short add(const ListenAddress& address, std::unique_ptr<asio::ssl::context> tls) {
         listeners.push_back(
@@ -109,7 +109,7 @@ struct HttpServer::Implementation {
             return; // gone already
         }
         socket.set_option(tcp::no_delay(true), error);
-        if (host.sessions.size() >= host.limits.connections) {
+        if (host.sessions.size() >= host.limits.connections && !host.makeRoom()) {
             refuse(listener, std::move(socket));
         } else if (listener.tls) {
             std::make_shared<Session<Tls>>(host, Tls(std::move(socket), *listener.tls),
@@ -136,15 +136,12 @@ struct HttpServer::Implementation {
     }
 
     void shutDown() {
-        host.stopping = true;
         signals.cancel();
         for (Listener& listener : listeners) {
             listener.acceptor.close();
             listener.pause.cancel();
         }
-        for (SessionBase* session : host.sessions) {
-            session->stop();
-        }
+        host.stop();
     }
 
     SessionHost host;
@@ -152,8 +149,9 @@ struct HttpServer::Implementation {
     asio::signal_set signals{host.io};
 };
 
-HttpServer::HttpServer(const HttpLimits& limits, HttpHandler handler)
-    : _implementation(std::make_unique<Implementation>(limits, std::move(handler))) {}
+HttpServer::HttpServer(const HttpLimits& limits, HttpHandler handler, HttpAdmission admission)
+    : _implementation(
+          std::make_unique<Implementation>(limits, std::move(handler), std::move(admission))) {}
 
 HttpServer::~HttpServer() = default;
 

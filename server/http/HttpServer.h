@@ -17,6 +17,10 @@ namespace smisd {
 // at once. What it throws ends the connection.
 using HttpHandler = std::function<bool(HttpRequest request, ResponseChannel& channel)>;
 
+// Judges a request by its head, before a long body is read: whether the body is wanted. If not, it
+// has answered, and the connection ends. Else as HttpHandler.
+using HttpAdmission = std::function<bool(const HttpRequest& head, ResponseChannel& channel)>;
+
 struct ListenAddress {
     std::string address;     // numeric, IPv4 or IPv6
     unsigned short port = 0; // 0: one that is free
@@ -27,7 +31,9 @@ std::string toString(const ListenAddress& address);
 
 class HttpServer {
 public:
-    HttpServer(const HttpLimits& limits, HttpHandler handler);
+    HttpServer(
+        const HttpLimits& limits, HttpHandler handler,
+        HttpAdmission admission = [](const auto&, auto&) { return true; });
     ~HttpServer();
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
@@ -39,7 +45,7 @@ public:
                              const std::string& keyFile);
 
     // Serves until SIGTERM or SIGINT, or until stop() is called: then listening ends, requests that
-    // were received are answered, and it returns.
+    // were received are answered, within the limit's time, and it returns.
     void run();
 
     // Thread-safe.

@@ -2,7 +2,7 @@
 
 #include "server/cimxml/RequestDecoder.h"
 #include "server/cimxml/ResponseWriter.h"
-#include "server/http/CimRequest.h"
+#include "server/http/HeldAnswer.h"
 #include "server/http/ResponseHead.h"
 
 #include <Pegasus/Common/CIMStatusCode.h>
@@ -34,6 +34,7 @@ struct Exchange {
     const RequestContext& context;
     ResponseChannel& channel;
     bool keepOpen;
+    std::size_t answerBytes;
 
     const MessageHead& head() const { return decoded.head; }
     const Operation& operation() const { return std::get<Operation>(decoded.operation); }
@@ -58,23 +59,37 @@ Error carriedOut(const Exchange& exchange, ResultSink& sink) {
     return std::nullopt;
 }
 
-void sendWhole(const Exchange& exchange, const std::string& body) {
+bool sendWhole(const Exchange& exchange, const std::string& body) {
     exchange.channel.send(
         exchange.chunked()
             ? chunkedAnswerHead(exchange.request, exchange.keepOpen) + chunk(body) + lastChunk()
             : answerHead(exchange.request, body.size(), exchange.keepOpen) + body);
+    return exchange.keepOpen;
 }
 
-// One answer of known length.
-void answerWhole(const Exchange& exchange) {
-    ResponseWriter writer(exchange.head(), exchange.operation());
+// An answer of known length, or one that is too long for that. An error that comes when a part is
+// gone ends the connection: the client sees that the end is missing.
+bool answerPlain(const Exchange& exchange) {
+    HeldAnswer held(exchange.request, exchange.keepOpen, exchange.answerBytes, exchange.channel);
+    ResponseWriter writer(exchange.head(), exchange.operation(),
+                          [&](const std::string& piece) { held.add(piece); });
     const Error error = carriedOut(exchange, writer);
-    sendWhole(exchange, error ? errorBody(exchange.head(), *error) : writer.finish());
+    if (!error) {
+        held.add(writer.finish());
+        held.finish();
+        return held.keepOpen();
+    }
+    if (!held.begun()) {
+        return sendWhole(exchange, errorBody(exchange.head(), *error));
+    }
+    spdlog::warn("{}: connection ended in the middle of an answer by CIM error {}",
+                 exchange.head().methodName, static_cast<int>(error->getCode()));
+    return false;
 }
 
 // An answer in chunks, sent as the results come; an error goes into the trailer. One that comes
 // after the first chunk has its bare text there, as OpenPegasus does it.
-void answerInChunks(const Exchange& exchange) {
+bool answerInChunks(const Exchange& exchange) {
     std::string head = chunkedAnswerHead(exchange.request, exchange.keepOpen);
     const auto send = [&](const std::string& piece) {
         exchange.channel.send(std::exchange(head, {}) + chunk(piece));
@@ -84,22 +99,21 @@ void answerInChunks(const Exchange& exchange) {
     if (!error) {
         send(writer.finish());
         exchange.channel.send(lastChunk());
-        return;
+        return exchange.keepOpen;
     }
     const std::string description =
         writer.flushed() ? std::string(error->getMessage().getCString()) : errorDescription(*error);
     send(writer.finishAfterError());
     exchange.channel.send(lastChunk(error->getCode(), description));
+    return exchange.keepOpen;
 }
 
-void answer(const Exchange& exchange) {
+// Returns whether the connection stays open.
+bool answer(const Exchange& exchange) {
     if (const auto* error = std::get_if<CIMException>(&exchange.decoded.operation)) {
-        sendWhole(exchange, errorBody(exchange.head(), *error));
-    } else if (exchange.chunked()) {
-        answerInChunks(exchange);
-    } else {
-        answerWhole(exchange);
+        return sendWhole(exchange, errorBody(exchange.head(), *error));
     }
+    return exchange.chunked() ? answerInChunks(exchange) : answerPlain(exchange);
 }
 
 // A client that does not speak CIM-XML has nothing more to say.
@@ -110,26 +124,36 @@ bool endsConnection(const BadRequest& badRequest) {
 } // namespace
 
 RequestHandler::RequestHandler(Dispatcher& dispatcher, Authenticator* authenticator,
-                               std::string hostName)
-    : _dispatcher(dispatcher), _authenticator(authenticator), _hostName(std::move(hostName)) {}
+                               std::string hostName, std::size_t answerBytes)
+    : _dispatcher(dispatcher), _authenticator(authenticator), _hostName(std::move(hostName)),
+      _answerBytes(answerBytes) {}
+
+bool RequestHandler::admit(const HttpRequest& head, ResponseChannel& channel) {
+    bool accepted = false;
+    orRefuse(head, channel, [&] {
+        accepted = accept(head, channel).has_value();
+        return accepted;
+    });
+    return accepted;
+}
 
 bool RequestHandler::handle(HttpRequest request, ResponseChannel& channel) {
-    try {
-        checkHttpMethod(request);
-        RequestContext context;
-        if (_authenticator != nullptr) {
-            const std::optional<std::string> user = authenticated(request, channel);
-            if (!user) {
-                return request.keepAlive;
-            }
-            context.userName = toString(*user);
+    return orRefuse(request, channel, [&] {
+        const std::optional<Accepted> accepted = accept(request, channel);
+        if (!accepted) {
+            return request.keepAlive;
         }
-        const CimRequest cim = readCimRequest(request);
-        context.acceptLanguage = toString(cim.acceptLanguage);
-        context.contentLanguage = toString(cim.contentLanguage);
-        const DecodedRequest decoded = decodeRequest(std::move(request.body), cim.headers);
-        answer({_dispatcher, cim, decoded, context, channel, request.keepAlive});
-        return request.keepAlive;
+        const DecodedRequest decoded =
+            decodeRequest(std::move(request.body), accepted->cim.headers);
+        return answer({_dispatcher, accepted->cim, decoded, accepted->context, channel,
+                       request.keepAlive, _answerBytes});
+    });
+}
+
+bool RequestHandler::orRefuse(const HttpRequest& request, ResponseChannel& channel,
+                              const std::function<bool()>& serve) {
+    try {
+        return serve();
     } catch (const BadRequest& badRequest) {
         const bool keepOpen = request.keepAlive && !endsConnection(badRequest);
         // The detail may quote what the client sent, and that may be a secret.
@@ -138,6 +162,24 @@ bool RequestHandler::handle(HttpRequest request, ResponseChannel& channel) {
         channel.send(refusal(badRequest, keepOpen));
         return keepOpen;
     }
+}
+
+// All that the head says; nothing after the request was refused.
+std::optional<RequestHandler::Accepted> RequestHandler::accept(const HttpRequest& request,
+                                                               ResponseChannel& channel) {
+    checkHttpMethod(request);
+    RequestContext context;
+    if (_authenticator != nullptr) {
+        const std::optional<std::string> user = authenticated(request, channel);
+        if (!user) {
+            return std::nullopt;
+        }
+        context.userName = toString(*user);
+    }
+    CimRequest cim = readCimRequest(request);
+    context.acceptLanguage = toString(cim.acceptLanguage);
+    context.contentLanguage = toString(cim.contentLanguage);
+    return Accepted{std::move(cim), std::move(context)};
 }
 
 // The user, or nothing after the request was refused.

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "server/auth/Authenticator.h"
+#include "server/http/CimRequest.h"
 #include "server/http/HttpMessage.h"
 #include "server/operation/Dispatcher.h"
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -16,18 +19,35 @@ namespace smisd {
 class RequestHandler {
 public:
     // Without an authenticator every request is accepted, with the user name "". Both outlive the
-    // handler. `hostName` is the realm that clients are asked to authenticate for.
-    RequestHandler(Dispatcher& dispatcher, Authenticator* authenticator, std::string hostName);
+    // handler. `hostName` is the realm that clients are asked to authenticate for. Of an answer,
+    // `answerBytes` are kept to tell its length, unless the client takes trailers.
+    RequestHandler(Dispatcher& dispatcher, Authenticator* authenticator, std::string hostName,
+                   std::size_t answerBytes);
+
+    // Whether a request with this head would be carried out; if not, it was refused. Throws
+    // ConnectionLost.
+    bool admit(const HttpRequest& head, ResponseChannel& channel);
 
     // Returns whether the connection stays open. Throws ConnectionLost.
     bool handle(HttpRequest request, ResponseChannel& channel);
 
 private:
+    struct Accepted {
+        CimRequest cim;
+        RequestContext context;
+    };
+
+    std::optional<Accepted> accept(const HttpRequest& request, ResponseChannel& channel);
     std::optional<std::string> authenticated(const HttpRequest& request, ResponseChannel& channel);
+    // Returns what `serve` does, or, when it throws BadRequest, sends the refusal and returns
+    // whether the connection stays open.
+    bool orRefuse(const HttpRequest& request, ResponseChannel& channel,
+                  const std::function<bool()>& serve);
 
     Dispatcher& _dispatcher;
     Authenticator* const _authenticator;
     const std::string _hostName;
+    const std::size_t _answerBytes;
 };
 
 } // namespace smisd

@@ -74,8 +74,14 @@ std::string answerHead(const CimRequest& request, std::size_t bodyLength, bool k
 
 std::string chunkedAnswerHead(const CimRequest& request, bool keepOpen) {
     return startOfAnswer() + header("transfer-encoding", "chunked") + operationHeaders(request) +
-           header("Trailer", "CIMStatusCode, CIMStatusCodeDescription, Content-Language") +
+           (request.trailers
+                ? header("Trailer", "CIMStatusCode, CIMStatusCodeDescription, Content-Language")
+                : std::string()) +
            endOfHead(keepOpen);
+}
+
+std::string endlessAnswerHead(const CimRequest& request) {
+    return startOfAnswer() + operationHeaders(request) + endOfHead(false);
 }
 
 std::string chunk(const std::string& piece) {

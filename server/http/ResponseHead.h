@@ -14,8 +14,12 @@ namespace smisd {
 // Of a body of known length.
 std::string answerHead(const CimRequest& request, std::size_t bodyLength, bool keepOpen);
 
-// Of a body that is sent in chunks and followed by a trailer.
+// Of a body that is sent in chunks; a trailer may follow if the request allows it.
 std::string chunkedAnswerHead(const CimRequest& request, bool keepOpen);
+
+// Of a body that ends with the connection, for HTTP/1.0.
+std::string endlessAnswerHead(const CimRequest& request);
+
 std::string chunk(const std::string& piece);
 std::string lastChunk();
 // The last chunk after an error; `description` is what a body would have said in its place.

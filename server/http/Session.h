@@ -1,18 +1,18 @@
 // One connection of HttpServer. Included by HttpServer.cpp alone.
 #pragma once
 
+#include "server/http/Backlog.h"
 #include "server/http/HttpLimits.h"
 #include "server/http/HttpMessage.h"
+#include "server/http/ReadErrors.h"
 #include "server/http/ResponseHead.h"
 #include "server/http/SessionHost.h"
 
 #include <boost/beast/http.hpp>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <deque>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -31,12 +31,14 @@ class Session : public SessionBase,
                 public std::enable_shared_from_this<Session<Stream>> {
 public:
     Session(SessionHost& host, Stream stream, std::string peer)
-        : _host(host), _stream(std::move(stream)), _timer(host.io), _peer(std::move(peer)) {
-        _host.sessions.insert(this);
+        : _host(host), _stream(std::move(stream)), _timer(host.io), _peer(std::move(peer)),
+          _backlog(host.limits.queueBytes) {
+        _host.enter(*this);
     }
-    ~Session() override { _host.sessions.erase(this); }
+    ~Session() override { _host.leave(*this); }
 
     void start() {
+        enterState(State::receiving);
         expireAfter(_host.limits.requestTime);
         openStream(_stream, [self = self()](error_code error) {
             if (!error) {
@@ -45,17 +47,15 @@ public:
         });
     }
 
-    void stop() override {
-        if (!_handling && !_answered) {
-            close();
-        }
+    void close() override {
+        enterState(State::closed);
+        _backlog.lose();
+        beast::get_lowest_layer(_stream).close();
     }
 
     // ResponseChannel, on a worker.
     void send(std::string bytes) override {
-        if (_lost) {
-            throw ConnectionLost();
-        }
+        _backlog.add(bytes.size(), _host.workers);
         asio::post(_host.io, [self = self(), bytes = std::move(bytes)]() mutable {
             self->_output.push_back(std::move(bytes));
             self->write();
@@ -67,6 +67,7 @@ public:
 
 private:
     static constexpr std::size_t sliceBytes = 64 * 1024;
+    static constexpr std::size_t shortBody = 64 * 1024;
     static constexpr std::chrono::seconds lingerTime{2};
     using Parser = http::request_parser<http::string_body>;
 
@@ -74,12 +75,9 @@ private:
     void expireAfter(std::chrono::seconds time) {
         beast::get_lowest_layer(_stream).expires_after(time);
     }
-    void close() {
-        _lost = true;
-        beast::get_lowest_layer(_stream).close();
-    }
 
     void awaitRequest() {
+        enterState(State::idle);
         if (_host.stopping) {
             end();
         } else if (_input.size() > 0) {
@@ -97,6 +95,7 @@ private:
     }
 
     void readHead() {
+        enterState(State::receiving);
         _parser.emplace();
         _parser->header_limit(static_cast<std::uint32_t>(_host.limits.headerBytes));
         _parser->body_limit(_host.limits.bodyBytes);
@@ -116,16 +115,36 @@ private:
         const bool hasLength = _parser->content_length().has_value() || _parser->chunked();
         if (!hasLength && head.method_string().ends_with("POST")) {
             refuse(BadRequest(411, "", "The request has no Content-Length"));
-        } else if (beast::iequals(head[http::field::expect], "100-continue")) {
-            asio::async_write(_stream, asio::buffer(continueHead),
-                              [self = self()](error_code error, std::size_t) {
-                                  if (!error) {
-                                      self->readBody();
-                                  }
-                              });
+        } else if (expectsContinue() || _parser->chunked() ||
+                   _parser->content_length().value_or(0) > shortBody) {
+            onWorker([this, request = received(false)] { return _host.admission(request, *this); },
+                     &Session::admitted);
         } else {
             readBody();
         }
+    }
+
+    bool expectsContinue() const {
+        return beast::iequals(_parser->get()[http::field::expect], "100-continue");
+    }
+
+    // A long body is read once the head has been accepted.
+    void admitted(bool accepted) {
+        if (!accepted) {
+            handled(false);
+            return;
+        }
+        enterState(State::receiving);
+        if (!expectsContinue()) {
+            readBody();
+            return;
+        }
+        asio::async_write(_stream, asio::buffer(continueHead),
+                          [self = self()](error_code error, std::size_t) {
+                              if (!error) {
+                                  self->readBody();
+                              }
+                          });
     }
 
     void readBody() {
@@ -138,14 +157,26 @@ private:
         });
     }
 
-    // On a worker; the connection is the worker's until handled().
     void handle() {
-        _handling = true;
-        asio::post(_host.workers, [self = self(), request = receivedRequest(),
-                                   work = asio::make_work_guard(_host.io)]() mutable {
-            bool keepOpen = false;
+        HttpRequest request = received(_parser->get().keep_alive() && !_host.stopping);
+        request.body = std::move(_parser->get().body());
+        onWorker(
+            [this, request = std::move(request)]() mutable {
+                return _host.handler(std::move(request), *this);
+            },
+            &Session::handled);
+    }
+
+    // Has a worker call `serve`; the connection is the worker's until `then` gets the result, which
+    // is false for a job that has thrown.
+    template<class Serve>
+    void onWorker(Serve serve, void (Session::*then)(bool)) {
+        enterState(State::working);
+        _host.workers.post([self = self(), serve = std::move(serve), then,
+                            work = asio::make_work_guard(_host.io)]() mutable {
+            bool result = false;
             try {
-                keepOpen = self->_host.handler(std::move(request), *self);
+                result = serve();
             } catch (const ConnectionLost&) {
             } catch (const std::exception& error) {
                 spdlog::error("{}: connection ended: {}", self->_peer, error.what());
@@ -153,28 +184,27 @@ private:
                 spdlog::error("{}: connection ended by an unknown error", self->_peer);
             }
             asio::io_context& io = self->_host.io;
-            asio::post(io, [self = std::move(self), keepOpen] { self->handled(keepOpen); });
+            asio::post(io, [self = std::move(self), then, result] { (*self.*then)(result); });
         });
     }
 
-    HttpRequest receivedRequest() {
-        auto message = _parser->release();
+    // Without the body.
+    HttpRequest received(bool keepAlive) const {
+        const auto& message = _parser->get();
         HttpRequest request;
         request.method = std::string(message.method_string());
         request.target = std::string(message.target());
         request.version = message.version();
-        request.keepAlive = message.keep_alive() && !_host.stopping;
+        request.keepAlive = keepAlive;
         for (const auto& field : message) {
             request.headers.push_back(
                 {std::string(field.name_string()), std::string(field.value())});
         }
-        request.body = std::move(message.body());
         request.peer = _peer;
         return request;
     }
 
     void handled(bool keepOpen) {
-        _handling = false;
         _answered = true;
         _keepOpen = keepOpen;
         write();
@@ -182,7 +212,7 @@ private:
 
     // Writes what is there, a slice at a time, so that each gets its time.
     void write() {
-        if (_writing || _lost) {
+        if (_writing || _backlog.lost()) {
             return;
         }
         if (_output.empty()) {
@@ -203,7 +233,7 @@ private:
         asio::async_write(_stream, asio::buffer(bytes.data() + _writtenBytes, count),
                           [self = self()](error_code error, std::size_t written) {
                               if (error) {
-                                  self->_lost = true;
+                                  self->_backlog.lose();
                               } else {
                                   self->written(written);
                               }
@@ -212,6 +242,7 @@ private:
 
     void written(std::size_t count) {
         _writing = false;
+        _backlog.sent(count);
         _writtenBytes += count;
         if (_writtenBytes == _output.front().size()) {
             _output.pop_front();
@@ -222,32 +253,18 @@ private:
 
     // A request that could not be read.
     void refuse(const error_code& error) {
-        struct Answer {
-            http::error error;
-            unsigned status;
-            const char* detail;
-        };
-        static constexpr Answer answers[] = {
-            {http::error::body_limit, 413, "The body of the request is too large"},
-            {http::error::header_limit, 431, "The headers of the request are too large"},
-            {http::error::bad_content_length, 400, "Invalid Content-Length header detected"},
-            {http::error::multiple_content_length, 400, "Duplicate Content-Length header detected"},
-        };
-        if (error.category() != make_error_code(http::error::bad_method).category() ||
-            error == http::error::end_of_stream || error == http::error::partial_message) {
-            return; // closed, lost or too slow
+        if (const std::optional<BadRequest> badRequest = refusalOf(error)) {
+            refuse(*badRequest);
         }
-        const auto* answer =
-            std::find_if(std::begin(answers), std::end(answers),
-                         [&](const Answer& entry) { return error == entry.error; });
-        refuse(answer != std::end(answers) ? BadRequest(answer->status, "", answer->detail)
-                                           : BadRequest(400, "", error.message()));
     }
     void refuse(const BadRequest& badRequest) {
+        if (_backlog.lost()) {
+            return;
+        }
+        enterState(State::working);
         _output.push_back(refusal(badRequest, false));
-        _answered = true;
-        _keepOpen = false;
-        write();
+        _backlog.add(_output.back().size(), _host.workers);
+        handled(false);
     }
 
     // Lets the client read what was sent, then closes.
@@ -275,11 +292,10 @@ private:
     std::deque<std::string> _output;
     std::size_t _writtenBytes = 0;       // of the first of _output
     std::chrono::milliseconds _delay{0}; // before the next write
-    bool _handling = false;              // the request is on a worker
     bool _answered = false;              // all of the response is in _output
     bool _keepOpen = false;              // after this response
     bool _writing = false;               // a write or a delay is under way
-    std::atomic<bool> _lost{false};      // the connection; any thread
+    Backlog _backlog;                    // bytes on the way to _output, or in it
 };
 
 } // namespace smisd

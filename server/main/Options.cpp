@@ -44,9 +44,12 @@ void addLimits(CLI::App& app, HttpLimits& limits) {
     add("--max-header-bytes", limits.headerBytes, "Headers of one request")
         ->check(CLI::Range(std::size_t{1}, maximumHeaderBytes));
     add("--max-body-bytes", limits.bodyBytes, "Body of one request");
+    add("--max-queued-bytes", limits.queueBytes, "Of a response, kept for a slow client");
     addSeconds(app, "--request-time", limits.requestTime, "For a request to arrive");
     addSeconds(app, "--idle-time", limits.idleTime, "Between the requests of a connection");
     addSeconds(app, "--send-time", limits.sendTime, "For a client to take 64 KiB of a response");
+    addSeconds(app, "--stop-time", limits.stopTime,
+               "To answer the requests in progress at the end");
 }
 
 void addOptions(CLI::App& app, Options& options, Typed& typed) {

@@ -74,10 +74,15 @@ void serve(const Options& options) {
     const std::string hostName = boost::asio::ip::host_name();
     ServerDispatcher dispatcher(repository, std::filesystem::absolute(options.module),
                                 Pegasus::String(hostName.c_str()));
-    RequestHandler handler(dispatcher, authenticator.get(), hostName);
-    HttpServer server(options.limits, [&handler](HttpRequest request, ResponseChannel& channel) {
-        return handler.handle(std::move(request), channel);
-    });
+    RequestHandler handler(dispatcher, authenticator.get(), hostName, options.limits.queueBytes);
+    HttpServer server(
+        options.limits,
+        [&handler](HttpRequest request, ResponseChannel& channel) {
+            return handler.handle(std::move(request), channel);
+        },
+        [&handler](const HttpRequest& head, ResponseChannel& channel) {
+            return handler.admit(head, channel);
+        });
     const std::string urls = listenOn(options, server);
     std::cout << "smisd: listening on" << urls << std::endl;
     server.run();

@@ -66,9 +66,17 @@ protected:
     Channel channel;
     Authenticator* checkedBy = nullptr;
 
-    bool handle(const HttpRequest& request) {
-        RequestHandler handler(dispatcher, checkedBy, "array1");
-        return handler.handle(request, channel);
+    bool handle(const HttpRequest& request) { return handler().handle(request, channel); }
+    RequestHandler handler() {
+        return RequestHandler(dispatcher, checkedBy, "array1", answerBytes);
+    }
+
+    static constexpr size_t answerBytes = 100'000;
+
+    static void deliver(ResultSink& sink, int count) {
+        for (int i = 0; i < count; ++i) {
+            sink.instanceName(path());
+        }
     }
 };
 
@@ -191,17 +199,100 @@ TEST_F(HandledRequest, EndsTheConnectionWhenTheClientWantsIt) {
     EXPECT_THAT(channel.bytes, HasSubstr("Connection: close\r\n"));
 }
 
+// Judged by its head
+
+TEST_F(HandledRequest, IsAdmittedByItsHead) {
+    checkedBy = &authenticator;
+    HttpRequest head = with(enumerateRequest(), "Authorization", "Basic good");
+    head.body = "";
+    EXPECT_TRUE(handler().admit(head, channel));
+    EXPECT_EQ(channel.bytes, "");
+    EXPECT_EQ(dispatcher.calls, 0);
+}
+
+TEST_F(HandledRequest, IsNotAdmittedWithoutCredentials) {
+    checkedBy = &authenticator;
+    EXPECT_FALSE(handler().admit(enumerateRequest(), channel));
+    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 401 "));
+}
+
+TEST_F(HandledRequest, IsNotAdmittedWithBadHeaders) {
+    EXPECT_FALSE(handler().admit(with(enumerateRequest(), "CIMOperation", "Frob"), channel));
+    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 400 Bad Request\r\nCIMError: unsupp"));
+}
+
+// Without TE, and more than is kept
+
+class LongAnswer : public HandledRequest {
+protected:
+    // Some 45 bytes each.
+    static constexpr int many = 10'000;
+};
+
+TEST_F(LongAnswer, GoesOutInChunksWithoutTrailer) {
+    int sendsBefore = 0;
+    dispatcher.answer = [&](ResultSink& sink) {
+        deliver(sink, many);
+        sendsBefore = channel.sends;
+    };
+    EXPECT_TRUE(handle(enumerateRequest()));
+    EXPECT_GT(sendsBefore, 10);
+    EXPECT_THAT(channel.bytes, HasSubstr("transfer-encoding: chunked\r\n"));
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("Trailer")));
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("content-length")));
+    EXPECT_TRUE(channel.bytes.ends_with("</CIM>\n\r\n0\r\n\r\n"));
+}
+
+TEST_F(LongAnswer, HoldsNoMoreThanTheLimit) {
+    dispatcher.answer = [&](ResultSink& sink) {
+        size_t sent = 0;
+        for (int i = 0; i < many; ++i) {
+            sink.instanceName(path());
+            sent = channel.bytes.size();
+            EXPECT_LT(static_cast<size_t>(i) * 45, sent + answerBytes + 10'000);
+        }
+        EXPECT_GT(sent, answerBytes);
+    };
+    handle(enumerateRequest());
+}
+
+TEST_F(LongAnswer, EndsWithTheConnectionOverHttp10) {
+    dispatcher.answer = [&](ResultSink& sink) { deliver(sink, many); };
+    HttpRequest request = enumerateRequest();
+    request.version = 10;
+    EXPECT_FALSE(handle(request));
+    EXPECT_THAT(channel.bytes, HasSubstr("Connection: close\r\n"));
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("chunked")));
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("content-length")));
+    EXPECT_TRUE(channel.bytes.ends_with("</CIM>\n"));
+}
+
+TEST_F(LongAnswer, ErrorLeavesItWithoutEnd) {
+    dispatcher.answer = [&](ResultSink& sink) {
+        deliver(sink, many);
+        throw CIMException(CIM_ERR_FAILED, "late");
+    };
+    EXPECT_FALSE(handle(enumerateRequest()));
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("</CIM>")));
+    EXPECT_FALSE(channel.bytes.ends_with("0\r\n\r\n"));
+}
+
+TEST_F(LongAnswer, ErrorBeforeTheLimitReplacesIt) {
+    dispatcher.answer = [&](ResultSink& sink) {
+        deliver(sink, 250);
+        throw CIMException(CIM_ERR_FAILED, "early");
+    };
+    EXPECT_TRUE(handle(enumerateRequest()));
+    EXPECT_EQ(channel.sends, 1);
+    EXPECT_THAT(channel.bytes, HasSubstr("CIM_ERR_FAILED: early"));
+    EXPECT_THAT(channel.bytes, Not(HasSubstr("INSTANCENAME")));
+}
+
 // With TE: trailers
 
 class ChunkedRequest : public HandledRequest {
 protected:
     HttpRequest request = with(enumerateRequest(), "TE", "trailers");
-
-    static void deliver(ResultSink& sink, int count) {
-        for (int i = 0; i < count; ++i) {
-            sink.instanceName(path());
-        }
-    }
 };
 
 TEST_F(ChunkedRequest, IsAnsweredInPieces) {

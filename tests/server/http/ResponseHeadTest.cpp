@@ -32,7 +32,9 @@ TEST(AnswerHead, ExtensionIsDeclared) {
 }
 
 TEST(ChunkedAnswer, AnnouncesItsTrailer) {
-    EXPECT_EQ(chunkedAnswerHead(CimRequest(), true),
+    CimRequest request;
+    request.trailers = true;
+    EXPECT_EQ(chunkedAnswerHead(request, true),
               "HTTP/1.1 200 OK\r\n"
               "Content-Type: application/xml; charset=utf-8\r\n"
               "transfer-encoding: chunked\r\n"

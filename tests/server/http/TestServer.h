@@ -18,9 +18,11 @@ namespace smisd::test {
 // Serves `handler` on a free port of 127.0.0.1 until it is destroyed.
 class TestServer {
 public:
-    explicit TestServer(HttpHandler handler, const HttpLimits& limits = {})
-        : server(limits, std::move(handler)), port(server.listen({"127.0.0.1", 0})),
-          _thread([this] { server.run(); }) {}
+    explicit TestServer(
+        HttpHandler handler, const HttpLimits& limits = {},
+        HttpAdmission admission = [](const auto&, auto&) { return true; })
+        : server(limits, std::move(handler), std::move(admission)),
+          port(server.listen({"127.0.0.1", 0})), _thread([this] { server.run(); }) {}
     ~TestServer() { stop(); }
 
     // Returns once the server has ended.

@@ -68,12 +68,15 @@ TEST(Options, TlsAloneServesNoPlainHttp) {
 }
 
 TEST(Options, LimitsCanBeSet) {
-    const Options options = accepted({"--no-auth", "--max-connections", "3", "--workers", "2",
-                                      "--max-body-bytes", "1000", "--request-time", "7"});
+    const Options options =
+        accepted({"--no-auth", "--max-connections", "3", "--workers", "2", "--max-body-bytes",
+                  "1000", "--request-time", "7", "--max-queued-bytes", "4096", "--stop-time", "9"});
     EXPECT_EQ(options.limits.connections, 3U);
     EXPECT_EQ(options.limits.workers, 2U);
     EXPECT_EQ(options.limits.bodyBytes, 1000U);
     EXPECT_EQ(options.limits.requestTime.count(), 7);
+    EXPECT_EQ(options.limits.queueBytes, 4096U);
+    EXPECT_EQ(options.limits.stopTime.count(), 9);
     EXPECT_THAT(complaintOf({"--no-auth", "--workers", "0"}), HasSubstr("--workers"));
     EXPECT_THAT(complaintOf({"--no-auth", "--max-header-bytes", "70000"}),
                 HasSubstr("--max-header-bytes"));
@@ -134,7 +137,8 @@ TEST(Options, HelpListsTheLimits) {
     EXPECT_FALSE(parsed.options);
     EXPECT_EQ(parsed.exitStatus, exitStopped);
     for (const char* text : {"--max-connections", "256", "--max-body-bytes", "16777216",
-                             "--request-time", "30", "--workers", "--state", "--no-auth"}) {
+                             "--request-time", "30", "--max-queued-bytes", "1048576", "--stop-time",
+                             "60", "--workers", "--state", "--no-auth"}) {
         EXPECT_THAT(help, HasSubstr(text));
     }
 }

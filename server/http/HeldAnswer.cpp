@@ -1,0 +1,44 @@
+#include "server/http/HeldAnswer.h"
+
+#include "server/http/ResponseHead.h"
+
+#include <utility>
+
+namespace smisd {
+
+HeldAnswer::HeldAnswer(const CimRequest& request, bool keepOpen, std::size_t limit,
+                       ResponseChannel& channel)
+    : _request(request), _limit(limit), _channel(channel), _keepOpen(keepOpen) {}
+
+void HeldAnswer::add(const std::string& piece) {
+    if (_begun) {
+        _channel.send(framed(piece));
+        return;
+    }
+    _held += piece;
+    if (_held.size() > _limit) {
+        begin();
+    }
+}
+
+void HeldAnswer::finish() {
+    if (!_begun) {
+        _channel.send(answerHead(_request, _held.size(), _keepOpen) + _held);
+    } else if (!_request.http10) {
+        _channel.send(lastChunk());
+    }
+}
+
+void HeldAnswer::begin() {
+    _begun = true;
+    _keepOpen = _keepOpen && !_request.http10;
+    _channel.send(_request.http10 ? endlessAnswerHead(_request)
+                                  : chunkedAnswerHead(_request, _keepOpen));
+    _channel.send(framed(std::exchange(_held, {})));
+}
+
+std::string HeldAnswer::framed(const std::string& piece) const {
+    return _request.http10 ? piece : chunk(piece);
+}
+
+} // namespace smisd

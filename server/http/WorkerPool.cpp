@@ -1,0 +1,99 @@
+#include "server/http/WorkerPool.h"
+
+#include <system_error>
+#include <utility>
+
+namespace smisd {
+
+WorkerPool::WorkerPool(unsigned workers) : _workers(workers) {}
+
+WorkerPool::~WorkerPool() {
+    join();
+}
+
+void WorkerPool::post(Job job) {
+    const std::lock_guard lock(_mutex);
+    _jobs.push_back(std::move(job));
+    startThreadIfNeeded();
+    _jobPosted.notify_one();
+}
+
+// A job that could run has a thread that will take it.
+void WorkerPool::startThreadIfNeeded() {
+    if (!_jobs.empty() && _idle == 0 && _running < _workers) {
+        try {
+            _threads.emplace_back([this] { work(); });
+            ++_idle;
+        } catch (const std::system_error&) {
+            if (_threads.empty()) {
+                throw;
+            }
+            // Those that there are will come to it.
+        }
+    }
+}
+
+void WorkerPool::work() {
+    std::unique_lock lock(_mutex);
+    for (;;) {
+        _jobPosted.wait(lock, [this] {
+            return _jobs.empty() ? _ending : _running < _workers && _returning == 0;
+        });
+        if (_jobs.empty()) {
+            return;
+        }
+        Job job = std::move(_jobs.front());
+        _jobs.pop_front();
+        --_idle;
+        ++_running;
+        startThreadIfNeeded();
+        lock.unlock();
+        job();
+        job = nullptr;
+        lock.lock();
+        --_running;
+        ++_idle;
+        _workerFree.notify_one();
+        _jobPosted.notify_one();
+    }
+}
+
+void WorkerPool::whileWaiting(const std::function<void()>& wait) {
+    {
+        const std::lock_guard lock(_mutex);
+        --_running;
+        startThreadIfNeeded();
+        _workerFree.notify_one();
+        _jobPosted.notify_one();
+    }
+    wait();
+    std::unique_lock lock(_mutex);
+    ++_returning;
+    _workerFree.wait(lock, [this] { return _running < _workers; });
+    --_returning;
+    ++_running;
+    if (_running < _workers) {
+        _workerFree.notify_one();
+        _jobPosted.notify_one();
+    }
+}
+
+void WorkerPool::join() {
+    std::vector<std::thread> threads;
+    for (;;) {
+        {
+            const std::lock_guard lock(_mutex);
+            _ending = true;
+            threads = std::exchange(_threads, {});
+        }
+        if (threads.empty()) {
+            return;
+        }
+        _jobPosted.notify_all();
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+    }
+}
+
+} // namespace smisd

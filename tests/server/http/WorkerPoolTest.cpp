@@ -1,0 +1,83 @@
+#include "server/http/WorkerPool.h"
+
+#include "tests/server/http/TestServer.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <set>
+
+using namespace std::chrono_literals;
+
+namespace smisd::test {
+namespace {
+
+TEST(WorkerPool, RunsAllJobsBeforeItEnds) {
+    std::atomic<int> done{0};
+    WorkerPool pool(3);
+    for (int i = 0; i < 1000; ++i) {
+        pool.post([&] { ++done; });
+    }
+    pool.join();
+    EXPECT_EQ(done, 1000);
+}
+
+TEST(WorkerPool, RunsNoMoreJobsAtOnceThanItHasWorkers) {
+    std::atomic<int> running{0};
+    std::atomic<int> most{0};
+    WorkerPool pool(3);
+    for (int i = 0; i < 50; ++i) {
+        pool.post([&] {
+            const int now = ++running;
+            int before = most;
+            while (before < now && !most.compare_exchange_weak(before, now)) {
+            }
+            std::this_thread::sleep_for(2ms);
+            --running;
+        });
+    }
+    pool.join();
+    EXPECT_EQ(most, 3);
+}
+
+TEST(WorkerPool, JobThatWaitsLeavesItsWorkerToOthers) {
+    Gate gate;
+    std::atomic<int> done{0};
+    WorkerPool pool(1);
+    for (int i = 0; i < 5; ++i) {
+        pool.post([&] {
+            pool.whileWaiting([&] { gate.wait(); });
+            ++done;
+        });
+    }
+    gate.awaitWaiting(5);
+    EXPECT_EQ(done, 0);
+    Gate ran;
+    pool.post([&] { ran.open(); });
+    ran.wait();
+    gate.open();
+    pool.join();
+    EXPECT_EQ(done, 5);
+}
+
+TEST(WorkerPool, JobThatHasWaitedNeedsAFreeWorker) {
+    std::atomic<int> running{0};
+    std::atomic<int> most{0};
+    WorkerPool pool(2);
+    for (int i = 0; i < 40; ++i) {
+        pool.post([&] {
+            pool.whileWaiting([] { std::this_thread::sleep_for(1ms); });
+            const int now = ++running;
+            int before = most;
+            while (before < now && !most.compare_exchange_weak(before, now)) {
+            }
+            std::this_thread::sleep_for(2ms);
+            --running;
+        });
+    }
+    pool.join();
+    EXPECT_LE(most, 2);
+}
+
+} // namespace
+} // namespace smisd::test
