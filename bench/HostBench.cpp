@@ -58,9 +58,19 @@ void getHost(benchmark::State& state) {
     const CIMObjectPath host =
         bench::path("CIM_StorageHardwareID", "InstanceID", DRAVObjectKey(0x0D000001));
     for (auto _ : state)
-        ready.provider.getInstance(ready.context, host, false, false, everything, handler);
+        for (int i = 0; i < 100; ++i)
+            ready.provider.getInstance(ready.context, host, false, false, everything, handler);
     bench::report(state, handler.delivered);
 }
 BENCHMARK(getHost);
+
+void findHostByName(benchmark::State& state) {
+    DRAVEngine& engine = *DRAVEngine::_getInstance();
+    const String name("iqn.2026-01.com.example:host7");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(engine.getiSCSIObjectIDByName(CLASSID_INITIATOR, name));
+    bench::report(state, static_cast<std::size_t>(state.iterations()));
+}
+BENCHMARK(findHostByName);
 
 } // namespace

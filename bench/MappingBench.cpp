@@ -2,6 +2,7 @@
 
 #include "bench/Bench.h"
 #include "engine/DRAVKeys.h"
+#include "providers/frame/ArrayRange.h"
 #include "providers/masking/ControllerConfigurationService.h"
 #include "providers/masking/ProtocolControllerForUnitProvider.h"
 #include "providers/masking/SCSIProtocolControllerProvider.h"
@@ -22,6 +23,26 @@ void enumerateControllers(benchmark::State& state) {
 }
 BENCHMARK(enumerateControllers);
 
+void getController(benchmark::State& state) {
+    bench::Ready<SCSIProtocolControllerProvider> ready;
+    bench::Instances handler;
+    const CIMObjectPath controller =
+        bench::path("CIM_SCSIProtocolController", "DeviceID", DRAVObjectKey(0x0E000001));
+    for (auto _ : state)
+        ready.provider.getInstance(ready.context, controller, false, false, everything, handler);
+    bench::report(state, handler.delivered);
+}
+BENCHMARK(getController);
+
+void findVolumeByKey(benchmark::State& state) {
+    DRAVEngine& engine = *DRAVEngine::_getInstance();
+    const String key = ManagedObject::hexToBin("60014050000000000000000000000007");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(engine.getObjectIDByKey(CLASSID_VOLUME, key));
+    bench::report(state, static_cast<std::size_t>(state.iterations()));
+}
+BENCHMARK(findVolumeByKey);
+
 void enumerateMappings(benchmark::State& state) {
     bench::Ready<ProtocolControllerForUnitProvider> ready;
     bench::Instances handler;
@@ -33,24 +54,37 @@ void enumerateMappings(benchmark::State& state) {
 }
 BENCHMARK(enumerateMappings);
 
-// From the volume that is under every target: visits every unit of the array.
-void associatorsOfVolume(benchmark::State& state) {
-    bench::Ready<ProtocolControllerForUnitProvider> ready;
-    bench::Objects handler;
+std::size_t countUnits() {
     DRAVEngine& engine = *DRAVEngine::_getInstance();
     std::size_t units = 0;
-    const Array<Uint32> targets =
-        engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET);
-    for (Uint32 i = 0; i < targets.size(); ++i)
-        units += engine.enumerateAssociatedObjects(targets[i], CLASSID_LOGICAL_UNIT).size();
+    for (const Uint32 target : engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET))
+        units += engine.enumerateAssociatedObjects(target, CLASSID_LOGICAL_UNIT).size();
+    return units;
+}
 
+// Walks from a volume to its controllers, which visits every unit of the array.
+void associatorsOf(benchmark::State& state, Uint32 volumeId) {
+    bench::Ready<ProtocolControllerForUnitProvider> ready;
+    bench::Objects handler;
+    const std::size_t units = countUnits();
     const CIMObjectPath volume =
-        bench::path("CIM_StorageVolume", "DeviceID", DRAVObjectKey(0x17000001));
+        bench::path("CIM_StorageVolume", "DeviceID", DRAVObjectKey(volumeId));
     for (auto _ : state)
         ready.provider.associators(ready.context, volume, CIMName("CIM_ProtocolControllerForUnit"),
                                    CIMName("CIM_SCSIProtocolController"), "", "", false, false,
                                    everything, handler);
     bench::report(state, units * state.iterations());
+}
+
+// Of the volume that is under every target: each gives a controller.
+void associatorsOfSharedVolume(benchmark::State& state) {
+    associatorsOf(state, 0x17000001);
+}
+BENCHMARK(associatorsOfSharedVolume);
+
+// Of a volume that is under one target: the cost is the visits'.
+void associatorsOfVolume(benchmark::State& state) {
+    associatorsOf(state, 0x17000002);
 }
 BENCHMARK(associatorsOfVolume);
 

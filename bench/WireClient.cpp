@@ -1,6 +1,5 @@
 #include "bench/WireClient.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 #include <arpa/inet.h>
@@ -9,14 +8,11 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "bench/GiveUp.h"
+
 namespace bench {
 
 namespace {
-
-[[noreturn]] void give_up(const std::string& why) {
-    std::fprintf(stderr, "bench_wire: %s\n", why.c_str());
-    std::exit(1);
-}
 
 std::string message(const std::string& call) {
     return "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n"
@@ -30,17 +26,18 @@ const std::string namespacePath = "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/
 
 } // namespace
 
-WireClient::WireClient(const std::string& address) : _socket(socket(AF_INET, SOCK_STREAM, 0)) {
+WireClient::WireClient(const std::string& address)
+    : _socket(socket(AF_INET, SOCK_STREAM, 0)), _buffer(1 << 18, '\0') {
     const std::size_t colon = address.find(':');
     sockaddr_in server{};
     server.sin_family = AF_INET;
     server.sin_port = htons(static_cast<std::uint16_t>(std::stoul(address.substr(colon + 1))));
     if (inet_pton(AF_INET, address.substr(0, colon).c_str(), &server.sin_addr) != 1)
-        give_up("no IPv4 address: " + address);
+        giveUp("no IPv4 address: " + address);
     const int on = 1;
     setsockopt(_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     if (connect(_socket, reinterpret_cast<const sockaddr*>(&server), sizeof server) != 0)
-        give_up("cannot connect to " + address);
+        giveUp("cannot connect to " + address);
 }
 
 WireClient::~WireClient() {
@@ -55,32 +52,72 @@ const std::string& WireClient::call(const std::string& method, const std::string
         method + "\r\nCIMObject: " + object + "\r\nContent-Length: " + std::to_string(body.size()) +
         "\r\n\r\n" + body;
     if (send(_socket, request.data(), request.size(), 0) != static_cast<ssize_t>(request.size()))
-        give_up("the server closed the connection");
+        giveUp("the server closed the connection");
 
-    _received.clear();
-    std::size_t end;
-    while ((end = _received.find("\r\n\r\n")) == std::string::npos)
-        readUntil(_received.size() + 1);
-    if (_received.compare(0, 12, "HTTP/1.1 200") != 0)
-        give_up("answer: " + _received.substr(0, _received.find('\r')));
-    const std::size_t length = _received.find("ontent-length: ");
-    if (length == std::string::npos || length > end)
-        give_up("an answer without content-length");
-    const std::size_t size = std::strtoul(_received.c_str() + length + 15, nullptr, 10);
-    readUntil(end + 4 + size);
-    _body.assign(_received, end + 4, size);
+    const std::string head = line("\r\n\r\n");
+    if (head.compare(0, 12, "HTTP/1.1 200") != 0)
+        giveUp("answer: " + head.substr(0, head.find('\r')));
+    _body.clear();
+    const std::size_t length = head.find("ontent-length: ");
+    if (length != std::string::npos)
+        readBody(std::strtoul(head.c_str() + length + 15, nullptr, 10));
+    else
+        readChunks();
     if (_body.find("<ERROR") != std::string::npos)
-        give_up("error: " + _body);
+        giveUp("error: " + _body);
     return _body;
 }
 
-void WireClient::readUntil(std::size_t size) {
-    char buffer[1 << 16];
-    while (_received.size() < size) {
-        const ssize_t count = recv(_socket, buffer, sizeof buffer, 0);
+void WireClient::receive(const std::string& request, std::size_t size) {
+    sendAll(request);
+    for (std::size_t received = 0; received < size;) {
+        const ssize_t count = recv(_socket, _buffer.data(), _buffer.size(), 0);
         if (count <= 0)
-            give_up("the server closed the connection");
-        _received.append(buffer, static_cast<std::size_t>(count));
+            giveUp("the server closed the connection");
+        received += static_cast<std::size_t>(count);
+    }
+}
+
+void WireClient::sendAll(const std::string& request) {
+    if (send(_socket, request.data(), request.size(), 0) != static_cast<ssize_t>(request.size()))
+        giveUp("the server closed the connection");
+}
+
+void WireClient::fill() {
+    const ssize_t count = recv(_socket, _buffer.data(), _buffer.size(), 0);
+    if (count <= 0)
+        giveUp("the server closed the connection");
+    _received = {_buffer.data(), static_cast<std::size_t>(count)};
+}
+
+std::string WireClient::line(std::string_view end) {
+    std::string text;
+    while (!text.ends_with(end)) {
+        if (_received.empty())
+            fill();
+        text += _received.front();
+        _received.remove_prefix(1);
+    }
+    return text;
+}
+
+void WireClient::readBody(std::size_t size) {
+    while (size > 0) {
+        if (_received.empty())
+            fill();
+        const std::string_view part = _received.substr(0, size);
+        _body += part;
+        _received.remove_prefix(part.size());
+        size -= part.size();
+    }
+}
+
+void WireClient::readChunks() {
+    while (const std::size_t size = std::strtoul(line("\r\n").c_str(), nullptr, 16)) {
+        readBody(size);
+        line("\r\n");
+    }
+    while (line("\r\n") != "\r\n") {
     }
 }
 

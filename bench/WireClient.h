@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace bench {
 
@@ -19,11 +20,19 @@ public:
     const std::string& call(const std::string& method, const std::string& object,
                             const std::string& body);
 
+    // Sends the bytes, and reads and drops so many.
+    void receive(const std::string& request, std::size_t size);
+
 private:
-    void readUntil(std::size_t size);
+    void sendAll(const std::string& request);
+    void fill();
+    std::string line(std::string_view end);
+    void readBody(std::size_t size);
+    void readChunks();
 
     int _socket;
-    std::string _received;
+    std::string _buffer;
+    std::string_view _received; // of the buffer, what is not yet read
     std::string _body;
 };
 

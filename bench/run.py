@@ -2,7 +2,7 @@
 """Runs the benchmarks in build-bench and prints their ratios.
 
 Every figure is a ratio of two measurements of this one run. The measurements and the ratios are
-also written to build-bench/bench.json.
+also written to build-bench/bench.json, the ratios as a picture to build-bench/bench.svg.
 """
 
 import argparse
@@ -14,65 +14,69 @@ import subprocess
 import sys
 import tempfile
 
+import quick
+
 BUILD = pathlib.Path("build-bench")
 
 # Name: hosts, targets, units under each target, sessions with the first target.
 ARRAYS = {
-    "10 hosts": (10, 1, 1, 0),
-    "1,000 hosts": (1000, 1, 1, 0),
     "100,000 hosts": (100000, 1, 1, 0),
-    "10,000 controllers": (1, 10000, 0, 0),
     "100 units": (1, 10, 10, 0),
     "10,000 units": (1, 1000, 10, 0),
     "100,000 units": (1, 10000, 10, 0),
     "10 sessions": (10, 1, 1, 10),
     "10,000 sessions": (10000, 1, 1, 10000),
+    # So many hosts, targets, volumes and units each.
+    "1,000": (1000, 1000, 1, 0),
+    "1,000,000": (1000000, 1000000, 1, 0),
 }
 
 # Array: which benchmarks run on it, in process and on the wire.
-HOSTS = "enumerateHosts|hostsByHand|getHost"
-HOSTS_ON_THE_WIRE = "enumerateHostsOnTheWire|getHostOnTheWire"
+SIZES = ("enumerateHosts|enumerateControllers|enumerateMappings|getHost|getController|"
+         "findHostByName|findVolumeByKey")
 RUNS = {
-    "10 hosts": (HOSTS, HOSTS_ON_THE_WIRE),
-    "1,000 hosts": (HOSTS, HOSTS_ON_THE_WIRE),
-    "100,000 hosts": (HOSTS, HOSTS_ON_THE_WIRE),
-    "10,000 controllers": ("enumerateControllers", None),
-    "100 units": ("enumerateControllers|enumerateMappings|associators", None),
+    "100,000 hosts": ("enumerateHosts", "enumerateHostsOnTheWire|loopback|getHostOnTheWire"),
+    "100 units": ("associators", None),
     "10,000 units": ("associators|readUnits|exposeAndHide", "exposeAndHideOnTheWire"),
-    "100,000 units": ("enumerateMappings|associators|readUnits", None),
+    "100,000 units": ("associators", None),
     "10 sessions": ("walk", None),
     "10,000 sessions": ("walk", None),
+    "1,000": (SIZES + "|hostsByHand", "enumerateHostsOnTheWire|getHostOnTheWire"),
+    "1,000,000": (SIZES, None),
 }
 
 
-def ratio(what, benchmark, array, against, of_array=None):
-    """A row: a benchmark's cost per object against another's."""
-    return what, (array, benchmark), (of_array or array, against)
+def ratio(what, benchmark, array, against, of_array=None, at_most=None, at_least=None):
+    """A row: a benchmark's cost per object against another's, and its goal."""
+    return {"what": what, "top": (array, benchmark), "bottom": (of_array or array, against),
+            "at_most": at_most, "at_least": at_least}
 
 
-def growth(what, benchmark, large, small):
-    return ratio(f"{what}: {large} against {small}", benchmark, large, benchmark, small)
+def growth(what, benchmark, large, small, **goal):
+    return ratio(f"{what}: {large} against {small}", benchmark, large, benchmark, small, **goal)
 
 
 RATIOS = [
-    ratio("a host by the provider, against by hand", "enumerateHosts", "1,000 hosts", "hostsByHand"),
-    growth("cost of a host", "enumerateHosts", "1,000 hosts", "10 hosts"),
-    growth("cost of a host", "enumerateHosts", "100,000 hosts", "1,000 hosts"),
-    growth("getInstance of a host", "getHost", "100,000 hosts", "1,000 hosts"),
-    ratio("a host on the wire, against in process", "enumerateHostsOnTheWire/real_time",
-          "1,000 hosts", "enumerateHosts"),
-    growth("cost of a host on the wire", "enumerateHostsOnTheWire/real_time", "100,000 hosts",
-           "1,000 hosts"),
-    growth("cost of a controller", "enumerateControllers", "10,000 controllers", "100 units"),
-    ratio("an expose and hide pair on the wire, against in process",
-          "exposeAndHideOnTheWire/real_time", "10,000 units", "exposeAndHide/1/real_time"),
-    ratio("a volume of 1,000 exposed and hidden in one call, against of 10",
-          "exposeAndHide/1000/real_time", "10,000 units", "exposeAndHide/10/real_time"),
+    ratio("a host by the provider, against by hand", "enumerateHosts", "1,000", "hostsByHand",
+          at_most=1.15),
+] + [
+    growth(what, benchmark, "1,000,000", "1,000", at_most=goal)
+    for what, benchmark, goal in (
+        ("a host enumerated", "enumerateHosts", 1.2),
+        ("a controller enumerated", "enumerateControllers", 1.2),
+        ("a mapping enumerated", "enumerateMappings", 1.2),
+        ("getInstance of a host", "getHost", 1.3),
+        ("getInstance of a controller", "getController", 1.3),
+        ("a host found by its name", "findHostByName", 1.3),
+        ("a volume found by its key", "findVolumeByKey", 1.3),
+    )
+] + [
     ratio("associators of a volume: a unit visited, against reading it", "associatorsOfVolume",
-          "10,000 units", "readUnits"),
+          "10,000 units", "readUnits", at_most=1.5),
+    ratio("the same where each target has the volume: controllers are built",
+          "associatorsOfSharedVolume", "10,000 units", "readUnits"),
     growth("a unit visited from a volume", "associatorsOfVolume", "100,000 units", "100 units"),
     growth("a volume of a controller", "associatorsOfController", "100,000 units", "100 units"),
-    growth("a mapping enumerated", "enumerateMappings", "100,000 units", "100 units"),
 ] + [
     growth(f"{walk}, a session visited", f"walk/{walk}", "10,000 sessions", "10 sessions")
     for walk in ("sessionsOfTarget", "connectionsOfEndpoint", "targetOfSession",
@@ -80,6 +84,16 @@ RATIOS = [
 ] + [
     growth("connectionsOfSession, a call", "walk/connectionsOfSession", "10,000 sessions",
            "10 sessions"),
+    ratio("a volume of 1,000 exposed and hidden in one call, against of 10",
+          "exposeAndHide/1000/real_time", "10,000 units", "exposeAndHide/10/real_time"),
+    ratio("an expose and hide pair on the wire, against in process",
+          "exposeAndHideOnTheWire/real_time", "10,000 units", "exposeAndHide/1/real_time"),
+    ratio("a host on the wire, against in process", "enumerateHostsOnTheWire/real_time",
+          "100,000 hosts", "enumerateHosts"),
+    growth("cost of a host on the wire", "enumerateHostsOnTheWire/real_time", "100,000 hosts",
+           "1,000"),
+    ratio("bytes of 100,000 hosts sent per second, against from memory", "loopback/real_time",
+          "100,000 hosts", "enumerateHostsOnTheWire/real_time", at_least=0.25),
 ]
 
 
@@ -147,34 +161,63 @@ def measure_array(directory, name, seconds):
             yield from measure("bench_wire", on_the_wire, environment, seconds)
 
 
+def met(row):
+    """Whether a row reaches its goal; None without one."""
+    if row["at_most"] is not None:
+        return row["ratio"] <= row["at_most"]
+    if row["at_least"] is not None:
+        return row["ratio"] >= row["at_least"]
+    return None
+
+
+def judge(costs):
+    for row in RATIOS:
+        top, bottom = costs[row["top"]], costs[row["bottom"]]
+        result = {"what": row["what"], "ratio": top / bottom, "measured": top, "against": bottom,
+                  "at_most": row["at_most"], "at_least": row["at_least"]}
+        yield dict(result, met=met(result))
+
+
 def print_table(rows):
     width = max(len(row["what"]) for row in rows)
-    print(f"{'':{width}}  {'ratio':>8}  {'measured':>12}  {'against':>12}")
+    print(f"{'':{width}}  {'ratio':>8}  {'measured':>12}  {'against':>12}  goal")
     for row in rows:
+        goal = ""
+        if row["met"] is not None:
+            goal = f"<= {row['at_most']}" if row["at_most"] else f">= {row['at_least']}"
+            goal += "" if row["met"] else "  MISSED"
         print(f"{row['what']:{width}}  {row['ratio']:8.2f}  {row['measured'] * 1e6:9.3f} us  "
-              f"{row['against'] * 1e6:9.3f} us")
+              f"{row['against'] * 1e6:9.3f} us  {goal}")
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--seconds", type=float, default=0.5,
                         help="shortest time of one measurement (default: %(default)s)")
-    seconds = parser.parse_args().seconds
+    parser.add_argument("--quick", action="store_true",
+                        help="only count the instructions of fixed work, and fail where they grew")
+    parser.add_argument("--record", action="store_true",
+                        help="with --quick: record the counts as those to compare with")
+    options = parser.parse_args()
+    if options.quick:
+        quick.run(pathlib.Path("build"), options.record, progress)
+        return
 
     costs = {}
     with tempfile.TemporaryDirectory(dir=BUILD) as directory:
         for name in ARRAYS:
-            for benchmark, cost in measure_array(pathlib.Path(directory), name, seconds):
+            for benchmark, cost in measure_array(pathlib.Path(directory), name, options.seconds):
                 costs[name, benchmark] = cost
     progress("")
 
-    rows = [{"what": what, "ratio": costs[top] / costs[bottom], "measured": costs[top],
-             "against": costs[bottom]} for what, top, bottom in RATIOS]
+    rows = list(judge(costs))
     print_table(rows)
     measurements = [{"array": array, "benchmark": benchmark, "seconds_per_object": cost}
                     for (array, benchmark), cost in costs.items()]
     (BUILD / "bench.json").write_text(
         json.dumps({"ratios": rows, "measurements": measurements}, indent=2) + "\n")
+    import picture  # needs a package that --quick does without
+    picture.draw(rows, BUILD / "bench.svg")
 
 
 main()
