@@ -17,12 +17,20 @@ using namespace Pegasus;
 namespace {
 
 std::atomic<int> handedOut;
+std::atomic<int> mostHandedOut;
+
+void noteHandedOut() {
+    const int now = ++handedOut;
+    int most = mostHandedOut;
+    while (now > most && !mostHandedOut.compare_exchange_weak(most, now)) {
+    }
+}
 
 // A copy of a record that counts itself while it lives.
 template<class Record>
 class HandedOut : public Record {
 public:
-    explicit HandedOut(const Record& record) : Record(record) { ++handedOut; }
+    explicit HandedOut(const Record& record) : Record(record) { noteHandedOut(); }
     HandedOut(const HandedOut&) = delete;
     HandedOut& operator=(const HandedOut&) = delete;
     ~HandedOut() override { --handedOut; }
@@ -96,6 +104,7 @@ void resetEngine() {
         const std::lock_guard lock(mutex);
         script = Script();
     }
+    mostHandedOut = 0;
     clearLog();
 }
 
@@ -130,6 +139,10 @@ void addNullRecord(Uint32 id) {
 
 int recordsHandedOut() {
     return handedOut;
+}
+
+int mostRecordsHandedOut() {
+    return mostHandedOut;
 }
 
 void associate(Uint32 id, CLASSID_e objectClass, const std::vector<Uint32>& ids) {

@@ -36,8 +36,10 @@ void addRecord(Pegasus::Uint32 id, const Pegasus::DRAVConnectionSettings& record
 // getObject(..., id) gives a null pointer.
 void addNullRecord(Pegasus::Uint32 id);
 
-// How many records that getObject handed out have not been deleted yet.
+// How many records that getObject handed out have not been deleted yet, and how many there were at
+// most since resetEngine().
 int recordsHandedOut();
+int mostRecordsHandedOut();
 
 // enumerateAssociatedObjects(id, objectClass) gives these ids; without that, none.
 void associate(Pegasus::Uint32 id, Pegasus::CLASSID_e objectClass,

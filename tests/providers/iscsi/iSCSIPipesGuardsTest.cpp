@@ -124,6 +124,11 @@ TEST_F(iSCSIPipesGuardsTest, ClassesAreComparedWithoutRegardToCase) {
     EXPECT_EQ(text(objects.delivered.at(0).getClassName()), "CIM_EndpointOfNetworkPipe");
     EXPECT_THAT(properties(CIMInstance(objects.delivered.at(0))).at(0),
                 testing::HasSubstr(" of cim_TCPprotocolendpoint from CIM_EndpointOfNetworkPipe"));
+
+    references(requestPath("cim_ISCSIconnection", {{"InstanceID", keyText(CONNECTION1)}}),
+               PIPE_END);
+    EXPECT_THAT(properties(CIMInstance(objects.delivered.at(1))).at(1),
+                testing::HasSubstr(" of cim_ISCSIconnection from CIM_EndpointOfNetworkPipe"));
 }
 
 TEST_F(iSCSIPipesGuardsTest, TheResultClassGoesToTheBuildersAsSpelled) {
@@ -146,6 +151,27 @@ TEST_F(iSCSIPipesGuardsTest, TheResultClassGoesToTheBuildersAsSpelled) {
                              "iSCSIConnectionPath(cim_ISCSIconnection, 0x10000001)",
                              "iSCSIConnectionInstance(cim_ISCSIconnection, true, [Name], "
                              "0x10000001)"})
+        EXPECT_THAT(lines, testing::Contains(call));
+}
+
+TEST_F(iSCSIPipesGuardsTest, TheBuildersAddNoQualifiersUnlessAskedFor) {
+    connect(SESSION1, {CONNECTION1});
+    associators(iscsiEndpointPath("iqn.t1,t,0x0001"), PIPE_END, SESSION, false);
+    associators(tcpEndpointPath(ENDPOINT2), PIPE_END, CONNECTION, false);
+    associators(sessionPath(SESSION1), PIPE_END, ISCSI_ENDPOINT, false);
+    associators(connectionPath(CONNECTION1), PIPE_END, TCP_ENDPOINT, false);
+    references(sessionPath(SESSION1), PIPE_END, false);
+    references(sessionPath(SESSION1), COMPOSITION, false);
+
+    const Lines lines = calls();
+    for (const char* call :
+         {"iSCSISessionInstance(CIM_iSCSISession, false, [Name], 0x11000001)",
+          "iSCSIConnectionInstance(CIM_iSCSIConnection, false, [Name], 0x10000003)",
+          "iSCSIProtocolEndpointInstance(false, [Name], 0x0E000001)",
+          "TCPProtocolEndpointInstance(false, [Name], 0x09000001)",
+          "EndpointOfNetworkPipeInstance(false, \"iqn.t1\", CIM_iSCSISession, 0x11000001)",
+          "NetworkPipeCompositionInstance(CIM_NetworkPipeComposition, false, 0x11000001, "
+          "0x10000001)"})
         EXPECT_THAT(lines, testing::Contains(call));
 }
 
@@ -186,6 +212,11 @@ TEST_F(iSCSIPipesGuardsTest, EndpointsAreNamedByNameAndPipesByTheirFirstKey) {
     EXPECT_THAT(calls(), ElementsAre("enumerateAssociatedObjects(0x09000002, 16)",
                                      "iSCSIConnectionPath(CIM_iSCSIConnection, 0x10000003)",
                                      "enumerateAssociatedObjects(0x11000001, 16)"));
+
+    for (const auto& [pipe, id] :
+         {std::pair(SESSION, SESSION3), std::pair(CONNECTION, CONNECTION3)})
+        references(requestPath(pipe, {{"Any", keyText(id)}, {"InstanceID", "no id"}}), PIPE_END);
+    EXPECT_EQ(objects.delivered.size(), 2u);
 }
 
 TEST_F(iSCSIPipesGuardsTest, AKeyThatIsNoKeyTextIsTheEnginesError) {
@@ -245,6 +276,24 @@ TEST_F(iSCSIPipesGuardsTest, AnUnknownTargetHasNoSessions) {
                             REFERENCES, "trace REF:EONP:IPE Extracted Target Key: iqn.unknown",
                             "getiSCSIObjectIDByName(14, \"iqn.unknown\")",
                             "trace REF:EONP:IPE ObjectIDByName is: 0", "complete"}));
+}
+
+TEST_F(iSCSIPipesGuardsTest, ThePipesOfATargetCarryTheNameThatTheClientGave) {
+    setIdByName(CLASSID_TARGET, "IQN.T1", TARGET1);
+    references(iscsiEndpointPath("IQN.T1,t,0x0001"), PIPE_END);
+    referenceNames(iscsiEndpointPath("IQN.T1,t,0x0001"), PIPE_END);
+
+    const Lines lines = calls();
+    for (const char* call :
+         {"EndpointOfNetworkPipeInstance(true, \"IQN.T1\", CIM_iSCSISession, 0x11000001)",
+          "EndpointOfNetworkPipePath(\"IQN.T1\", CIM_iSCSISession, 0x11000001)"})
+        EXPECT_THAT(lines, testing::Contains(call));
+}
+
+TEST_F(iSCSIPipesGuardsTest, ATargetKeyIsWrittenAsUTF8) {
+    referenceNames(iscsiEndpointPath("iqn.b\u00FCro,t,0x0001"), PIPE_END);
+
+    EXPECT_EQ(traces().at(1), "REFN:EONP:IPE Extracted Target Key: iqn.b\u00FCro");
 }
 
 TEST_F(iSCSIPipesGuardsTest, TheIdOfATargetIsWrittenAsAnUnsignedNumber) {

@@ -9,10 +9,6 @@ namespace {
 
 class iSCSIPipesProviderTest : public iSCSIPipesTest {
 protected:
-    void getInstance(const CIMObjectPath& path, bool includeQualifiers = false) {
-        provider.getInstance(context, path, includeQualifiers, false, CIMPropertyList(), instances);
-    }
-
     // The path of an association as a client sends it, its ends without a host.
     static CIMObjectPath link(const CIMName& className, const char* firstRole, const char* first,
                               const char* secondRole, const char* second) {
@@ -40,27 +36,29 @@ const char GIVEN_PIPE_END[] = "//array1.example.com/root/snia:CIM_EndpointOfNetw
 // A single instance.
 
 TEST_F(iSCSIPipesProviderTest, GetInstanceGivesASession) {
-    getInstance(sessionPath(SESSION1), true);
-
-    EXPECT_THAT(log(), ElementsAre("processing",
-                                   "iSCSISessionInstance(CIM_iSCSISession, true, all, 0x11000001)",
-                                   "deliver " + session(SESSION1), "complete"));
-}
-
-TEST_F(iSCSIPipesProviderTest, GetInstanceGivesAConnection) {
-    getInstance(connectionPath(CONNECTION1));
+    getInstance(sessionPath(SESSION1));
 
     EXPECT_THAT(log(),
                 ElementsAre("processing",
-                            "iSCSIConnectionInstance(CIM_iSCSIConnection, false, all, 0x10000001)",
-                            "deliver " + connection(CONNECTION1), "complete"));
+                            "iSCSISessionInstance(CIM_iSCSISession, true, [Name], 0x11000001)",
+                            "deliver " + session(SESSION1), "complete"));
+}
+
+TEST_F(iSCSIPipesProviderTest, GetInstanceGivesAConnection) {
+    getInstance(connectionPath(CONNECTION1), false);
+
+    EXPECT_THAT(
+        log(),
+        ElementsAre("processing",
+                    "iSCSIConnectionInstance(CIM_iSCSIConnection, false, [Name], 0x10000001)",
+                    "deliver " + connection(CONNECTION1), "complete"));
 }
 
 TEST_F(iSCSIPipesProviderTest, GetInstanceTakesTheFirstKeyWhateverItsName) {
     getInstance(requestPath(SESSION, {{"Zone", "no id"}, {"Anything", keyText(SESSION2)}}));
 
     EXPECT_THAT(calls(),
-                ElementsAre("iSCSISessionInstance(CIM_iSCSISession, false, all, 0x11000002)"));
+                ElementsAre("iSCSISessionInstance(CIM_iSCSISession, true, [Name], 0x11000002)"));
 }
 
 TEST_F(iSCSIPipesProviderTest, TheClientsSpellingOfTheClassGoesToTheBuilders) {
@@ -68,13 +66,13 @@ TEST_F(iSCSIPipesProviderTest, TheClientsSpellingOfTheClassGoesToTheBuilders) {
     getInstance(requestPath("cim_ISCSIconnection", {{"InstanceID", keyText(CONNECTION1)}}));
 
     EXPECT_THAT(calls(),
-                ElementsAre("iSCSISessionInstance(cim_ISCSIsession, false, all, 0x11000001)",
-                            "iSCSIConnectionInstance(cim_ISCSIconnection, false, all, "
+                ElementsAre("iSCSISessionInstance(cim_ISCSIsession, true, [Name], 0x11000001)",
+                            "iSCSIConnectionInstance(cim_ISCSIconnection, true, [Name], "
                             "0x10000001)"));
 }
 
 TEST_F(iSCSIPipesProviderTest, GetInstanceEchoesAPipeEndWithoutAskingTheEngine) {
-    getInstance(givenPipeEnd());
+    getInstance(givenPipeEnd(), false);
 
     EXPECT_THAT(log(),
                 ElementsAre("processing", std::string("deliver ") + GIVEN_PIPE_END, "complete"));
@@ -87,7 +85,7 @@ TEST_F(iSCSIPipesProviderTest, GetInstanceEchoesAPipeEndWithoutAskingTheEngine) 
 }
 
 TEST_F(iSCSIPipesProviderTest, AnEchoedPipeEndCarriesKeyQualifiersIfAskedFor) {
-    getInstance(givenPipeEnd(), true);
+    getInstance(givenPipeEnd());
 
     EXPECT_THAT(properties(instances.delivered.at(0)),
                 ElementsAre("Antecedent: reference X_Endpoint.Name=\"no such\" of X_Endpoint from "
@@ -113,8 +111,18 @@ TEST_F(iSCSIPipesProviderTest, AnEchoHasTheSchemasSpellingOfItsClassAndRoles) {
     EXPECT_EQ(text(instances.delivered.at(0).getPath()), GIVEN_PIPE_END);
 }
 
+TEST_F(iSCSIPipesProviderTest, AnEchoFindsTheRolesByNameAndGivesThemInItsOwnOrder) {
+    getInstance(link(PIPE_END, "Dependent", "X_Pipe.InstanceID=\"no such\"", "Antecedent",
+                     "X_Endpoint.Name=\"no such\""));
+
+    EXPECT_EQ(text(instances.delivered.at(0).getPath()), GIVEN_PIPE_END);
+    EXPECT_THAT(properties(instances.delivered.at(0)),
+                ElementsAre(testing::StartsWith("Antecedent: reference X_Endpoint."),
+                            testing::StartsWith("Dependent: reference X_Pipe.")));
+}
+
 TEST_F(iSCSIPipesProviderTest, GetInstanceEchoesAComposition) {
-    getInstance(givenComposition(), true);
+    getInstance(givenComposition());
 
     EXPECT_THAT(log(),
                 ElementsAre("processing",

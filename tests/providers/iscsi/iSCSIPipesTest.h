@@ -113,6 +113,9 @@ protected:
         _properties.append(CIMName("Name"));
     }
 
+    // A target's record is deleted before the next is read.
+    ~iSCSIPipesTest() override { EXPECT_LE(mostRecordsHandedOut(), 1); }
+
     static void addTarget(Uint32 id, const char* name, Uint32 sessionPresence) {
         Pegasus::DRAVTarget target(name);
         target.sessionPresence = sessionPresence;
@@ -141,8 +144,12 @@ protected:
         return requestPath(ISCSI_ENDPOINT, {{"Name", name}});
     }
 
-    // Operations that ask for instances ask for qualifiers and the property "Name", for the
-    // builders' lines in the log.
+    // Operations that ask for instances ask for the property "Name", and for qualifiers if not told
+    // otherwise, for the builders' lines in the log.
+
+    void getInstance(const CIMObjectPath& path, bool includeQualifiers = true) {
+        provider.getInstance(context, path, includeQualifiers, false, _properties, instances);
+    }
 
     void enumerateInstances(const CIMName& className, bool includeQualifiers = true) {
         provider.enumerateInstances(context, requestPath(className), includeQualifiers, false,
@@ -153,10 +160,10 @@ protected:
         provider.enumerateInstanceNames(context, requestPath(className), paths);
     }
 
-    void associators(const CIMObjectPath& source, const CIMName& association,
-                     const CIMName& result) {
-        provider.associators(context, source, association, result, "role", "resultRole", true,
-                             false, _properties, objects);
+    void associators(const CIMObjectPath& source, const CIMName& association, const CIMName& result,
+                     bool includeQualifiers = true) {
+        provider.associators(context, source, association, result, "role", "resultRole",
+                             includeQualifiers, false, _properties, objects);
     }
 
     void associatorNames(const CIMObjectPath& source, const CIMName& association,

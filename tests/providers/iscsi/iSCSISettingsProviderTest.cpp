@@ -48,6 +48,19 @@ TEST_F(iSCSISettingsProviderTest, GetInstanceOfMACStatisticsWritesALineAndPasses
                            "complete"));
 }
 
+TEST_F(iSCSISettingsProviderTest, TheBuildersAddNoQualifiersUnlessAskedFor) {
+    getInstance(sessionSettings(), false);
+    getInstance(settings("CIM_iSCSILoginStatistics", TARGET), false);
+    getInstance(settings("Ovrin_MACStatistics", 0x09000001), false);
+
+    EXPECT_THAT(
+        calls(),
+        ElementsAre("iSCSISessionSettingsInstance(CIM_iSCSISessionSettings, false, [ElementName], "
+                    "0x23000001)",
+                    "iSCSILoginStatisticsInstance(false, [ElementName], 0x0E000001)",
+                    "MACStatisticsInstance(false, 0x09000001)"));
+}
+
 TEST_F(iSCSISettingsProviderTest, TheClientsSpellingOfASettingsClassGoesToItsBuilder) {
     getInstance(settings("cim_ISCSIsessionsettings", SESSION_SETTINGS));
     getInstance(settings("cim_ISCSIconnectionsettings", CONNECTION_SETTINGS));
@@ -123,6 +136,19 @@ TEST_F(iSCSISettingsProviderTest, ModifyInstanceWithoutKeysIsOutOfBounds) {
                   "index out of bounds");
         EXPECT_THAT(log(),
                     ElementsAre("trace iSCSISettingsProvider::modifyInstance", "processing"));
+    }
+}
+
+TEST_F(iSCSISettingsProviderTest, AKeyThatIsNoKeyTextIsTheEnginesErrorWhateverTheClass) {
+    for (const char* className : {"CIM_iSCSISessionSettings", "CIM_Anything"}) {
+        const CIMObjectPath path = requestPath(className, {{"InstanceID", "no id"}});
+        for (const bool modifies : {false, true}) {
+            EXPECT_EQ(thrownBy<DRAVOperationFailedException>([&] {
+                          modifies ? modify(path, CIMInstance(SESSION_CLASS)) : getInstance(path);
+                      }).find("\"no id\""),
+                      0u);
+            EXPECT_EQ(log().back(), "processing");
+        }
     }
 }
 

@@ -34,10 +34,11 @@ protected:
         return settings(CONNECTION_CLASS, CONNECTION_SETTINGS);
     }
 
-    void getInstance(const CIMObjectPath& path) {
+    void getInstance(const CIMObjectPath& path, bool includeQualifiers = true) {
         Array<CIMName> names;
         names.append(CIMName("ElementName"));
-        provider.getInstance(context, path, true, false, CIMPropertyList(names), instances);
+        provider.getInstance(context, path, includeQualifiers, false, CIMPropertyList(names),
+                             instances);
     }
 
     static CIMInstance with(const CIMName& className, const char* property, const CIMValue& value) {
