@@ -131,23 +131,39 @@ void forEachConnection(DRAVEngine& engine, Visit visit) {
 // Instances: how one is got and all of a class are listed. Here and in the walks below, the other
 // end of a pipe is often the one at the pipe's own position j: clients of the array rely on it.
 
-template<auto give>
-void get(const CIMObjectPath& path, const Answer& answer) {
-    (answer.*give)(path.getClassName(), idFromFirstKey(path));
+void getSession(const CIMObjectPath& path, const Answer& answer) {
+    answer.session(path.getClassName(), idFromFirstKey(path));
+}
+
+void getConnection(const CIMObjectPath& path, const Answer& answer) {
+    answer.connection(path.getClassName(), idFromFirstKey(path));
 }
 
 // The association that the client names by its ends, whether or not there are such objects.
-template<const CIMName& association, const String& firstRole, const String& secondRole>
-void echo(const CIMObjectPath& path, const Answer& answer) {
+void echo(const CIMName& association, const String& firstRole, const String& secondRole,
+          const CIMObjectPath& path, const Answer& answer) {
     const AssociationEnd first = givenEnd(firstRole, keyValue(path, firstRole));
     const AssociationEnd second = givenEnd(secondRole, keyValue(path, secondRole));
     answer.link(association, first, second);
 }
 
-template<auto give, CLASSID_e objectClass>
-void list(DRAVEngine& engine, const CIMName& className, const Answer& answer) {
-    for (const Uint32 id : engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, objectClass))
-        (answer.*give)(className, id);
+void getPipeEnd(const CIMObjectPath& path, const Answer& answer) {
+    echo(endpointOfNetworkPipe, STRING_Antecedent, STRING_Dependent, path, answer);
+}
+
+void getComposition(const CIMObjectPath& path, const Answer& answer) {
+    echo(networkPipeComposition, STRING_GroupComponent, STRING_PartComponent, path, answer);
+}
+
+void listSessions(DRAVEngine& engine, const CIMName& className, const Answer& answer) {
+    for (const Uint32 id :
+         engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_ISCSI_SESSION))
+        answer.session(className, id);
+}
+
+void listConnections(DRAVEngine& engine, const CIMName& className, const Answer& answer) {
+    for (const Uint32 id : connectionsOf(engine, SESSION_ROOT_OBJECT_ID))
+        answer.connection(className, id);
 }
 
 void listPipeEnds(DRAVEngine& engine, const CIMName&, const Answer& answer) {
@@ -175,13 +191,10 @@ struct Served {
 };
 
 const Served servedClasses[] = {
-    {CLASS_iSCSISession, get<&Answer::session>, list<&Answer::session, CLASSID_ISCSI_SESSION>},
-    {CLASS_iSCSIConnection, get<&Answer::connection>,
-     list<&Answer::connection, CLASSID_ISCSI_CONNECTION>},
-    {endpointOfNetworkPipe, echo<endpointOfNetworkPipe, STRING_Antecedent, STRING_Dependent>,
-     listPipeEnds},
-    {networkPipeComposition,
-     echo<networkPipeComposition, STRING_GroupComponent, STRING_PartComponent>, listCompositions},
+    {CLASS_iSCSISession, getSession, listSessions},
+    {CLASS_iSCSIConnection, getConnection, listConnections},
+    {endpointOfNetworkPipe, getPipeEnd, listPipeEnds},
+    {networkPipeComposition, getComposition, listCompositions},
 };
 
 // Null if it is not served.

@@ -111,9 +111,11 @@ TEST_F(iSCSIPipesProviderTest, AnEchoHasTheSchemasSpellingOfItsClassAndRoles) {
     EXPECT_EQ(text(instances.delivered.at(0).getPath()), GIVEN_PIPE_END);
 }
 
-TEST_F(iSCSIPipesProviderTest, AnEchoFindsTheRolesByNameAndGivesThemInItsOwnOrder) {
-    getInstance(link(PIPE_END, "Dependent", "X_Pipe.InstanceID=\"no such\"", "Antecedent",
-                     "X_Endpoint.Name=\"no such\""));
+TEST_F(iSCSIPipesProviderTest, AnEchoFindsItsRolesByNameAndLeavesOtherKeysOut) {
+    getInstance(requestPath(PIPE_END, {{"A", "a"},
+                                       {"Antecedent", "X_Endpoint.Name=\"no such\""},
+                                       {"B", "b"},
+                                       {"Dependent", "X_Pipe.InstanceID=\"no such\""}}));
 
     EXPECT_EQ(text(instances.delivered.at(0).getPath()), GIVEN_PIPE_END);
     EXPECT_THAT(properties(instances.delivered.at(0)),

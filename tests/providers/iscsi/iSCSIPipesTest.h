@@ -181,6 +181,14 @@ protected:
         provider.referenceNames(context, source, association, "role", paths);
     }
 
+    // The log after a call that must be out of bounds.
+    template<class Call>
+    static Lines outOfBounds(Call call) {
+        clearLog();
+        EXPECT_EQ(thrownBy<Pegasus::IndexOutOfBoundsException>(call), "index out of bounds");
+        return log();
+    }
+
     InstanceHandler instances;
     ObjectPathHandler paths;
     ObjectHandler objects;
