@@ -62,14 +62,22 @@ TEST_F(iSCSIPipesEnumerationsTest, NamesOfConnectionsAreEnumerated) {
 
 TEST_F(iSCSIPipesEnumerationsTest, EnumerationsPassTheClientsSpellingOfTheClassOn) {
     associate(SESSION_ROOT_OBJECT_ID, CLASSID_ISCSI_SESSION, {SESSION1});
-    enumerateInstances("cim_ISCSIsession");
-    enumerateInstanceNames("cim_ISCSIsession");
+    connect(SESSION_ROOT_OBJECT_ID, {CONNECTION1});
+    for (const char* className : {"cim_ISCSIsession", "cim_ISCSIconnection"}) {
+        enumerateInstances(className);
+        enumerateInstanceNames(className);
+    }
 
     EXPECT_THAT(calls(),
                 ElementsAre("enumerateAssociatedObjects(0x02000000, 17)",
                             "iSCSISessionInstance(cim_ISCSIsession, true, [Name], 0x11000001)",
                             "enumerateAssociatedObjects(0x02000000, 17)",
-                            "iSCSISessionPath(cim_ISCSIsession, 0x11000001)"));
+                            "iSCSISessionPath(cim_ISCSIsession, 0x11000001)",
+                            "enumerateAssociatedObjects(0x02000000, 16)",
+                            "iSCSIConnectionInstance(cim_ISCSIconnection, true, [Name], "
+                            "0x10000001)",
+                            "enumerateAssociatedObjects(0x02000000, 16)",
+                            "iSCSIConnectionPath(cim_ISCSIconnection, 0x10000001)"));
 }
 
 TEST_F(iSCSIPipesEnumerationsTest, WithoutObjectsEachEnumerationIsEmptyAndCompleted) {
