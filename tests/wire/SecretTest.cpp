@@ -1,0 +1,192 @@
+// Secrets are read and changed by a client, and are seen nowhere else.
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Pair.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace wire {
+namespace {
+
+const std::string secretClass = "CIM_SharedSecret";
+const std::string hostKey = "Ovrin:0D000001";
+const std::string targetKey = "Ovrin:0E000001";
+
+class Secret : public testing::Test {
+protected:
+    Array array;
+    Smisd smisd{array.state(), {"--no-auth", "--log-level", "debug"}};
+    Client client{smisd};
+
+    static Xml secretOf(const std::string& owner) {
+        return instanceName(secretClass, {{"RemoteID", owner}});
+    }
+    std::string read(const std::string& owner) const {
+        const Answer answer = client.get(secretOf(owner));
+        EXPECT_EQ(answer.error(), "");
+        EXPECT_EQ(answer.each("RemoteID").at(0), owner);
+        return answer.each("Secret").at(0);
+    }
+    // The error of a change; "" when it is made.
+    std::string change(const std::string& owner, const std::string& secret,
+                       const std::string& type = "string") const {
+        return client.modify(secretOf(owner), secretClass, property("Secret", type, secret))
+            .error();
+    }
+};
+
+TEST_F(Secret, OfAHostAndATargetAreReadAndChanged) {
+    EXPECT_THAT(client.get(secretOf(targetKey)).properties(),
+                ElementsAre("Secret: string target1-secret", "RemoteID: string " + targetKey));
+    EXPECT_EQ(change(hostKey, "a secret <of> \"the\" host & more"), "");
+    EXPECT_EQ(read(hostKey), "a secret <of> \"the\" host & more");
+    EXPECT_EQ(change(targetKey, ""), "");
+    EXPECT_EQ(read(targetKey), "");
+    EXPECT_THAT(array.arrayctl({"target", "list"}), HasSubstr("example:t1  not set"));
+    EXPECT_THAT(array.arrayctl({"initiator", "list"}), HasSubstr("example:host1  set"));
+}
+
+TEST_F(Secret, SurvivesARestart) {
+    change(hostKey, "kept over the restart");
+    smisd.stop();
+    const Smisd again(array.state());
+    EXPECT_EQ(Client(again).get(secretOf(hostKey)).each("Secret").at(0), "kept over the restart");
+}
+
+TEST_F(Secret, ThatTheArrayRefusesLeavesTheOldOne) {
+    const std::string refused =
+        "1 CIM_ERR_FAILED: The secret of \"iqn.2026-01.com.example:t1\" is refused: it has ";
+    EXPECT_EQ(change(targetKey, std::string(256, 's')), refused + "more than 255 bytes.");
+    EXPECT_EQ(change(targetKey, "two\nlines"), refused + "control characters.");
+    EXPECT_EQ(change(targetKey, "tab\tbed"), refused + "control characters.");
+    EXPECT_EQ(read(targetKey), "target1-secret");
+
+    EXPECT_EQ(change(targetKey, std::string(255, 's')), "");
+    EXPECT_EQ(read(targetKey), std::string(255, 's'));
+}
+
+TEST_F(Secret, OfAnotherTypeOrMissingLeavesTheOldOne) {
+    EXPECT_EQ(change(targetKey, "7", "uint16"), "1 CIM_ERR_FAILED: type mismatch");
+    EXPECT_EQ(
+        client.modify(secretOf(targetKey), secretClass, property("Name", "string", "x")).error(),
+        "1 CIM_ERR_FAILED: index out of bounds");
+    EXPECT_EQ(read(targetKey), "target1-secret");
+}
+
+TEST_F(Secret, OfOwnersThatAreNone) {
+    const std::string nobody = "Ovrin:0D00FFFF";
+    const std::string noObject =
+        "1 CIM_ERR_FAILED: Ovrin:0D00FFFF names no object of the class initiator.";
+    EXPECT_EQ(client.get(secretOf(nobody)).error(), noObject);
+    EXPECT_EQ(change(nobody, "nobody's secret"), noObject);
+
+    const std::string volume = "Ovrin:17000001"; // has none
+    EXPECT_EQ(change(volume, "a volume's secret"), "");
+    EXPECT_EQ(read(volume), "");
+
+    const Xml none = instanceName(secretClass, {});
+    EXPECT_EQ(client.get(none).error(), "1 CIM_ERR_FAILED: index out of bounds");
+    EXPECT_EQ(client.modify(none, secretClass, property("Secret", "string", "x")).error(),
+              "1 CIM_ERR_FAILED: index out of bounds");
+    EXPECT_THAT(client.get(secretOf("t1")).error(), HasSubstr("\"t1\" is not the key text"));
+}
+
+TEST_F(Secret, IsNeitherListedNorCreatedNorDeleted) {
+    const std::string refused = "7 CIM_ERR_NOT_SUPPORTED: SharedSecret::";
+    EXPECT_EQ(client.enumerate(secretClass).error(), refused + "enumerateInstances");
+    EXPECT_EQ(client.enumerateNames(secretClass).error(), refused + "enumerateInstanceNames");
+    EXPECT_EQ(client.call("DeleteInstance", {{"InstanceName", secretOf(targetKey)}}).error(),
+              refused + "deleteInstance");
+    EXPECT_EQ(client
+                  .call("CreateInstance",
+                        {{"NewInstance", "<INSTANCE CLASSNAME=\"" + secretClass + "\">" +
+                                             property("Secret", "string", "x") + "</INSTANCE>"}})
+                  .error(),
+              refused + "createInstance");
+    EXPECT_EQ(read(targetKey), "target1-secret");
+}
+
+// Where secrets are seen
+
+// Every text that is not made to give secrets away, after secrets were used in every way: set by a
+// client and by the administrator, weak ones, refused ones, proved and not proved at a login.
+class SecretTraces : public Secret {
+protected:
+    static constexpr const char* marker = "plugh"; // in each of them
+
+    std::string allTexts() {
+        const std::string host = "iqn.2026-01.com.example:host1";
+        const std::string target = "iqn.2026-01.com.example:t1";
+        std::string texts;
+        texts += change(hostKey, "a plugh of host1");
+        texts += change(targetKey, "plugh"); // weak
+        texts += change(targetKey, "plugh" + std::string(251, '!'));
+        texts += change(targetKey, "plugh\x01");
+        texts += change(targetKey, "plugh", "char16");
+        texts += change("Ovrin:0D00FFFF", "plugh of nobody");
+        texts += change("Ovrin:17000001", "plugh of a volume");
+        texts += client
+                     .modify(instanceName("CIM_StorageHardwareID", {{"InstanceID", hostKey}}),
+                             "CIM_StorageHardwareID", property("Secret", "string", "plugh"))
+                     .error();
+        array.arrayctl({"secret", "set", "target", "iqn.2026-01.com.example:t2"}, "plugh of t2\n");
+        texts += refusalOf({"session", "login", host, target}, "a wrong plugh\n");
+        texts += array.arrayctl({"session", "login", host, target}, "a plugh of host1\n");
+
+        texts += client.enumerate("CIM_StorageHardwareID").properties().at(0);
+        for (const std::vector<std::string>& command :
+             std::vector<std::vector<std::string>>{{"show"},
+                                                   {"--json", "show"},
+                                                   {"export"},
+                                                   {"initiator", "list"},
+                                                   {"--json", "target", "list"},
+                                                   {"target", "show", target},
+                                                   {"session", "list"},
+                                                   {"events"}}) {
+            texts += array.arrayctl(command);
+        }
+        texts += readFile(array.state() / "events.jsonl");
+        const Result said = smisd.stop();
+        return texts + said.out + said.err;
+    }
+    std::string refusalOf(std::vector<std::string> arguments, const std::string& input) const {
+        arguments.insert(arguments.begin(), {ARRAYCTL, "--state", array.state().string()});
+        const Result result = run(arguments, input);
+        EXPECT_EQ(result.status, 1);
+        return result.out + result.err;
+    }
+};
+
+TEST_F(SecretTraces, AreNotInViewsEventsLogsOrErrors) {
+    const std::string texts = allTexts();
+    EXPECT_THAT(texts, Not(HasSubstr(marker)));
+    EXPECT_THAT(texts, Not(HasSubstr("target1-secret")));
+
+    // And all of it was there to be seen.
+    EXPECT_THAT(texts, HasSubstr("more than 255 bytes"));
+    EXPECT_THAT(texts, HasSubstr("SharedSecretProvider::initialize"));
+    EXPECT_THAT(texts, HasSubstr("authentication is off"));
+    EXPECT_THAT(readFile(array.state() / "events.jsonl"), HasSubstr("shorter than 12 bytes"));
+    EXPECT_THAT(array.arrayctl({"export", "--with-secrets"}), HasSubstr("a plugh of host1"));
+}
+
+TEST_F(SecretTraces, TheStateDirectoryIsItsOwnersOnly) {
+    namespace fs = std::filesystem;
+    allTexts();
+    EXPECT_EQ(fs::status(array.state()).permissions(), fs::perms::owner_all);
+    for (const auto& entry : fs::directory_iterator(array.state())) {
+        EXPECT_EQ(entry.status().permissions(), fs::perms::owner_read | fs::perms::owner_write)
+            << entry.path();
+    }
+}
+
+} // namespace
+} // namespace wire
