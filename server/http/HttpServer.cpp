@@ -1,9 +1,11 @@
 #include "server/http/HttpServer.h"
 
 #include "server/http/Session.h"
+#include "server/http/TlsContext.h"
 
 #include <csignal>
 #include <list>
+#include <optional>
 #include <stdexcept>
 
 namespace smisd {
@@ -21,7 +23,8 @@ constexpr std::chrono::milliseconds acceptPause{100};
 struct Listener {
     tcp::acceptor acceptor;
     asio::steady_timer pause;
-    std::unique_ptr<asio::ssl::context> tls; // null: plain
+    std::optional<TlsFiles> files; // nothing: plain
+    std::unique_ptr<asio::ssl::context> tls;
 };
 
 tcp::acceptor openAcceptor(asio::io_context& io, const ListenAddress& address) {
@@ -48,22 +51,6 @@ tcp::acceptor openAcceptor(asio::io_context& io, const ListenAddress& address) {
     return acceptor;
 }
 
-std::unique_ptr<asio::ssl::context> openTls(const std::string& certificateFile,
-                                            const std::string& keyFile) {
-    auto tls = std::make_unique<asio::ssl::context>(asio::ssl::context::tls_server);
-    SSL_CTX_set_min_proto_version(tls->native_handle(), TLS1_2_VERSION);
-    error_code error;
-    tls->use_certificate_chain_file(certificateFile, error);
-    if (error) {
-        fail(error, "cannot use the certificate " + certificateFile);
-    }
-    tls->use_private_key_file(keyFile, asio::ssl::context::pem, error);
-    if (error) {
-        fail(error, "cannot use the key " + keyFile);
-    }
-    return tls;
-}
-
 } // namespace
 
 std::string toString(const ListenAddress& address) {
@@ -76,10 +63,35 @@ struct HttpServer::Implementation {
     Implementation(const HttpLimits& limits, HttpHandler handler, HttpAdmission admission)
         : host(limits, std::move(handler), std::move(admission)) {}
 
-    unsigned short add(const ListenAddress& address, std::unique_ptr<asio::ssl::context> tls) {
+    unsigned short add(const ListenAddress& address, const std::optional<TlsFiles>& files) {
+        auto tls = files ? openTls(*files) : nullptr;
         listeners.push_back(
-            {openAcceptor(host.io, address), asio::steady_timer(host.io), std::move(tls)});
+            {openAcceptor(host.io, address), asio::steady_timer(host.io), files, std::move(tls)});
         return listeners.back().acceptor.local_endpoint().port();
+    }
+
+    // Connections that are open keep the certificate that they began with.
+    void reload() {
+        for (Listener& listener : listeners) {
+            if (!listener.files) {
+                continue;
+            }
+            try {
+                listener.tls = openTls(*listener.files);
+                spdlog::info("new connections get the certificate {}", listener.files->certificate);
+            } catch (const std::runtime_error& error) {
+                spdlog::error("the certificate in use stays: {}", error.what());
+            }
+        }
+    }
+
+    void awaitReload() {
+        reloadSignal.async_wait([this](error_code error, int) {
+            if (!error) {
+                reload();
+                awaitReload();
+            }
+        });
     }
 
     void accept(Listener& listener) {
@@ -137,6 +149,7 @@ struct HttpServer::Implementation {
 
     void shutDown() {
         signals.cancel();
+        reloadSignal.cancel();
         for (Listener& listener : listeners) {
             listener.acceptor.close();
             listener.pause.cancel();
@@ -147,6 +160,7 @@ struct HttpServer::Implementation {
     SessionHost host;
     std::list<Listener> listeners;
     asio::signal_set signals{host.io};
+    asio::signal_set reloadSignal{host.io};
 };
 
 HttpServer::HttpServer(const HttpLimits& limits, HttpHandler handler, HttpAdmission admission)
@@ -156,13 +170,13 @@ HttpServer::HttpServer(const HttpLimits& limits, HttpHandler handler, HttpAdmiss
 HttpServer::~HttpServer() = default;
 
 unsigned short HttpServer::listen(const ListenAddress& address) {
-    return _implementation->add(address, nullptr);
+    return _implementation->add(address, std::nullopt);
 }
 
 unsigned short HttpServer::listenTls(const ListenAddress& address,
                                      const std::string& certificateFile,
                                      const std::string& keyFile) {
-    return _implementation->add(address, openTls(certificateFile, keyFile));
+    return _implementation->add(address, TlsFiles{certificateFile, keyFile});
 }
 
 void HttpServer::run() {
@@ -174,6 +188,8 @@ void HttpServer::run() {
             server.shutDown();
         }
     });
+    server.reloadSignal.add(SIGHUP);
+    server.awaitReload();
     for (Listener& listener : server.listeners) {
         server.accept(listener);
     }

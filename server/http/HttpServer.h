@@ -45,7 +45,8 @@ public:
                              const std::string& keyFile);
 
     // Serves until SIGTERM or SIGINT, or until stop() is called: then listening ends, requests that
-    // were received are answered, within the limit's time, and it returns.
+    // were received are answered, within the limit's time, and it returns. SIGHUP reads
+    // certificates and keys again; bad ones change nothing and are told to the log.
     void run();
 
     // Thread-safe.

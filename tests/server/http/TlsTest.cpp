@@ -1,6 +1,6 @@
 #include "server/http/HttpServer.h"
 
-#include "tests/server/TemporaryDirectory.h"
+#include "tests/server/http/Certificate.h"
 
 #include <boost/asio.hpp>
 #include <boost/asio/ssl.hpp>
@@ -8,11 +8,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <openssl/evp.h>
-#include <openssl/pem.h>
-#include <openssl/x509.h>
+#include <spdlog/sinks/ringbuffer_sink.h>
+#include <spdlog/spdlog.h>
 
-#include <cstdio>
+#include <chrono>
+#include <csignal>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -23,38 +24,6 @@ using testing::HasSubstr;
 
 namespace smisd::test {
 namespace {
-
-// A key and a certificate of its own for localhost, as files that go with it.
-class Certificate {
-public:
-    Certificate() {
-        const std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)> pair(EVP_EC_gen("P-256"),
-                                                                       EVP_PKEY_free);
-        const std::unique_ptr<X509, decltype(&X509_free)> x509(X509_new(), X509_free);
-        X509_gmtime_adj(X509_getm_notBefore(x509.get()), 0);
-        X509_gmtime_adj(X509_getm_notAfter(x509.get()), 3600);
-        X509_set_pubkey(x509.get(), pair.get());
-        X509_sign(x509.get(), pair.get(), EVP_sha256());
-        write(certificate, [&](FILE* out) { PEM_write_X509(out, x509.get()); });
-        write(key, [&](FILE* out) {
-            PEM_write_PrivateKey(out, pair.get(), nullptr, nullptr, 0, nullptr, nullptr);
-        });
-    }
-
-private:
-    TemporaryDirectory _directory;
-
-public:
-    const std::string certificate = _directory.path / "cert.pem";
-    const std::string key = _directory.path / "key.pem";
-
-private:
-    template<class Write>
-    static void write(const std::string& path, Write content) {
-        const std::unique_ptr<FILE, int (*)(FILE*)> out(std::fopen(path.c_str(), "w"), std::fclose);
-        content(out.get());
-    }
-};
 
 class TlsServer : public testing::Test {
 protected:
@@ -109,6 +78,70 @@ TEST_F(TlsServer, ClientWithoutTlsHarmsNobody) {
     plain.connect({asio::ip::address_v4::loopback(), port});
     asio::write(plain, asio::buffer(std::string("POST / HTTP/1.1\r\n\r\n")));
     EXPECT_THAT(responseTo(TLS1_3_VERSION), HasSubstr("[hi]"));
+}
+
+// SIGHUP, while the log is kept in memory.
+class TlsReload : public TlsServer {
+protected:
+    TlsReload() {
+        EXPECT_THAT(responseTo(TLS1_3_VERSION), HasSubstr("[hi]")); // it is ready for signals
+        spdlog::set_default_logger(std::make_shared<spdlog::logger>("test", log));
+    }
+    ~TlsReload() override { spdlog::set_default_logger(before); }
+
+    // A digest of the certificate that a new connection gets.
+    std::string served() const {
+        asio::io_context io;
+        asio::ssl::context context(asio::ssl::context::tls_client);
+        asio::ssl::stream<asio::ip::tcp::socket> stream(io, context);
+        stream.next_layer().connect({asio::ip::address_v4::loopback(), port});
+        stream.handshake(asio::ssl::stream_base::client);
+        const std::unique_ptr<X509, decltype(&X509_free)> certificate(
+            SSL_get1_peer_certificate(stream.native_handle()), X509_free);
+        unsigned char digest[EVP_MAX_MD_SIZE];
+        unsigned size = 0;
+        X509_digest(certificate.get(), EVP_sha256(), digest, &size);
+        return {digest, digest + size};
+    }
+
+    // What the log says of a SIGHUP.
+    std::string reload() {
+        raise(SIGHUP);
+        for (int i = 0; i < 500 && log->last_formatted().empty(); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return log->last_formatted().empty() ? "" : log->last_formatted().back();
+    }
+
+    std::shared_ptr<spdlog::logger> before = spdlog::default_logger();
+    std::shared_ptr<spdlog::sinks::ringbuffer_sink_mt> log =
+        std::make_shared<spdlog::sinks::ringbuffer_sink_mt>(8);
+};
+
+TEST_F(TlsReload, GivesNewConnectionsTheNewCertificate) {
+    const std::string old = served();
+    files.makeAnother();
+    EXPECT_EQ(served(), old);
+    EXPECT_THAT(reload(), HasSubstr("new connections get the certificate " + files.certificate));
+    EXPECT_NE(served(), old);
+}
+
+TEST_F(TlsReload, KeepsTheOldCertificateWhenTheNewOneIsBad) {
+    const std::string old = served();
+    std::ofstream(files.certificate) << "no certificate";
+    EXPECT_THAT(reload(), HasSubstr("the certificate in use stays: cannot use the certificate " +
+                                    files.certificate));
+    EXPECT_EQ(served(), old);
+}
+
+TEST_F(TlsReload, KeepsTheOldCertificateWhenTheKeyIsAnothers) {
+    const std::string old = served();
+    Certificate other;
+    std::filesystem::copy_file(other.key, files.key,
+                               std::filesystem::copy_options::overwrite_existing);
+    EXPECT_THAT(reload(), HasSubstr("the certificate in use stays: cannot use the key " +
+                                    files.key + ": key values mismatch"));
+    EXPECT_EQ(served(), old);
 }
 
 TEST(TlsFiles, BadOnesAreNamed) {
