@@ -7,6 +7,7 @@
 #include "array/events/EventLog.h"
 #include "array/fabric/SimulatedFabric.h"
 #include "array/journal/Database.h"
+#include "array/journal/SqliteFailure.h"
 #include "array/state/StateDirectory.h"
 #include "array/turn/Follower.h"
 #include "array/turn/Writer.h"
@@ -48,7 +49,10 @@ std::unique_ptr<Array> Array::open(const std::filesystem::path& directory,
     checkStateDirectory(directory);
     if (!fabric)
         fabric = std::make_unique<SimulatedFabric>();
-    return std::unique_ptr<Array>(new Array(std::make_unique<Impl>(directory, std::move(fabric))));
+    return withSqlite(databaseIn(directory), [&] {
+        return std::unique_ptr<Array>(
+            new Array(std::make_unique<Impl>(directory, std::move(fabric))));
+    });
 }
 
 std::unique_ptr<Array> Array::openOrCreate(const std::filesystem::path& directory,

@@ -1,13 +1,13 @@
 #include "array/check/Check.h"
 
 #include <SQLiteCpp/Statement.h>
-#include <SQLiteCpp/Transaction.h>
 
 #include "array/ErrorCode.h"
 #include "array/engine/Text.h"
 #include "array/journal/Database.h"
 #include "array/journal/SqliteFailure.h"
 #include "array/journal/StateReader.h"
+#include "array/journal/Transaction.h"
 
 namespace array {
 
@@ -38,7 +38,7 @@ std::vector<std::string> findDamage(const std::filesystem::path& file) {
     SQLite::Database database = openDatabase(file);
     Findings findings;
     withSqlite(file, [&] {
-        const SQLite::Transaction read(database);
+        const Transaction read(database, Transaction::Kind::Read);
         checkPages(database, findings);
         checkReferences(database, findings);
         if (!findings.empty())

@@ -12,12 +12,11 @@
 #include "array/ErrorCode.h"
 #include "array/KeyText.h"
 #include "array/journal/Layout.h"
+#include "array/journal/Transaction.h"
 
 namespace array {
 
 // The statements of one record type, put together from its Layout. Values are only ever bound.
-//
-// A statement is made ready with tryReset(), because reset() throws what the last run threw.
 template<class Record>
 std::string columnNames() {
     std::string names = "id";
@@ -46,7 +45,7 @@ public:
     explicit SaveStatement(SQLite::Database& database) : _upsert(database, upsertText<Record>()) {}
 
     void run(Id id, const Record& record) {
-        _upsert.tryReset();
+        const Run running(_upsert);
         _at = 1;
         _upsert.bind(_at, id);
         Layout<Record>::columns(record, [this](const char*, const auto& field) {
@@ -80,7 +79,7 @@ public:
     }
 
     void run(Id id) {
-        _delete.tryReset();
+        const Run running(_delete);
         _delete.bind(1, id);
         _delete.exec();
     }
@@ -98,19 +97,18 @@ public:
 
     // True, and fills in the record, if there is a row of the id.
     bool one(Id id, Record& record) {
-        _one.tryReset();
+        const Run run(_one);
         _one.bind(1, id);
         const bool found = _one.executeStep();
         if (found)
             read(_one, record);
-        _one.tryReset(); // lets go of the row, so that the read can end
         return found;
     }
 
     // visit(id, record) for all rows, by ascending id.
     template<class Visit>
     void all(Visit&& visit) {
-        _all.tryReset();
+        const Run run(_all);
         while (_all.executeStep()) {
             Record record{};
             Id id = 0;
@@ -118,7 +116,6 @@ public:
             read(_all, record);
             visit(id, std::move(record));
         }
-        _all.tryReset();
     }
 
 private:

@@ -31,7 +31,7 @@ StateReader::StateReader(SQLite::Database& database)
       _statistics(prepareAll<ForEachStatistics<LoadStatement>>(database)) {}
 
 StateReader::Header StateReader::header() {
-    _header.tryReset();
+    const Run run(_header);
     Header header;
     if (!_header.executeStep())
         fail(ErrorCode::StateDamaged, "array.db, table array: the row of the array is missing. "
@@ -39,7 +39,6 @@ StateReader::Header StateReader::header() {
     header.version = static_cast<std::uint64_t>(_header.getColumn(0).getInt64());
     header.logStart = static_cast<std::uint64_t>(_header.getColumn(1).getInt64());
     header.names = Names{_header.getColumn(2).getString(), _header.getColumn(3).getString()};
-    _header.tryReset();
     return header;
 }
 
@@ -60,18 +59,22 @@ State StateReader::load() {
             state.putStatistics(id, std::move(values));
         });
     });
+    loadGrants(state);
+    loadSerials(state);
+    return state;
+}
 
-    _grants.tryReset();
+void StateReader::loadGrants(State& state) {
+    const Run run(_grants);
     while (_grants.executeStep())
         state.grant(idIn(_grants.getColumn(0)), idIn(_grants.getColumn(1)));
-    _grants.tryReset();
+}
 
-    _serials.tryReset();
+void StateReader::loadSerials(State& state) {
+    const Run run(_serials);
     while (_serials.executeStep())
         state.serialUsed(makeId(static_cast<CLASSID_e>(_serials.getColumn(0).getInt()),
                                 idIn(_serials.getColumn(1))));
-    _serials.tryReset();
-    return state;
 }
 
 bool StateReader::catchUp(State& state) {
@@ -85,7 +88,7 @@ bool StateReader::catchUp(State& state) {
         state = load();
         return true;
     }
-    _changes.tryReset();
+    const Run run(_changes);
     _changes.bind(1, static_cast<std::int64_t>(state.version));
     while (_changes.executeStep()) {
         const Id id = idIn(_changes.getColumn(0));
@@ -97,7 +100,6 @@ bool StateReader::catchUp(State& state) {
         else
             reread(state, id);
     }
-    _changes.tryReset();
     state.version = now.version;
     return true;
 }
@@ -124,12 +126,10 @@ void StateReader::rereadStatistics(State& state, Id owner) {
 }
 
 void StateReader::rereadGrant(State& state, Id target, Id initiator) {
-    _isGranted.tryReset();
+    const Run run(_isGranted);
     _isGranted.bind(1, target);
     _isGranted.bind(2, initiator);
-    const bool isGranted = _isGranted.executeStep();
-    _isGranted.tryReset();
-    if (isGranted)
+    if (_isGranted.executeStep())
         state.grant(target, initiator);
     else
         state.revoke(target, initiator);

@@ -29,6 +29,8 @@ private:
         Names names;
     };
     Header header();
+    void loadGrants(Snapshot::State& state);
+    void loadSerials(Snapshot::State& state);
     void reread(Snapshot::State& state, Id id);
     void rereadGrant(Snapshot::State& state, Id target, Id initiator);
     template<class Statistics>

@@ -13,7 +13,7 @@ constexpr std::uint64_t TRIM_EVERY = 256;
 
 template<class... Values>
 void run(SQLite::Statement& statement, const Values&... values) {
-    statement.tryReset();
+    const Run running(statement);
     int at = 0;
     (statement.bind(++at, values), ...);
     statement.exec();

@@ -1,10 +1,10 @@
 #include "array/turn/Follower.h"
 
-#include <SQLiteCpp/Transaction.h>
 #include <sqlite3.h>
 
 #include "array/journal/Database.h"
 #include "array/journal/SqliteFailure.h"
+#include "array/journal/Transaction.h"
 #include "array/state/StateDirectory.h"
 
 namespace array {
@@ -12,12 +12,10 @@ namespace array {
 Follower::Follower(const std::filesystem::path& directory)
     : _file(databaseIn(directory)), _database(openDatabase(_file)), _reader(_database),
       _counter(counterIn(directory)) {
-    withSqlite(_file, [this] {
-        const SQLite::Transaction read(_database);
-        Snapshot first;
-        first.mutableState() = _reader.load();
-        _current = std::make_unique<CurrentSnapshot>(SnapshotPtr::make(std::move(first)));
-    });
+    const Transaction read(_database, Transaction::Kind::Read);
+    Snapshot first;
+    first.mutableState() = _reader.load();
+    _current = std::make_unique<CurrentSnapshot>(SnapshotPtr::make(std::move(first)));
 }
 
 SnapshotPtr Follower::newest() {
@@ -39,7 +37,7 @@ SnapshotPtr Follower::ask() {
 }
 
 void Follower::catchUp() {
-    const SQLite::Transaction read(_database);
+    const Transaction read(_database, Transaction::Kind::Read);
     readNews();
 }
 
@@ -54,7 +52,7 @@ void Follower::readNews() {
 void Follower::heal(VersionCounter::Stamp stamp) {
     _database.setBusyTimeout(0);
     try {
-        const SQLite::Transaction turn(_database, SQLite::TransactionBehavior::IMMEDIATE);
+        const Transaction turn(_database, Transaction::Kind::Write);
         readNews();
         _counter.heal(stamp, _current->load()->version());
     } catch (const SQLite::Exception& failure) {

@@ -16,7 +16,8 @@ namespace array {
 // Brings this process's snapshot up to what other processes have committed.
 class Follower {
 public:
-    // Opens the files of a state directory and reads the array.
+    // Opens the files of a state directory and reads the array. Failures of SQLite pass as
+    // SQLite::Exception.
     explicit Follower(const std::filesystem::path& directory);
 
     // The newest snapshot that there is, in whatever process it was made. Costs no more than a look

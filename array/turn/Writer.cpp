@@ -44,7 +44,7 @@ void Writer::overwriteFailedCommit() {
 }
 
 void Writer::tryCommit(const Batch& batch) {
-    SQLite::Transaction turn(_database, SQLite::TransactionBehavior::IMMEDIATE);
+    Transaction turn(_database, Transaction::Kind::Write);
     Snapshot next = newest();
     const Snapshot before = next;
     for (Request* request : batch)
@@ -87,7 +87,7 @@ void Writer::attempt(Request& request, Snapshot& next) {
     _events.insert(_events.end(), events.begin(), events.end());
 }
 
-void Writer::commit(SQLite::Transaction& turn, Snapshot&& next) {
+void Writer::commit(Transaction& turn, Snapshot&& next) {
     const std::uint64_t version = next.version();
     const SnapshotPtr made = SnapshotPtr::make(std::move(next));
     _counter.beginCommit(version);

@@ -7,12 +7,12 @@
 #include <vector>
 
 #include <SQLiteCpp/Database.h>
-#include <SQLiteCpp/Transaction.h>
 
 #include "array/Change.h"
 #include "array/events/EventLog.h"
 #include "array/journal/StateReader.h"
 #include "array/journal/StateWriter.h"
+#include "array/journal/Transaction.h"
 #include "array/state/VersionCounter.h"
 #include "array/turn/CurrentSnapshot.h"
 #include "array/turn/TurnQueue.h"
@@ -24,6 +24,7 @@ namespace array {
 // dies.
 class Writer {
 public:
+    // Failures of SQLite pass as SQLite::Exception.
     Writer(const std::filesystem::path& database, VersionCounter& counter, CurrentSnapshot& current,
            Fabric& fabric, EventLog& events);
 
@@ -42,7 +43,7 @@ private:
     void tryCommit(const Batch& batch);
     Snapshot newest();
     void attempt(Request& request, Snapshot& next);
-    void commit(SQLite::Transaction& turn, Snapshot&& next);
+    void commit(Transaction& turn, Snapshot&& next);
 
     const std::filesystem::path _file;
     VersionCounter& _counter;

@@ -1,6 +1,7 @@
 #include "tests/array/support/FaultyDisk.h"
 
 #include <atomic>
+#include <csignal>
 
 #include <sqlite3.h>
 
@@ -10,18 +11,20 @@ namespace {
 
 std::atomic<bool> failing{false};
 std::atomic<bool> isOnce{false};
+std::atomic<bool> isDeadly{false};
+std::atomic<FaultyDisk::Call> failingKind{FaultyDisk::Call::Write};
 std::atomic<int> callsLeft{0};
 std::atomic<int> failureCode{SQLITE_OK};
 std::atomic<bool> failed{false};
 std::atomic<int> flushCount{0};
 
-// The code with which the next write or flush fails; SQLITE_OK if it shall be done.
-int nextResult() {
-    if (!failing || callsLeft-- > 0)
-        return SQLITE_OK;
+// True if this is the call that shall not succeed.
+bool isStruck(FaultyDisk::Call kind) {
+    if (!failing || kind != failingKind || callsLeft-- > 0)
+        return false;
     failed = true;
     failing = !isOnce;
-    return failureCode;
+    return true;
 }
 
 // A file as SQLite knows it; the real one stands right behind it.
@@ -39,37 +42,60 @@ int pass(sqlite3_file* file, Arguments... arguments) {
     return (real(file)->pMethods->*Method)(real(file), arguments...);
 }
 
-template<auto Method, class... Arguments>
+template<FaultyDisk::Call Kind, auto Method, class... Arguments>
 int passOrFail(sqlite3_file* file, Arguments... arguments) {
-    const int result = nextResult();
-    return result == SQLITE_OK ? pass<Method>(file, arguments...) : result;
+    if (!isStruck(Kind))
+        return pass<Method>(file, arguments...);
+    if (isDeadly)
+        std::raise(SIGKILL);
+    return failureCode;
+}
+
+int write(sqlite3_file* file, const void* bytes, int size, sqlite3_int64 at) {
+    if (!isStruck(FaultyDisk::Call::Write))
+        return pass<&sqlite3_io_methods::xWrite>(file, bytes, size, at);
+    if (isDeadly) {
+        pass<&sqlite3_io_methods::xWrite>(file, bytes, size / 2, at);
+        std::raise(SIGKILL);
+    }
+    return failureCode;
 }
 
 int flush(sqlite3_file* file, int flags) {
     ++flushCount;
-    return passOrFail<&sqlite3_io_methods::xSync>(file, flags);
+    return passOrFail<FaultyDisk::Call::Write, &sqlite3_io_methods::xSync>(file, flags);
+}
+
+// Taking a lock may fail; giving it back does not.
+int lockShared(sqlite3_file* file, int offset, int count, int flags) {
+    if ((flags & SQLITE_SHM_LOCK) != 0)
+        return passOrFail<FaultyDisk::Call::Lock, &sqlite3_io_methods::xShmLock>(file, offset,
+                                                                                 count, flags);
+    return pass<&sqlite3_io_methods::xShmLock>(file, offset, count, flags);
 }
 
 void barrier(sqlite3_file* file) {
     real(file)->pMethods->xShmBarrier(real(file));
 }
 
+using Call = FaultyDisk::Call;
+
 const sqlite3_io_methods METHODS = {
     2, // up to shared memory, without mapped pages
     pass<&sqlite3_io_methods::xClose>,
-    pass<&sqlite3_io_methods::xRead, void*, int, sqlite3_int64>,
-    passOrFail<&sqlite3_io_methods::xWrite, const void*, int, sqlite3_int64>,
-    passOrFail<&sqlite3_io_methods::xTruncate, sqlite3_int64>,
+    passOrFail<Call::Read, &sqlite3_io_methods::xRead, void*, int, sqlite3_int64>,
+    write,
+    passOrFail<Call::Write, &sqlite3_io_methods::xTruncate, sqlite3_int64>,
     flush,
-    pass<&sqlite3_io_methods::xFileSize, sqlite3_int64*>,
-    pass<&sqlite3_io_methods::xLock, int>,
+    passOrFail<Call::Read, &sqlite3_io_methods::xFileSize, sqlite3_int64*>,
+    passOrFail<Call::Lock, &sqlite3_io_methods::xLock, int>,
     pass<&sqlite3_io_methods::xUnlock, int>,
     pass<&sqlite3_io_methods::xCheckReservedLock, int*>,
     pass<&sqlite3_io_methods::xFileControl, int, void*>,
     pass<&sqlite3_io_methods::xSectorSize>,
     pass<&sqlite3_io_methods::xDeviceCharacteristics>,
-    pass<&sqlite3_io_methods::xShmMap, int, int, int, void volatile**>,
-    pass<&sqlite3_io_methods::xShmLock, int, int, int>,
+    passOrFail<Call::Lock, &sqlite3_io_methods::xShmMap, int, int, int, void volatile**>,
+    lockShared,
     barrier,
     pass<&sqlite3_io_methods::xShmUnmap, int>,
     nullptr,
@@ -81,9 +107,20 @@ sqlite3_vfs* disk() {
 }
 
 int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
+    file->pMethods = nullptr;
+    if (isStruck(Call::Open))
+        return failureCode;
     const int result = disk()->xOpen(disk(), name, real(file), flags, outFlags);
     file->pMethods = real(file)->pMethods ? &METHODS : nullptr;
     return result;
+}
+
+int access(sqlite3_vfs*, const char* name, int flags, int* result) {
+    return isStruck(Call::Open) ? failureCode.load() : disk()->xAccess(disk(), name, flags, result);
+}
+
+int remove(sqlite3_vfs*, const char* name, int syncDirectory) {
+    return isStruck(Call::Open) ? failureCode.load() : disk()->xDelete(disk(), name, syncDirectory);
 }
 
 } // namespace
@@ -94,22 +131,30 @@ void FaultyDisk::install() {
         made.szOsFile += static_cast<int>(sizeof(File));
         made.zName = "faulty";
         made.xOpen = open;
+        made.xAccess = access;
+        made.xDelete = remove;
         return made;
     }();
     sqlite3_vfs_register(&vfs, 1);
 }
 
-void FaultyDisk::failAfter(int calls, int sqliteCode) {
+void FaultyDisk::failAfter(int calls, int sqliteCode, Call kind) {
     callsLeft = calls;
     failureCode = sqliteCode;
+    failingKind = kind;
     failed = false;
     isOnce = false;
     failing = true;
 }
 
-void FaultyDisk::failOnceAfter(int calls, int sqliteCode) {
-    failAfter(calls, sqliteCode);
+void FaultyDisk::failOnceAfter(int calls, int sqliteCode, Call kind) {
+    failAfter(calls, sqliteCode, kind);
     isOnce = true;
+}
+
+void FaultyDisk::dieAfter(int calls) {
+    isDeadly = true;
+    failAfter(calls, SQLITE_OK);
 }
 
 void FaultyDisk::works() {

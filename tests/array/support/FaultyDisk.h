@@ -9,12 +9,25 @@ class FaultyDisk {
 public:
     static void install();
 
-    // Lets `calls` writes, truncations and flushes succeed, and each one after them fail with an
-    // SQLite code, until works() is called.
-    static void failAfter(int calls, int sqliteCode);
+    // The calls that may fail, by what they do.
+    enum class Call {
+        Write, // and truncate and flush
+        Read,  // and ask for the size
+        Lock,  // and share memory
+        Open,  // and look for and remove files
+    };
+
+    // Lets `calls` calls of a kind succeed, and each one after them fail with an SQLite code, until
+    // works() is called.
+    static void failAfter(int calls, int sqliteCode, Call kind = Call::Write);
 
     // The same, but only one call fails.
-    static void failOnceAfter(int calls, int sqliteCode);
+    static void failOnceAfter(int calls, int sqliteCode, Call kind = Call::Write);
+
+    // The same, but this process dies in the middle of the call, by SIGKILL: half of what was to be
+    // written is written then.
+    static void dieAfter(int calls);
+
     static void works();
 
     // Whether something has failed since failAfter().
