@@ -13,7 +13,7 @@ static void appendKeyValue(std::string& out, const CIMKeyBinding& key) {
                                   : key.getType() == CIMKeyBinding::NUMERIC ? "numeric"
                                                                             : "string";
     out += "<KEYVALUE ";
-    appendAttribute(out, "VALUETYPE", type);
+    appendPlainAttribute(out, "VALUETYPE", type);
     out += '>';
     appendEscaped(out, key.getValue());
     out += "</KEYVALUE>\n";

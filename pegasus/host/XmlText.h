@@ -15,6 +15,11 @@ void appendAttribute(std::string& out, const char* name, const Text& text) {
     out += '"';
 }
 
+// The same where nothing needs to be escaped.
+inline void appendPlainAttribute(std::string& out, const char* name, std::string_view text) {
+    out.append(name).append("=\"").append(text) += '"';
+}
+
 inline void appendElement(std::string& out, const char* name, const String& text) {
     out.append("<").append(name).append(">");
     appendEscaped(out, text);
@@ -28,12 +33,12 @@ inline const char* typeName(CIMType type) {
 
 // NAME="type" and, for an embedded object, what kind it is.
 inline void appendType(std::string& out, const char* name, const CIMValue& value) {
-    appendAttribute(out, name, std::string_view(typeName(value.getType())));
+    appendPlainAttribute(out, name, typeName(value.getType()));
     if (value.getType() < CIMTYPE_OBJECT || value.isNull())
         return;
     const std::string_view kind = value.getType() == CIMTYPE_OBJECT ? "object" : "instance";
-    appendAttribute(out, " EmbeddedObject", kind); // DSP0201 2.3
-    appendAttribute(out, " EMBEDDEDOBJECT", kind); // what older clients read
+    appendPlainAttribute(out, " EmbeddedObject", kind); // DSP0201 2.3
+    appendPlainAttribute(out, " EMBEDDEDOBJECT", kind); // what older clients read
 }
 
 } // namespace Pegasus::Xml

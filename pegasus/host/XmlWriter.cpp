@@ -37,7 +37,7 @@ void appendProperties(std::string& out, const T& x, const Parts& parts) {
 
 void appendArraySize(std::string& out, Uint32 size) {
     if (size != 0)
-        appendAttribute(out, " ARRAYSIZE", std::string_view(std::to_string(size)));
+        appendPlainAttribute(out, " ARRAYSIZE", std::to_string(size));
 }
 
 void appendParameter(std::string& out, const CIMConstParameter& parameter, const Parts& parts) {
@@ -51,7 +51,7 @@ void appendParameter(std::string& out, const CIMConstParameter& parameter, const
     if (reference)
         appendAttribute(out, " REFERENCECLASS", parameter.getReferenceClassName().getString());
     else
-        appendAttribute(out, " TYPE", std::string_view(typeName(parameter.getType())));
+        appendPlainAttribute(out, " TYPE", typeName(parameter.getType()));
     appendArraySize(out, parameter.getArraySize());
     out += ">\n";
     appendQualifiers(out, parameter, parts);
@@ -61,7 +61,7 @@ void appendParameter(std::string& out, const CIMConstParameter& parameter, const
 void appendMethod(std::string& out, const CIMConstMethod& method, const Parts& parts) {
     out += "<METHOD ";
     appendAttribute(out, "NAME", method.getName().getString());
-    appendAttribute(out, " TYPE", std::string_view(typeName(method.getType())));
+    appendPlainAttribute(out, " TYPE", typeName(method.getType()));
     appendOrigin(out, method, parts);
     out += ">\n";
     appendQualifiers(out, method, parts);
@@ -76,7 +76,7 @@ void appendQualifier(std::string& out, const CIMConstQualifier& qualifier) {
     const CIMFlavor& flavor = qualifier.getFlavor();
     out += "<QUALIFIER ";
     appendAttribute(out, "NAME", qualifier.getName().getString());
-    appendAttribute(out, " TYPE", std::string_view(typeName(qualifier.getType())));
+    appendPlainAttribute(out, " TYPE", typeName(qualifier.getType()));
     if (qualifier.getPropagated())
         out += " PROPAGATED=\"true\"";
     if (!flavor.hasFlavor(CIMFlavor::OVERRIDABLE))

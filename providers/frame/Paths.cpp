@@ -21,7 +21,8 @@ CIMKeyBinding stringKey(const CIMName& name, const String& value) {
 }
 
 CIMQualifier keyQualifier() {
-    return CIMQualifier(CIMName("Key"), CIMValue(true), CIMFlavor::NONE, false);
+    static const CIMName name("Key");
+    return CIMQualifier(name, CIMValue(true), CIMFlavor::NONE, false);
 }
 
 CIMProperty keyProperty(const CIMName& name, const CIMValue& value) {

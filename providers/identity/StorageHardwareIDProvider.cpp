@@ -13,6 +13,10 @@ namespace Pegasus {
 
 namespace {
 
+const CIMName PROPERTY_StorageID("StorageID");
+const CIMName PROPERTY_IDType("IDType");
+const CIMName PROPERTY_CurrentlyAuthenticated("CurrentlyAuthenticated");
+
 // All hosts, if theirs is the class asked for.
 Array<Uint32> initiators(DRAVEngine& engine, const CIMObjectPath& classReference) {
     if (classReference.getClassName() != CLASS_StorageHardwareID)
@@ -62,10 +66,11 @@ void StorageHardwareIDProvider::_getStorageHardwareID(Uint32 initiatorId,
     constexpr Uint16 iSCSIName = 5; // of IDType's values
 
     CIMInstance instance(CLASS_StorageHardwareID);
-    instance.addProperty(CIMProperty(
-        "StorageID", readRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, initiatorId)->name));
-    instance.addProperty(CIMProperty("IDType", iSCSIName));
-    instance.addProperty(CIMProperty("CurrentlyAuthenticated", false));
+    instance.addProperty(
+        CIMProperty(PROPERTY_StorageID,
+                    readRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, initiatorId)->name));
+    instance.addProperty(CIMProperty(PROPERTY_IDType, iSCSIName));
+    instance.addProperty(CIMProperty(PROPERTY_CurrentlyAuthenticated, false));
     instance.addProperty(keyProperty(PROPERTY_InstanceID, DRAVObjectKey(initiatorId)));
     instance.setPath(storageHardwareIDPath(initiatorId));
     handler.deliver(instance);

@@ -125,17 +125,23 @@ bool Parser::value(const CIMName& name) {
     return first == 't' || first == 'f' ? boolean(name, text) : number(name, text);
 }
 
+bool isMarked(Char16 c) {
+    return c == '"' || c == '\\';
+}
+
 // A text that is itself the path of an instance, which has a key, is a reference.
 bool Parser::quoted(const CIMName& name) {
     String text;
-    for (++_p; _p != _end && *_p != '"'; ++_p) {
-        if (*_p == '\\') {
-            ++_p;
-            if (_p == _end || (*_p != '"' && *_p != '\\'))
-                return failInKey("malformed value");
-        }
-        text.append(*_p);
+    const Char16* plain = ++_p;
+    while ((plain = std::find_if(plain, _end, isMarked)) != _end && *plain == '\\') {
+        const Char16* const escaped = plain + 1;
+        text.append(take(plain));
+        if (escaped == _end || !isMarked(*escaped))
+            return failInKey("malformed value");
+        _p = escaped;
+        plain = escaped + 1;
     }
+    text.append(take(plain));
     if (_p == _end)
         return failInKey("missing quote in key value");
     ++_p;

@@ -32,7 +32,7 @@ static void appendKey(String& out, const CIMKeyBinding& key) {
 
 String textOf(const CIMObjectPathRep& path) {
     String text;
-    text.reserveCapacity(64); // most paths have less
+    text.reserveCapacity(160); // most paths have less
     if (path.host.size() != 0) {
         appendChar(text, '/');
         appendChar(text, '/');

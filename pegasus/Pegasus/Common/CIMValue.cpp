@@ -13,8 +13,24 @@ CIMValue::CIMValue(CIMType type, Boolean isArray, Uint32 arraySize) {
     Access::setNull(*this, type, isArray, arraySize);
 }
 
-CIMValue::CIMValue(const CIMValue& x) noexcept : CIMValue() {
-    *this = x;
+void CIMValueAccess::drop(CIMValue& value) {
+    if (!isPlain(value))
+        visit(value, []<class T>(const T& content) { content.~T(); });
+}
+
+void CIMValueAccess::copy(CIMValue& value, const CIMValue& from) {
+    if (isPlain(from)) {
+        std::memcpy(value._content, from._content, sizeof value._content);
+        value._type = from._type;
+        value._isArray = from._isArray;
+        value._isNull = from._isNull;
+    } else {
+        visit(from, [&](const auto& content) { setContent(value, content); });
+    }
+}
+
+CIMValue::CIMValue(const CIMValue& x) noexcept {
+    Access::copy(*this, x);
 }
 
 // The content of every type may be moved as bytes: a number, or one pointer to a shared body.
@@ -23,21 +39,14 @@ CIMValue::CIMValue(CIMValue&& x) noexcept : CIMValue() {
 }
 
 CIMValue::~CIMValue() {
-    clear();
+    Access::drop(*this);
 }
 
 CIMValue& CIMValue::operator=(const CIMValue& x) noexcept {
     if (this == &x)
         return *this;
-    clear();
-    if (Access::isPlain(x)) {
-        std::memcpy(_content, x._content, sizeof _content);
-        _type = x._type;
-        _isArray = x._isArray;
-        _isNull = x._isNull;
-    } else {
-        visit(x, [this](const auto& content) { Access::setContent(*this, content); });
-    }
+    Access::drop(*this);
+    Access::copy(*this, x);
     return *this;
 }
 
@@ -58,8 +67,7 @@ void CIMValue::clear() {
 }
 
 void CIMValue::setNullValue(CIMType type, Boolean isArray, Uint32 arraySize) {
-    if (!Access::isPlain(*this))
-        visit(*this, []<class T>(const T& content) { content.~T(); });
+    Access::drop(*this);
     Access::setNull(*this, type, isArray, arraySize);
 }
 

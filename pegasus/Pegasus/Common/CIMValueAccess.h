@@ -43,6 +43,12 @@ struct CIMValueAccess {
         return *std::launder(reinterpret_cast<const T*>(value._content));
     }
 
+    // Ends the content; the bytes are nothing then.
+    static void drop(CIMValue& value);
+
+    // Takes over another's content, where the bytes are nothing.
+    static void copy(CIMValue& value, const CIMValue& from);
+
     // The size of a null array of fixed size takes the place of the content.
     static void setNull(CIMValue& value, CIMType type, bool isArray, Uint32 arraySize) {
         value._type = static_cast<Uint8>(type);

@@ -45,7 +45,10 @@ static bool isLegalIPv6(std::string_view address) {
 }
 
 bool isLegalHost(const String& host) {
-    const std::string text(static_cast<const char*>(host.getCString()));
+    std::string text(host.size(), '\0');
+    const Char16* const units = host.getChar16Data();
+    std::transform(units, units + host.size(), text.begin(),
+                   [](Uint16 c) { return c < 0x80 ? static_cast<char>(c) : '?'; });
     const std::string_view all(text);
     const bool bracketed = !all.empty() && all[0] == '[';
     const std::size_t nameEnd = bracketed ? all.find(']') : std::min(all.find(':'), all.size());

@@ -47,8 +47,11 @@ String::String(const char* str, Uint32 n) {
     made._rep = StringRep::make(n); // no text has more units than bytes
     const auto* const begin = reinterpret_cast<const unsigned char*>(str);
     const unsigned char* const end = begin + n;
+    const unsigned char* p = begin;
     Char16* out = made._rep->text();
-    for (const unsigned char* p = begin; p != end;) {
+    for (; p != end && *p < 0x80; ++p) // most texts have nothing else
+        *out++ = *p;
+    while (p != end) {
         const Uint32 c = Utf::readUtf8(p, end);
         if (c == Utf::malformed)
             throwMalformedUtf8(begin, p, end);
@@ -63,6 +66,8 @@ CString String::getCString() const {
     const Char16* const end = p + size();
     char* const text = new char[std::size_t(size()) * 3 + 1]; // most bytes of a unit: 3
     char* out = text;
+    for (; p != end && *p < 0x80; ++p) // most texts have nothing else
+        *out++ = static_cast<char>(*p);
     while (p != end)
         out = Utf::writeUtf8(out, Utf::readUtf16(p, end));
     *out = '\0';
