@@ -24,7 +24,7 @@ enum class ErrorCode : Pegasus::Uint32 {
     BadLun = 13,             // out of range
     LunTaken = 14,           // another unit of the target has it
     BadParameter = 15,       // a login parameter out of its range
-    ParametersDisagree = 16, // two login parameters that exclude each other
+    ParametersDisagree = 16, // login parameters that exclude each other
     BadText = 17,            // an element name that is too long, or has control characters
     FixedValue = 18,         // a value that cannot be changed once the object is made
     InUse = 19,              // the object cannot go while others need it

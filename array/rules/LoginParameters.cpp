@@ -99,6 +99,12 @@ void checkParameters(const SessionParameters& parameters, std::string_view owner
              of("FirstBurstLength", parameters.firstBurstLength, owner) +
                  " is longer than its MaxBurstLength " + std::to_string(parameters.maxBurstLength) +
                  section("13.14"));
+    if (parameters.maxOutstandingR2T != 1 && parameters.dataSequenceInOrder == 1 &&
+        parameters.errorRecoveryLevel != 0)
+        fail(ErrorCode::ParametersDisagree,
+             of("MaxOutstandingR2T", parameters.maxOutstandingR2T, owner) +
+                 " must be 1 with its DataSequenceInOrder 1 and ErrorRecoveryLevel " +
+                 std::to_string(parameters.errorRecoveryLevel) + section("13.19"));
 }
 
 void checkParameters(const ConnectionParameters& parameters, std::string_view owner) {

@@ -76,6 +76,22 @@ TEST(LoginParameters, AFirstBurstIsNotLongerThanTheBurst) {
                   [&] { checkParameters(parameters, "it"); });
 }
 
+TEST(LoginParameters, RecoveryInSequenceNeedsASingleOutstandingR2T) {
+    SessionParameters parameters;
+    parameters.maxOutstandingR2T = 2;
+    EXPECT_NO_THROW(checkParameters(parameters, "it"));
+    parameters.errorRecoveryLevel = 1;
+    expectFailure(ErrorCode::ParametersDisagree,
+                  "MaxOutstandingR2T 2 of it must be 1 with its DataSequenceInOrder 1 and "
+                  "ErrorRecoveryLevel 1 (RFC 7143 section 13.19).",
+                  [&] { checkParameters(parameters, "it"); });
+    parameters.maxOutstandingR2T = 1;
+    EXPECT_NO_THROW(checkParameters(parameters, "it"));
+    parameters.maxOutstandingR2T = 2;
+    parameters.dataSequenceInOrder = 0;
+    EXPECT_NO_THROW(checkParameters(parameters, "it"));
+}
+
 TEST(LoginParameters, ASegmentHasItsLimits) {
     ConnectionParameters parameters;
     for (const std::uint32_t good : {512u, 16777215u}) {

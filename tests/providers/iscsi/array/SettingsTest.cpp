@@ -86,6 +86,16 @@ TEST_F(SettingsTest, AFirstBurstLongerThanTheBurstIsRefusedAndBothAreNamed) {
         testing::AllOf(HasSubstr("FirstBurstLength 262145"), HasSubstr("MaxBurstLength 262144")));
 }
 
+TEST_F(SettingsTest, RecoveryThatTheOutstandingR2TsExcludeIsRefused) {
+    client.modify(SESSION, session, "MaxOutstandingR2T", Uint32(16));
+    expectRefused(ErrorCode::ParametersDisagree, SESSION, session, "ErrorRecoveryLevelPreference",
+                  Uint32(1));
+    client.modify(SESSION, session, "DataSequenceInOrderPreference", false);
+    client.modify(SESSION, session, "ErrorRecoveryLevelPreference", Uint32(1));
+    expectRefused(ErrorCode::ParametersDisagree, SESSION, session, "DataSequenceInOrderPreference",
+                  true);
+}
+
 TEST_F(SettingsTest, AValueOfAnotherTypeStoresNothing) {
     const std::vector<std::string> before = client.settings(SESSION, session);
     EXPECT_THROW(client.modify(SESSION, session, "MaxDataBurstLength", Uint16(1024)),
