@@ -3,6 +3,7 @@
 #include "array/KeyText.h"
 #include "cli/Codes.h"
 #include "cli/Listings.h"
+#include "cli/Units.h"
 
 namespace cli {
 
@@ -78,6 +79,22 @@ Listing sessionStatistics(const Snapshot& array, const std::vector<Id>& sessions
     return listing;
 }
 
+// Of all endpoints: each leads to every target.
+Listing endpointStatistics(const Snapshot& array) {
+    Listing listing({{"KEY", "key"},
+                     {"ENDPOINT", "endpoint"},
+                     {"FRAMES SENT", "framesSent"},
+                     {"FRAMES RECEIVED", "framesReceived"},
+                     {"SENT", "octetsSent", bytesText},
+                     {"RECEIVED", "octetsReceived", bytesText}});
+    array.forEach(Pegasus::CLASSID_TCP_ENDPOINT, [&](Id id) {
+        const array::InterfaceStatistics values = array.interfaceStatistics(id);
+        listing.add({array::keyText(id), portalText(*array.endpoint(id)), values.framesSent,
+                     values.framesReceived, values.octetsSent, values.octetsReceived});
+    });
+    return listing;
+}
+
 } // namespace
 
 Report targetReport(const Snapshot& array, Id target) {
@@ -103,6 +120,8 @@ Report targetReport(const Snapshot& array, Id target) {
                sessionFailures(array, target));
     report.add("Traffic of sessions (CIM_iSCSISessionStatistics)", "sessionStatistics",
                sessionStatistics(array, sessions));
+    report.add("Traffic of endpoints (Ovrin_MACStatistics)", "endpointStatistics",
+               endpointStatistics(array));
     return report;
 }
 

@@ -56,6 +56,10 @@ TEST_F(TargetCommands, ShowGivesTheKeysOfSettingsAndStatistics) {
     EXPECT_EQ(report["loginStatistics"]["successfulLogins"], 1);
     EXPECT_EQ(report["sessionFailures"]["key"], "Ovrin:0E000001");
     EXPECT_EQ(report["sessionStatistics"][0]["key"], "Ovrin:11000001");
+    EXPECT_EQ(report["endpointStatistics"].size(), 2U);
+    EXPECT_EQ(report["endpointStatistics"][0]["key"], "Ovrin:09000001");
+    EXPECT_EQ(report["endpointStatistics"][0]["endpoint"], "192.0.2.10:3260");
+    EXPECT_GT(report["endpointStatistics"][0]["framesReceived"], 0);
 }
 
 TEST_F(TargetCommands, ShowHasATitleForEachPart) {
