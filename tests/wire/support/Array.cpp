@@ -5,7 +5,7 @@
 namespace wire {
 namespace {
 
-constexpr const char* description = R"({
+constexpr const char* threeHosts = R"({
   "host": "array1.example.com",
   "system": "array1",
   "endpoints": [ { "address": "192.0.2.10", "port": 3260 } ],
@@ -33,7 +33,9 @@ constexpr const char* description = R"({
 
 } // namespace
 
-Array::Array() {
+Array::Array() : Array(threeHosts) {}
+
+Array::Array(const std::string& description) {
     arrayctl({"import", "-"}, description);
 }
 

@@ -10,11 +10,12 @@
 
 namespace wire {
 
-// A state directory of its own. Three hosts, two targets, three volumes and some of the links
-// between them, made by arrayctl.
+// A state directory of its own, made by arrayctl.
 class Array {
 public:
+    // Three hosts, two targets, two volumes and some of the links between them.
     Array();
+    explicit Array(const std::string& description);
 
     std::filesystem::path state() const { return _directory.path / "state"; }
     // A file beside the state directory.

@@ -1,0 +1,211 @@
+// A client walks from targets over live sessions and connections to portals, and back.
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Pipes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::AllOf;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+namespace wire {
+namespace {
+
+const std::string refused = "7 CIM_ERR_NOT_SUPPORTED: IPProtocolEndpoints::associators";
+const std::string outOfBounds = "1 CIM_ERR_FAILED: index out of bounds";
+
+// Two portals. The first host has a session of two connections, one through each, with the first
+// target.
+class Sessions : public testing::Test {
+protected:
+    Array array;
+    Smisd smisd{array.state()};
+    Client client{smisd};
+
+    Sessions() {
+        array.arrayctl({"endpoint", "create", "192.0.2.11:3260"});
+        const Xml settings =
+            instanceName("CIM_iSCSISessionSettings", {{"InstanceID", "Ovrin:23000001"}});
+        EXPECT_EQ(client
+                      .modify(settings, "CIM_iSCSISessionSettings",
+                              property("MaxConnectionsPerSession", "uint32", "4"))
+                      .error(),
+                  "");
+        array.arrayctl({"session", "login", host1, target1, "--endpoint", portal1, "--endpoint",
+                        "192.0.2.11:3260"});
+    }
+    // What is reached by name, which must be the instances that are reached, complete.
+    std::vector<Xml> reached(const Xml& source, const Walk& walk) const {
+        const Answer names = client.associatorNames(source, walk);
+        EXPECT_EQ(names.error(), "");
+        EXPECT_THAT(names.paths(), Each(StartsWith("//array1.example.com/root/snia:CIM_")));
+        EXPECT_EQ(client.associators(source, walk).paths(), names.paths());
+        return names.names();
+    }
+    // The associations of a source by name, which must be the instances of it.
+    std::vector<std::string> linksOf(const Xml& source, const std::string& association) const {
+        const Answer names = client.referenceNames(source, {"", association});
+        EXPECT_EQ(names.error(), "");
+        EXPECT_EQ(client.references(source, {"", association}).paths(), names.paths());
+        return names.paths();
+    }
+};
+
+TEST_F(Sessions, FromATargetToItsSessionAndConnectionsAndPortalsAndBack) {
+    const Xml target = targetEndpoint(target1 + ",t,0x0001");
+    const auto sessions = reached(target, {pipeEndClass, sessionClass});
+    EXPECT_THAT(sessions, ElementsAre(session("Ovrin:11000001")));
+
+    const auto connections = reached(sessions.at(0), {compositionClass, connectionClass});
+    EXPECT_THAT(connections,
+                ElementsAre(connection("Ovrin:10000001"), connection("Ovrin:10000002")));
+
+    const Walk toConnections = {pipeEndClass, connectionClass};
+    EXPECT_THAT(reached(tcpEndpoint("Ovrin:09000001"), toConnections),
+                ElementsAre(connections.at(0)));
+    EXPECT_THAT(reached(tcpEndpoint("Ovrin:09000002"), toConnections),
+                ElementsAre(connections.at(1)));
+    // Each connection is the first of its portal, and leads to the first portal.
+    const Walk toPortal = {pipeEndClass, tcpEndpointClass};
+    for (const Xml& each : connections) {
+        EXPECT_THAT(reached(each, toPortal), ElementsAre(HasSubstr("Ovrin:09000001")));
+    }
+
+    EXPECT_THAT(reached(sessions.at(0), {pipeEndClass, targetEndpointClass}), SizeIs(1));
+    EXPECT_THAT(
+        client.associators(sessions.at(0), {pipeEndClass, targetEndpointClass}).each("Name"),
+        ElementsAre(target1 + ",t,0x0001"));
+}
+
+TEST_F(Sessions, AreListedWithTheirConnectionsAndLinks) {
+    const Answer sessions = client.enumerate(sessionClass);
+    EXPECT_EQ(sessions.names(), client.enumerateNames(sessionClass).names());
+    EXPECT_THAT(sessions.each("EndPointName"), ElementsAre(host1));
+    EXPECT_THAT(sessions.each("CurrentConnections"), ElementsAre("2"));
+    EXPECT_THAT(client.enumerate(connectionClass).each("InstanceID"),
+                ElementsAre("Ovrin:10000001", "Ovrin:10000002"));
+    EXPECT_THAT(client.enumerate("CIM_NetworkPipe").names(), SizeIs(3));
+    for (const std::string& link : {pipeEndClass, compositionClass}) {
+        for (const Xml& name : client.enumerateNames(link).names()) {
+            EXPECT_EQ(client.get(name).error(), "");
+        }
+        EXPECT_EQ(client.enumerate(link).names(), client.enumerateNames(link).names());
+    }
+}
+
+TEST_F(Sessions, AreGotByTheirNames) {
+    for (const std::string& className : {sessionClass, connectionClass}) {
+        const Answer listed = client.enumerate(className);
+        for (std::size_t i = 0; i < listed.size(); ++i) {
+            EXPECT_EQ(client.get(listed.names().at(i)).properties(), listed.properties(i));
+        }
+    }
+}
+
+TEST_F(Sessions, AreLinkedAtBothEnds) {
+    const Xml target = targetEndpoint(target1 + ",t,0x0001");
+    EXPECT_THAT(linksOf(target, pipeEndClass), SizeIs(1));
+    EXPECT_EQ(linksOf(session("Ovrin:11000001"), pipeEndClass), linksOf(target, pipeEndClass));
+    EXPECT_THAT(linksOf(session("Ovrin:11000001"), compositionClass),
+                ElementsAre(HasSubstr("Ovrin:10000001"), HasSubstr("Ovrin:10000002")));
+    EXPECT_THAT(linksOf(tcpEndpoint("Ovrin:09000002"), pipeEndClass),
+                ElementsAre(HasSubstr("Ovrin:10000002")));
+    EXPECT_THAT(linksOf(connection("Ovrin:10000001"), pipeEndClass),
+                ElementsAre(AllOf(HasSubstr("Ovrin:10000001"), HasSubstr("Ovrin:09000001"))));
+    EXPECT_THAT(
+        client.references(session("Ovrin:11000001"), {"", compositionClass}).each("GroupComponent"),
+        Each(HasSubstr("Ovrin:11000001")));
+}
+
+TEST_F(Sessions, EndAtALogoutAndWhenAHostIsHiddenFromItsTarget) {
+    array.arrayctl({"session", "logout", host1, target1});
+    EXPECT_THAT(client.enumerate(sessionClass).names(), IsEmpty());
+    array.arrayctl({"session", "login", host1, target1});
+    EXPECT_THAT(client.enumerate(sessionClass).names(), ElementsAre(session("Ovrin:11000002")));
+    array.arrayctl({"grant", "delete", target1, host1});
+    EXPECT_THAT(client.enumerate(connectionClass).names(), IsEmpty());
+}
+
+TEST_F(Sessions, OfALaterTargetHaveTheEndpointInstanceAtTheirPosition) {
+    array.arrayctl({"grant", "create", target2, host1});
+    array.arrayctl({"session", "login", host1, target2});
+    const Xml second = session("Ovrin:11000002");
+    const Walk walk = {pipeEndClass, targetEndpointClass};
+    EXPECT_THAT(client.associatorNames(second, walk).paths(), ElementsAre(HasSubstr(target2)));
+    EXPECT_THAT(client.associators(second, walk).paths(), ElementsAre(HasSubstr(target1)));
+    EXPECT_THAT(linksOf(second, pipeEndClass), ElementsAre(HasSubstr(target2)));
+}
+
+// Arguments and input that is wrong
+
+TEST_F(Sessions, WithoutAnAssociationClassBothAreAsked) {
+    EXPECT_THAT(client.associatorNames(session("Ovrin:11000001"), {"", connectionClass}).names(),
+                SizeIs(2));
+    EXPECT_THAT(client.referenceNames(session("Ovrin:11000001"), {}).names(), SizeIs(3));
+    EXPECT_THAT(client.references(session("Ovrin:11000001"), {"", "CIM_Component"}).names(),
+                SizeIs(2));
+}
+
+TEST_F(Sessions, PairsThatNoWalkServes) {
+    const Xml source = session("Ovrin:11000001");
+    EXPECT_THAT(client.associators(source, {pipeEndClass, connectionClass}).names(), IsEmpty());
+    EXPECT_EQ(client.associators(source, {pipeEndClass, connectionClass}).error(), "");
+    EXPECT_EQ(client.associators(source, {compositionClass, targetEndpointClass}).error(), refused);
+    EXPECT_EQ(client.associatorNames(source, {compositionClass}).error(), refused);
+    EXPECT_EQ(client.references(connection("Ovrin:10000001"), {"", compositionClass}).error(),
+              refused);
+}
+
+TEST_F(Sessions, EndpointsByNamesThatAreNone) {
+    const Walk walk = {pipeEndClass, sessionClass};
+    for (const std::string name : {"", "short", "12345678", ",t,0x0001",
+                                   "iqn.2026-01.com.example:none,t,0x0001", target1.c_str()}) {
+        EXPECT_THAT(reached(targetEndpoint(name), walk), IsEmpty()) << name;
+        EXPECT_THAT(linksOf(targetEndpoint(name), pipeEndClass), IsEmpty()) << name;
+    }
+    EXPECT_EQ(client.associators(instanceName(targetEndpointClass, {{"Id", "x"}}), walk).error(),
+              outOfBounds);
+    EXPECT_THAT(client.associators(tcpEndpoint(portal1), {pipeEndClass, connectionClass}).error(),
+                HasSubstr("\"" + portal1 + "\" is not the key text"));
+    EXPECT_THAT(reached(tcpEndpoint("Ovrin:0900FFFF"), {pipeEndClass, connectionClass}), IsEmpty());
+}
+
+TEST_F(Sessions, KeysThatNameNothing) {
+    EXPECT_EQ(client.get(session("Ovrin:1100FFFF")).error(), "6 CIM_ERR_NOT_FOUND: Ovrin:1100FFFF");
+    EXPECT_EQ(client.get(session("Ovrin:10000001")).error(), "6 CIM_ERR_NOT_FOUND: Ovrin:10000001");
+    EXPECT_THAT(client.get(connection("first")).error(), HasSubstr("\"first\" is not the key"));
+    for (const std::string& className :
+         {sessionClass, connectionClass, pipeEndClass, compositionClass}) {
+        EXPECT_EQ(client.get(instanceName(className, {})).error(), outOfBounds);
+    }
+    EXPECT_EQ(
+        client.associators(instanceName(sessionClass, {}), {pipeEndClass, targetEndpointClass})
+            .error(),
+        outOfBounds);
+    EXPECT_THAT(reached(session("Ovrin:1100FFFF"), {pipeEndClass, targetEndpointClass}), IsEmpty());
+}
+
+TEST_F(Sessions, AreNotWritten) {
+    const Xml source = session("Ovrin:11000001");
+    EXPECT_EQ(client.modify(source, sessionClass, property("TSIH", "uint32", "7")).error(),
+              "7 CIM_ERR_NOT_SUPPORTED: iSCSIPipes::modifyInstance");
+    EXPECT_EQ(client.call("DeleteInstance", {{"InstanceName", source}}).error(),
+              "7 CIM_ERR_NOT_SUPPORTED: iSCSISettings::deleteInstance");
+    EXPECT_EQ(client
+                  .call("CreateInstance", {{"NewInstance", "<INSTANCE CLASSNAME=\"" + sessionClass +
+                                                               "\"></INSTANCE>"}})
+                  .error(),
+              "7 CIM_ERR_NOT_SUPPORTED: iSCSISettings::createInstance");
+    EXPECT_THAT(client.enumerate(targetEndpointClass).error(),
+                StartsWith("7 CIM_ERR_NOT_SUPPORTED"));
+}
+
+} // namespace
+} // namespace wire
