@@ -56,7 +56,7 @@ TEST(HalfWay, WithChunksTheErrorFollowsInTheTrailer) {
 }
 
 TEST(HalfWay, WithChunksTheHundredsOfObjectsBeforeItAreThere) {
-    const Served many(120); // 120 pipes of the target, and one of the portal
+    const Served many(160); // 160 pipes of the target, and one of the portal
     const Answer answer = many.client.enumerateNames(pipeEndClass, true);
     EXPECT_EQ(answer.error(), "1 index%20out%20of%20bounds");
     EXPECT_EQ(answer.size(), 100U);
