@@ -130,16 +130,10 @@ TEST(Stop, LeavesTheArrayAsItIs) {
 
 TEST(Stop, OutputThatNobodyReadsEndsNothing) {
     const Array array;
-    const std::string server = SMISD " --no-auth --listen 127.0.0.1:0 --module " MODULE
-                                     " --mof " MOF " --state " +
-                               array.state().string();
-    const Result result =
-        run({"sh", "-c", "{ " + server + " 2>/dev/null & echo $! >&2; } | head -n 1"});
-    const pid_t pid = static_cast<pid_t>(std::stoi(result.err));
-    const std::size_t colon = result.out.rfind(':');
-    const auto port = static_cast<unsigned short>(std::stoul(result.out.substr(colon + 1)));
-    EXPECT_THAT(roundTrip(port, enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
-    EXPECT_EQ(kill(pid, SIGTERM), 0);
+    Smisd smisd(array.state());
+    smisd.process().closeOutput();
+    EXPECT_THAT(roundTrip(smisd.port(), enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_EQ(smisd.stop().status, 0);
 }
 
 } // namespace

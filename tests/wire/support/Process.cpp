@@ -131,6 +131,11 @@ std::string Process::readLine() {
     return line;
 }
 
+void Process::closeOutput() {
+    close(_out);
+    _out = -1;
+}
+
 void Process::signal(int number) const {
     kill(_pid, number);
 }

@@ -27,6 +27,8 @@ public:
 
     // The next line of its standard output, without its end; "" when there is none.
     std::string readLine();
+    // From now on nobody reads its standard output.
+    void closeOutput();
     void signal(int number) const;
     // Waits for its end; what was left of its output.
     Result wait();
