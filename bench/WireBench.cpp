@@ -41,12 +41,10 @@ std::string enumerateHosts() {
 void enumerateHostsOnTheWire(benchmark::State& state) {
     WireClient client(server());
     const std::string body = enumerateHosts();
-    std::size_t hosts = 0;
-    for (auto _ : state) {
-        const std::string& answer = client.call("EnumerateInstances", "root/snia", body);
-        if (hosts == 0)
-            hosts = count(answer, "<VALUE.NAMEDINSTANCE>");
-    }
+    const std::size_t hosts =
+        count(client.call("EnumerateInstances", "root/snia", body), "<VALUE.NAMEDINSTANCE>");
+    for (auto _ : state)
+        client.callAndDrop("EnumerateInstances", "root/snia", body);
     report(state, hosts * static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(enumerateHostsOnTheWire)->UseRealTime();
@@ -75,7 +73,17 @@ void getHostOnTheWire(benchmark::State& state) {
         client.call("GetInstance", "root/snia", body);
     report(state, state.iterations());
 }
-BENCHMARK(getHostOnTheWire)->UseRealTime();
+BENCHMARK(getHostOnTheWire)->Threads(1)->Threads(8)->Threads(64)->UseRealTime();
+
+// Where the server is bench_constant.
+void constantBody(benchmark::State& state) {
+    WireClient client(server());
+    const std::string body = bench::intrinsicCall("GetInstance", std::string(200, 'x'));
+    for (auto _ : state)
+        client.call("GetInstance", "root/snia", body);
+    report(state, static_cast<std::size_t>(state.iterations()));
+}
+BENCHMARK(constantBody)->Threads(8)->UseRealTime();
 
 std::string stringArray(const std::string& name, const std::string& type,
                         const std::string& value) {

@@ -46,6 +46,22 @@ WireClient::~WireClient() {
 
 const std::string& WireClient::call(const std::string& method, const std::string& object,
                                     const std::string& body) {
+    _dropping = false;
+    answer(method, object, body);
+    if (_body.find("<ERROR") != std::string::npos)
+        giveUp("error: " + _body);
+    return _body;
+}
+
+std::size_t WireClient::callAndDrop(const std::string& method, const std::string& object,
+                                    const std::string& body) {
+    _dropping = true;
+    answer(method, object, body);
+    return _bodySize;
+}
+
+void WireClient::answer(const std::string& method, const std::string& object,
+                        const std::string& body) {
     const std::string request =
         "POST /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/xml\r\n"
         "CIMOperation: MethodCall\r\nCIMMethod: " +
@@ -58,14 +74,12 @@ const std::string& WireClient::call(const std::string& method, const std::string
     if (head.compare(0, 12, "HTTP/1.1 200") != 0)
         giveUp("answer: " + head.substr(0, head.find('\r')));
     _body.clear();
+    _bodySize = 0;
     const std::size_t length = head.find("ontent-length: ");
     if (length != std::string::npos)
         readBody(std::strtoul(head.c_str() + length + 15, nullptr, 10));
     else
         readChunks();
-    if (_body.find("<ERROR") != std::string::npos)
-        giveUp("error: " + _body);
-    return _body;
 }
 
 void WireClient::receive(const std::string& request, std::size_t size) {
@@ -102,11 +116,13 @@ std::string WireClient::line(std::string_view end) {
 }
 
 void WireClient::readBody(std::size_t size) {
+    _bodySize += size;
     while (size > 0) {
         if (_received.empty())
             fill();
         const std::string_view part = _received.substr(0, size);
-        _body += part;
+        if (!_dropping)
+            _body += part;
         _received.remove_prefix(part.size());
         size -= part.size();
     }

@@ -20,10 +20,15 @@ public:
     const std::string& call(const std::string& method, const std::string& object,
                             const std::string& body);
 
+    // The same, but the answer's body is dropped as it comes; gives its size.
+    std::size_t callAndDrop(const std::string& method, const std::string& object,
+                            const std::string& body);
+
     // Sends the bytes, and reads and drops so many.
     void receive(const std::string& request, std::size_t size);
 
 private:
+    void answer(const std::string& method, const std::string& object, const std::string& body);
     void sendAll(const std::string& request);
     void fill();
     std::string line(std::string_view end);
@@ -34,6 +39,8 @@ private:
     std::string _buffer;
     std::string_view _received; // of the buffer, what is not yet read
     std::string _body;
+    std::size_t _bodySize = 0;
+    bool _dropping = false; // the body is not kept
 };
 
 // Bodies of requests in namespace "root/snia".

@@ -20,6 +20,7 @@ BUILD = pathlib.Path("build-bench")
 
 # Name: hosts, targets, units under each target, sessions with the first target.
 ARRAYS = {
+    "one object of each kind": (1, 1, 1, 0),
     "100,000 hosts": (100000, 1, 1, 0),
     "100 units": (1, 10, 10, 0),
     "10,000 units": (1, 1000, 10, 0),
@@ -35,7 +36,8 @@ ARRAYS = {
 SIZES = ("enumerateHosts|enumerateControllers|enumerateMappings|getHost|getController|"
          "findHostByName|findVolumeByKey")
 RUNS = {
-    "100,000 hosts": ("enumerateHosts", "enumerateHostsOnTheWire|loopback|getHostOnTheWire"),
+    "one object of each kind": ("getHost", "getHostOnTheWire/real_time/threads:1"),
+    "100,000 hosts": ("enumerateHosts", "enumerateHostsOnTheWire|loopback"),
     "100 units": ("associators", None),
     "10,000 units": ("associators|readUnits|exposeAndHide", "exposeAndHideOnTheWire"),
     "100,000 units": ("associators", None),
@@ -46,10 +48,11 @@ RUNS = {
 }
 
 
-def ratio(what, benchmark, array, against, of_array=None, at_most=None, at_least=None):
+def ratio(what, benchmark, array, against, of_array=None, at_most=None, at_least=None,
+          unit="us"):
     """A row: a benchmark's cost per object against another's, and its goal."""
     return {"what": what, "top": (array, benchmark), "bottom": (of_array or array, against),
-            "at_most": at_most, "at_least": at_least}
+            "at_most": at_most, "at_least": at_least, "unit": unit}
 
 
 def growth(what, benchmark, large, small, **goal):
@@ -94,6 +97,16 @@ RATIOS = [
            "1,000"),
     ratio("bytes of 100,000 hosts sent per second, against from memory", "loopback/real_time",
           "100,000 hosts", "enumerateHostsOnTheWire/real_time", at_least=0.25),
+    ratio("GetInstance requests per second of 8 clients, against of a constant body",
+          "constantBody/real_time/threads:8", "constant",
+          "getHostOnTheWire/real_time/threads:8", "1,000", at_least=0.5),
+] + [
+    ratio(f"GetInstance: time of a request, {clients} clients against 1",
+          f"getHostOnTheWire/real_time/threads:{clients}", "1,000",
+          "getHostOnTheWire/real_time/threads:1") for clients in (8, 64)
+] + [
+    ratio("memory of smisd for each of 100,000 hosts, against 400 bytes", "memory",
+          "100,000 hosts", "400 bytes", at_most=1, unit="bytes"),
 ]
 
 
@@ -116,24 +129,32 @@ def measure(program, names, environment, seconds):
         yield result["name"], result["per_object"]
 
 
-class Server:
-    """smisd over a state directory, on a port of its own choice."""
+def smisd(state):
+    return [BUILD / "bin" / "smisd", "--state", state, "--listen", "127.0.0.1:0", "--no-auth",
+            "--module", BUILD / "lib" / "libAccessProviders.so", "--mof", "mof"]
 
-    def __init__(self, state):
-        self.process = subprocess.Popen(
-            [BUILD / "bin" / "smisd", "--state", state, "--listen", "127.0.0.1:0", "--no-auth",
-             "--module", BUILD / "lib" / "libAccessProviders.so", "--mof", "mof"],
-            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+
+class Server:
+    """A server that says on which port it listens."""
+
+    def __init__(self, command):
+        self.process = subprocess.Popen(command, stdout=subprocess.PIPE,
+                                        stderr=subprocess.DEVNULL, text=True)
         for line in self.process.stdout:
             found = re.search(r"listening.*?(127\.0\.0\.1:\d+)", line)
             if found:
                 self.address = found.group(1)
                 break
         else:
-            sys.exit("bench: smisd did not start")
+            sys.exit(f"bench: {command[0]} did not start")
         # Its lines are of no use here, but must be read.
         self.drain = subprocess.Popen(["cat"], stdin=self.process.stdout,
                                       stdout=subprocess.DEVNULL)
+
+    def resident(self):
+        """Bytes of memory."""
+        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
+        return int(re.search(r"^VmRSS:\s+(\d+) kB", status, re.M).group(1)) * 1024
 
     def __enter__(self):
         return self
@@ -156,9 +177,13 @@ def measure_array(directory, name, seconds):
         yield benchmark, cost
     if on_the_wire:
         progress(f"{name}: on the wire")
-        with Server(state) as server:
+        with Server(smisd(state)) as server:
             environment["BENCH_SERVER"] = server.address
             yield from measure("bench_wire", on_the_wire, environment, seconds)
+        with Server(smisd(state)) as server:
+            environment["BENCH_SERVER"] = server.address
+            for _ in measure("bench_wire", "getHostOnTheWire/real_time/threads:1", environment, 0):
+                yield "resident", server.resident()
 
 
 def met(row):
@@ -174,8 +199,19 @@ def judge(costs):
     for row in RATIOS:
         top, bottom = costs[row["top"]], costs[row["bottom"]]
         result = {"what": row["what"], "ratio": top / bottom, "measured": top, "against": bottom,
-                  "at_most": row["at_most"], "at_least": row["at_least"]}
+                  "unit": row["unit"], "at_most": row["at_most"], "at_least": row["at_least"]}
         yield dict(result, met=met(result))
+
+
+def measure_constant(seconds):
+    progress("a constant body")
+    with Server([BUILD / "bin" / "bench_constant"]) as server:
+        yield from measure("bench_wire", "constantBody",
+                           dict(os.environ, BENCH_SERVER=server.address), seconds)
+
+
+def in_unit(value, unit):
+    return f"{value * 1e6:9.3f} us" if unit == "us" else f"{value:6.0f} {unit}"
 
 
 def print_table(rows):
@@ -186,8 +222,8 @@ def print_table(rows):
         if row["met"] is not None:
             goal = f"<= {row['at_most']}" if row["at_most"] else f">= {row['at_least']}"
             goal += "" if row["met"] else "  MISSED"
-        print(f"{row['what']:{width}}  {row['ratio']:8.2f}  {row['measured'] * 1e6:9.3f} us  "
-              f"{row['against'] * 1e6:9.3f} us  {goal}")
+        measured, against = (in_unit(row[of], row["unit"]) for of in ("measured", "against"))
+        print(f"{row['what']:{width}}  {row['ratio']:8.2f}  {measured:>12}  {against:>12}  {goal}")
 
 
 def main():
@@ -208,6 +244,11 @@ def main():
         for name in ARRAYS:
             for benchmark, cost in measure_array(pathlib.Path(directory), name, options.seconds):
                 costs[name, benchmark] = cost
+    for benchmark, cost in measure_constant(options.seconds):
+        costs["constant", benchmark] = cost
+    large, small = ("100,000 hosts", "resident"), ("one object of each kind", "resident")
+    costs["100,000 hosts", "memory"] = (costs[large] - costs[small]) / 100000
+    costs["100,000 hosts", "400 bytes"] = 400
     progress("")
 
     rows = list(judge(costs))
