@@ -16,8 +16,9 @@ using namespace Pegasus;
 namespace smisd {
 namespace {
 
-// What a parameter that is missing gets: nothing, an error that names it, or one without text.
-enum class Need { optional, required, requiredUnnamed };
+// What a parameter that is missing gets: nothing, an error that names it in one of two ways, or one
+// without text.
+enum class Need { optional, required, requiredInput, requiredUnnamed };
 
 struct Parameter {
     const char* name;
@@ -44,6 +45,41 @@ Method method(const char* methodName, std::vector<Parameter> parameters) {
 
 using enum Need;
 using namespace parameter;
+
+// Opens an enumeration: its own parameters, and those that all have.
+template<class T>
+Method open(const char* methodName, std::vector<Parameter> parameters) {
+    const Parameter common[] = {
+        {"FilterQueryLanguage", optional, text<&OpenEnumeration::filterQueryLanguage>},
+        {"FilterQuery", optional, text<&OpenEnumeration::filterQuery>},
+        {"OperationTimeout", optional, number<&OpenEnumeration::operationTimeout>},
+        {"ContinueOnError", optional, flag<&OpenEnumeration::continueOnError>},
+        {"MaxObjectCount", optional, number<&OpenEnumeration::maxObjectCount>}};
+    parameters.insert(parameters.end(), std::begin(common), std::end(common));
+    return {methodName,
+            [](const CIMNamespaceName& nameSpace) {
+                T enumeration;
+                enumeration.nameSpace = nameSpace;
+                OpenEnumeration operation;
+                operation.nameSpace = nameSpace;
+                operation.enumeration = enumeration;
+                return Operation(operation);
+            },
+            std::move(parameters)};
+}
+
+template<Pulled pulled>
+Method pull(const char* methodName) {
+    return {methodName,
+            [](const CIMNamespaceName& nameSpace) {
+                PullEnumeration operation;
+                operation.nameSpace = nameSpace;
+                operation.pulled = pulled;
+                return Operation(operation);
+            },
+            {{"EnumerationContext", required, requiredText<&PullEnumeration::context>},
+             {"MaxObjectCount", required, number<&PullEnumeration::maxObjectCount>}}};
+}
 
 // clang-format off
 const Method methods[] = {
@@ -103,6 +139,45 @@ const Method methods[] = {
         {"ObjectName", required, objectName<ReferenceNames>},
         {"ResultClass", optional, classNameOrNull<&ReferenceNames::resultClass>},
         {"Role", optional, text<&ReferenceNames::role>}}),
+    open<EnumerateInstances>("OpenEnumerateInstances", {
+        {"ClassName", required, className<&EnumerateInstances::className>},
+        {"DeepInheritance", optional, flag<&EnumerateInstances::deepInheritance>},
+        {"IncludeQualifiers", optional, flag<&EnumerateInstances::includeQualifiers>},
+        {"IncludeClassOrigin", optional, flag<&EnumerateInstances::includeClassOrigin>},
+        {"PropertyList", optional, propertyList<&EnumerateInstances::propertyList>}}),
+    open<EnumerateInstanceNames>("OpenEnumerateInstancePaths", {
+        {"ClassName", required, className<&EnumerateInstanceNames::className>}}),
+    open<Associators>("OpenAssociatorInstances", {
+        {"InstanceName", required, sourceInstance<Associators>},
+        {"AssocClass", optional, classNameOrNull<&Associators::assocClass>},
+        {"ResultClass", optional, classNameOrNull<&Associators::resultClass>},
+        {"Role", optional, text<&Associators::role>},
+        {"ResultRole", optional, text<&Associators::resultRole>},
+        {"IncludeClassOrigin", optional, flag<&Associators::includeClassOrigin>},
+        {"PropertyList", optional, propertyList<&Associators::propertyList>}}),
+    open<AssociatorNames>("OpenAssociatorInstancePaths", {
+        {"InstanceName", required, sourceInstance<AssociatorNames>},
+        {"AssocClass", optional, classNameOrNull<&AssociatorNames::assocClass>},
+        {"ResultClass", optional, classNameOrNull<&AssociatorNames::resultClass>},
+        {"Role", optional, text<&AssociatorNames::role>},
+        {"ResultRole", optional, text<&AssociatorNames::resultRole>}}),
+    open<References>("OpenReferenceInstances", {
+        {"InstanceName", required, sourceInstance<References>},
+        {"ResultClass", optional, classNameOrNull<&References::resultClass>},
+        {"Role", optional, text<&References::role>},
+        {"IncludeClassOrigin", optional, flag<&References::includeClassOrigin>},
+        {"PropertyList", optional, propertyList<&References::propertyList>}}),
+    open<ReferenceNames>("OpenReferenceInstancePaths", {
+        {"InstanceName", required, sourceInstance<ReferenceNames>},
+        {"ResultClass", optional, classNameOrNull<&ReferenceNames::resultClass>},
+        {"Role", optional, text<&ReferenceNames::role>}}),
+    pull<Pulled::instancesWithPath>("PullInstancesWithPath"),
+    pull<Pulled::instancePaths>("PullInstancePaths"),
+    pull<Pulled::instances>("PullInstances"),
+    method<CloseEnumeration>("CloseEnumeration", {
+        {"EnumerationContext", requiredInput, requiredText<&CloseEnumeration::context>}}),
+    method<CountEnumeration>("EnumerationCount", {
+        {"EnumerationContext", requiredInput, requiredText<&CountEnumeration::context>}}),
     method<GetClass>("GetClass", {
         {"ClassName", required, className<&GetClass::className>},
         {"LocalOnly", optional, flag<&GetClass::localOnly>},
@@ -125,8 +200,9 @@ const Method methods[] = {
 // clang-format on
 
 // Known, but nothing here stores classes, qualifiers or answers queries.
-const char* const unsupportedMethods[] = {"CreateClass",     "ModifyClass",  "DeleteClass",
-                                          "DeleteQualifier", "SetQualifier", "ExecQuery"};
+const char* const unsupportedMethods[] = {"CreateClass",       "ModifyClass",  "DeleteClass",
+                                          "DeleteQualifier",   "SetQualifier", "ExecQuery",
+                                          "OpenQueryInstances"};
 
 template<class Range, class NameOf>
 auto findNamed(const Range& range, const std::string& wanted, NameOf nameOf) {
@@ -160,14 +236,22 @@ const Parameter& parameterNamed(const Method& method, const std::string& wanted)
     return *found;
 }
 
+String complaintAbout(const Parameter& parameter) {
+    const std::string name(parameter.name);
+    switch (parameter.need) {
+    case required:
+        return toString("Required parameter \"" + name + "\" missing from request.");
+    case requiredInput:
+        return toString("The " + name + " input parameter is required.");
+    default:
+        return String();
+    }
+}
+
 void requireAll(const Method& method, const std::set<const Parameter*>& given) {
     for (const Parameter& parameter : method.parameters) {
         if (parameter.need != optional && !given.contains(&parameter)) {
-            throw CIMException(CIM_ERR_INVALID_PARAMETER,
-                               parameter.need == requiredUnnamed
-                                   ? String()
-                                   : toString(std::string("Required parameter \"") +
-                                              parameter.name + "\" missing from request."));
+            throw CIMException(CIM_ERR_INVALID_PARAMETER, complaintAbout(parameter));
         }
     }
 }

@@ -1,5 +1,10 @@
 #include "server/cimxml/IntrinsicParameters.h"
 
+#include "server/operation/TypedValue.h"
+
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <Pegasus/Common/Exception.h>
+
 #include <set>
 #include <string>
 
@@ -21,6 +26,23 @@ bool readBoolean(const Element& value) {
                    "Invalid value for VALUE element: must be \"TRUE\" or \"FALSE\"");
     }
     return isTrue;
+}
+
+Uint32 readNumber(const Element& value) {
+    try {
+        Uint32 number = 0;
+        valueFromText(toString(value.text()), CIMTYPE_UINT32).get(number);
+        return number;
+    } catch (const InvalidLiteral& invalid) {
+        value.fail(ElementError::semantic, invalid.what());
+    }
+}
+
+void requireKeys(const CIMObjectPath& path) {
+    if (path.getKeyBindings().size() == 0) {
+        throw CIMException(CIM_ERR_INVALID_PARAMETER,
+                           String("Full Model Path with keys required."));
+    }
 }
 
 CIMPropertyList readPropertyList(const CIMValue& names) {

@@ -11,12 +11,25 @@
 #include "server/cimxml/ValueReader.h"
 #include "server/operation/Operation.h"
 
+#include <type_traits>
+
 namespace smisd::parameter {
+
+// The operation, or the enumeration that it opens.
+template<class T>
+T& typed(Operation& operation) {
+    if constexpr (std::is_constructible_v<Enumeration, T>) {
+        if (auto* open = std::get_if<OpenEnumeration>(&operation)) {
+            return std::get<T>(open->enumeration);
+        }
+    }
+    return std::get<T>(operation);
+}
 
 // The field of the operation that a parameter fills, from a pointer to a member.
 template<class Owner, class Field>
 Field& fieldOf(Operation& operation, Field Owner::*member) {
-    return std::get<Owner>(operation).*member;
+    return typed<Owner>(operation).*member;
 }
 
 // The parameter has no value, or one of another kind.
@@ -24,6 +37,12 @@ Field& fieldOf(Operation& operation, Field Owner::*member) {
 
 // TRUE or FALSE in any case.
 bool readBoolean(const Element& value);
+
+// Of 32 bits, without a sign.
+Pegasus::Uint32 readNumber(const Element& value);
+
+// Throws CIM_ERR_INVALID_PARAMETER for a class, or an instance without keys.
+void requireKeys(const Pegasus::CIMObjectPath& path);
 
 // Names that are given twice count once, in their first place.
 Pegasus::CIMPropertyList readPropertyList(const Pegasus::CIMValue& names);
@@ -57,7 +76,7 @@ void instanceName(Element& value, Operation& operation) {
 // ObjectName of an association operation.
 template<class T>
 void objectName(Element& value, Operation& operation) {
-    T& target = std::get<T>(operation);
+    T& target = typed<T>(operation);
     if (const auto element = value.take("CLASSNAME")) {
         target.objectName = Pegasus::CIMObjectPath(Pegasus::String(), Pegasus::CIMNamespaceName(),
                                                    readClassName(*element));
@@ -66,6 +85,24 @@ void objectName(Element& value, Operation& operation) {
         target.objectName = readInstanceName(
             value.expect("INSTANCENAME", "Expected CLASSNAME or INSTANCENAME element"));
     }
+}
+
+// InstanceName of an association operation whose results are pulled.
+template<class T>
+void sourceInstance(Element& value, Operation& operation) {
+    objectName<T>(value, operation);
+    requireKeys(typed<T>(operation).objectName);
+}
+
+template<auto Member>
+void number(Element& value, Operation& operation) {
+    fieldOf(operation, Member) = readNumber(value.expect("VALUE", "Expected VALUE element"));
+}
+
+template<auto Member>
+void requiredText(Element& value, Operation& operation) {
+    const Element element = value.expect("VALUE", "Expected VALUE element");
+    fieldOf(operation, Member) = toString(element.text());
 }
 
 template<auto Member>

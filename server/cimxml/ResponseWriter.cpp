@@ -45,6 +45,10 @@ Xml::Parts partsOf(const Operation& operation) {
                 parts.qualifiers = typed.includeQualifiers;
                 parts.classOrigin = typed.includeClassOrigin;
                 parts.properties = typed.propertyList;
+            } else if constexpr (std::is_same_v<T, OpenEnumeration> ||
+                                 std::is_same_v<T, PullEnumeration>) {
+                parts.qualifiers = false;
+                parts.classOrigin = false;
             }
             return parts;
         },
@@ -70,10 +74,10 @@ ResponseWriter::ResponseWriter(const MessageHead& head, const Operation& operati
       _parts(partsOf(operation)), _text(startOf(head)) {}
 
 std::string ResponseWriter::finish() {
-    _text += _outParameters;
     if (_hasResults) {
         _text += "</IRETURNVALUE>\n";
     }
+    _text += _outParameters;
     return std::exchange(_text, {}) + endOf(_head);
 }
 
@@ -106,6 +110,10 @@ void ResponseWriter::flushIfDue() {
 
 void ResponseWriter::limitProperties(const CIMPropertyList& properties) {
     _parts.properties = properties;
+}
+
+void ResponseWriter::includeClassOrigin() {
+    _parts.classOrigin = true;
 }
 
 void ResponseWriter::instance(const CIMInstance& instance) {
@@ -148,6 +156,19 @@ void ResponseWriter::objectPath(const CIMObjectPath& path) {
         }
         out += "</OBJECTPATH>\n";
     });
+}
+
+void ResponseWriter::instanceWithPath(const CIMObjectPath& path, const CIMInstance& instance) {
+    add([&](std::string& out) {
+        out += "<VALUE.INSTANCEWITHPATH>\n";
+        Xml::appendInstancePath(out, path);
+        Xml::appendInstance(out, instance, _parts);
+        out += "</VALUE.INSTANCEWITHPATH>\n";
+    });
+}
+
+void ResponseWriter::instancePath(const CIMObjectPath& path) {
+    add([&](std::string& out) { Xml::appendInstancePath(out, path); });
 }
 
 void ResponseWriter::returnValue(const CIMValue& value) {

@@ -34,11 +34,15 @@ public:
     bool flushed() const { return _flushed; }
 
     void limitProperties(const Pegasus::CIMPropertyList& properties) override;
+    void includeClassOrigin() override;
     void instance(const Pegasus::CIMInstance& instance) override;
     void namedInstance(const Pegasus::CIMInstance& instance) override;
     void instanceName(const Pegasus::CIMObjectPath& path) override;
     void objectWithPath(const Pegasus::CIMObject& object) override;
     void objectPath(const Pegasus::CIMObjectPath& path) override;
+    void instanceWithPath(const Pegasus::CIMObjectPath& path,
+                          const Pegasus::CIMInstance& instance) override;
+    void instancePath(const Pegasus::CIMObjectPath& path) override;
     void returnValue(const Pegasus::CIMValue& value) override;
     void outParameter(const Pegasus::CIMParamValue& parameter) override;
     void classDeclaration(const Pegasus::CIMClass& declaration) override;
@@ -55,7 +59,7 @@ private:
     bool _ofClass;              // the operation is on the associations of a class
     Pegasus::Xml::Parts _parts; // what of an instance goes out
     std::string _text;          // of the body, not yet flushed
-    std::string _outParameters; // follow the return value
+    std::string _outParameters; // follow what is returned
     unsigned _pendingCount = 0; // of results in _text
     bool _hasResults = false;   // IRETURNVALUE was opened
     bool _flushed = false;

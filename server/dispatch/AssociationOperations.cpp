@@ -64,17 +64,6 @@ void walk(const Request& request, const CIMNamespaceName& nameSpace, const CIMOb
              });
 }
 
-// A delivered path with the parts that the provider has left out.
-CIMObjectPath completed(const CIMObjectPath& path, const Request& request,
-                        const CIMNamespaceName& nameSpace) {
-    CIMObjectPath result = path;
-    if (path.getHost().size() == 0)
-        result.setHost(request.server.hostName);
-    if (path.getNameSpace().isNull())
-        result.setNameSpace(nameSpace);
-    return result;
-}
-
 // The provider keeps its object as it is.
 CIMObject completed(const CIMObject& object, const Request& request,
                     const CIMNamespaceName& nameSpace) {
@@ -82,7 +71,7 @@ CIMObject completed(const CIMObject& object, const Request& request,
     if (path.getHost().size() > 0 && !path.getNameSpace().isNull())
         return object;
     CIMObject result = object.clone();
-    result.setPath(completed(path, request, nameSpace));
+    result.setPath(completePath(path, request.server.hostName, nameSpace));
     return result;
 }
 
@@ -94,7 +83,7 @@ ObjectListHandler objectHandler(const Request& request, const CIMNamespaceName& 
 
 PathListHandler pathHandler(const Request& request, const CIMNamespaceName& nameSpace) {
     return PathListHandler([&](const CIMObjectPath& path) {
-        request.sink.objectPath(completed(path, request, nameSpace));
+        request.sink.objectPath(completePath(path, request.server.hostName, nameSpace));
     });
 }
 

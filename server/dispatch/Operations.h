@@ -23,6 +23,11 @@ void carryOut(const AssociatorNames& operation, const Request& request);
 void carryOut(const References& operation, const Request& request);
 void carryOut(const ReferenceNames& operation, const Request& request);
 
+void carryOut(const OpenEnumeration& operation, const Request& request);
+void carryOut(const PullEnumeration& operation, const Request& request);
+void carryOut(const CloseEnumeration& operation, const Request& request);
+void carryOut(const CountEnumeration& operation, const Request& request);
+
 void carryOut(const InvokeMethod& operation, const Request& request);
 
 void carryOut(const GetClass& operation, const Request& request);

@@ -24,4 +24,14 @@ CIMObjectPath providerPath(const Request& request, const CIMNamespaceName& nameS
                          path.getKeyBindings());
 }
 
+CIMObjectPath completePath(const CIMObjectPath& path, const String& hostName,
+                           const CIMNamespaceName& nameSpace) {
+    CIMObjectPath result = path;
+    if (path.getHost().size() == 0)
+        result.setHost(hostName);
+    if (path.getNameSpace().isNull())
+        result.setNameSpace(nameSpace);
+    return result;
+}
+
 } // namespace smisd

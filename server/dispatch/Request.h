@@ -4,6 +4,7 @@
 #include "server/dispatch/Registration.h"
 #include "server/module/ProviderHost.h"
 #include "server/operation/ResultSink.h"
+#include "server/pull/OpenEnumerations.h"
 #include "server/schema/Repository.h"
 
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -18,12 +19,14 @@ struct Environment {
     const Repository& repository;
     const Registration& registration;
     ProviderHost& providers;
+    OpenEnumerations& enumerations;
     const Pegasus::String hostName; // of the paths that providers receive
 };
 
 struct Request {
     const Environment& server;
     const Pegasus::OperationContext context; // for providers
+    const Pegasus::String userName;
     ResultSink& sink;
 };
 
@@ -38,6 +41,11 @@ const Pegasus::CIMClass& requireClass(const Schema& schema, const Pegasus::CIMNa
 Pegasus::CIMObjectPath providerPath(const Request& request,
                                     const Pegasus::CIMNamespaceName& nameSpace,
                                     const Pegasus::CIMObjectPath& path);
+
+// A delivered path with the host and the namespace that the provider has left out.
+Pegasus::CIMObjectPath completePath(const Pegasus::CIMObjectPath& path,
+                                    const Pegasus::String& hostName,
+                                    const Pegasus::CIMNamespaceName& nameSpace);
 
 // The provider, made if need be, as the interface that it is registered for. Throws
 // CIM_ERR_NOT_SUPPORTED if it does not have that interface.

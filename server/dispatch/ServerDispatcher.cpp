@@ -25,14 +25,15 @@ OperationContext contextFor(const RequestContext& request) {
 } // namespace
 
 ServerDispatcher::ServerDispatcher(const Repository& repository, std::filesystem::path library,
-                                   const String& hostName)
+                                   const String& hostName, unsigned maxEnumerations)
     : _registration(registeredIn(repository)),
       _providers(std::move(library), _registration.moduleName(), makeUpCallHandle(*this)),
-      _environment{repository, _registration, _providers, hostName} {}
+      _enumerations(maxEnumerations), _environment{repository, _registration, _providers,
+                                                   _enumerations, hostName} {}
 
 void ServerDispatcher::dispatch(const Operation& operation, const RequestContext& context,
                                 ResultSink& sink) {
-    const Request request{_environment, contextFor(context), sink};
+    const Request request{_environment, contextFor(context), context.userName, sink};
     std::visit([&](const auto& one) { carryOut(one, request); }, operation);
 }
 

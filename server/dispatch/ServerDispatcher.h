@@ -13,16 +13,20 @@
 
 namespace smisd {
 
+constexpr unsigned defaultMaxEnumerations = 64;
+
 // Providers call back into it. When it is destroyed, with no operation in progress, they end.
 class ServerDispatcher : public Dispatcher {
 public:
     // The registration is what the repository has in the interop namespace; `library` is the file
     // of the module, loaded at the first request for one of its providers. `hostName` is the host
-    // in the paths that providers receive. The repository must outlive the dispatcher.
+    // in the paths that providers receive; `maxEnumerations` may be open for pulling at once. The
+    // repository must outlive the dispatcher.
     //
     // Throws RegistrationError.
     ServerDispatcher(const Repository& repository, std::filesystem::path library,
-                     const Pegasus::String& hostName);
+                     const Pegasus::String& hostName,
+                     unsigned maxEnumerations = defaultMaxEnumerations);
 
     void dispatch(const Operation& operation, const RequestContext& context,
                   ResultSink& sink) override;
@@ -30,6 +34,7 @@ public:
 private:
     const Registration _registration;
     ProviderHost _providers;
+    OpenEnumerations _enumerations;
     const Environment _environment;
 };
 

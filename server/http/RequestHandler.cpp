@@ -59,6 +59,14 @@ Error carriedOut(const Exchange& exchange, ResultSink& sink) {
     return std::nullopt;
 }
 
+// Pulled results are few, and an error replaces them.
+ResponseWriter writerOf(const Exchange& exchange, ResponseWriter::Flush flush) {
+    const bool isWhole = std::holds_alternative<OpenEnumeration>(exchange.operation()) ||
+                         std::holds_alternative<PullEnumeration>(exchange.operation());
+    return ResponseWriter(exchange.head(), exchange.operation(),
+                          isWhole ? ResponseWriter::Flush() : std::move(flush));
+}
+
 bool sendWhole(const Exchange& exchange, const std::string& body) {
     exchange.channel.send(
         exchange.chunked()
@@ -71,8 +79,7 @@ bool sendWhole(const Exchange& exchange, const std::string& body) {
 // gone ends the connection: the client sees that the end is missing.
 bool answerPlain(const Exchange& exchange) {
     HeldAnswer held(exchange.request, exchange.keepOpen, exchange.answerBytes, exchange.channel);
-    ResponseWriter writer(exchange.head(), exchange.operation(),
-                          [&](const std::string& piece) { held.add(piece); });
+    ResponseWriter writer = writerOf(exchange, [&](const std::string& piece) { held.add(piece); });
     const Error error = carriedOut(exchange, writer);
     if (!error) {
         held.add(writer.finish());
@@ -94,7 +101,7 @@ bool answerInChunks(const Exchange& exchange) {
     const auto send = [&](const std::string& piece) {
         exchange.channel.send(std::exchange(head, {}) + chunk(piece));
     };
-    ResponseWriter writer(exchange.head(), exchange.operation(), send);
+    ResponseWriter writer = writerOf(exchange, send);
     const Error error = carriedOut(exchange, writer);
     if (!error) {
         send(writer.finish());

@@ -31,7 +31,8 @@ void addSeconds(CLI::App& app, const std::string& name, std::chrono::seconds& se
         ->group("Limits");
 }
 
-void addLimits(CLI::App& app, HttpLimits& limits) {
+void addLimits(CLI::App& app, Options& options) {
+    HttpLimits& limits = options.limits;
     const auto add = [&app](const std::string& name, auto& limit, const std::string& description) {
         return app.add_option(name, limit, description)
             ->check(CLI::PositiveNumber)
@@ -45,6 +46,7 @@ void addLimits(CLI::App& app, HttpLimits& limits) {
         ->check(CLI::Range(std::size_t{1}, maximumHeaderBytes));
     add("--max-body-bytes", limits.bodyBytes, "Body of one request");
     add("--max-queued-bytes", limits.queueBytes, "Of a response, kept for a slow client");
+    add("--max-enumerations", options.maxEnumerations, "Open for pulling at once");
     addSeconds(app, "--request-time", limits.requestTime, "For a request to arrive");
     addSeconds(app, "--idle-time", limits.idleTime, "Between the requests of a connection");
     addSeconds(app, "--send-time", limits.sendTime, "For a client to take 64 KiB of a response");
@@ -80,7 +82,7 @@ void addOptions(CLI::App& app, Options& options, Typed& typed) {
     app.add_option("--log-level", options.logLevel, "What is told on standard error")
         ->check(CLI::IsMember({"debug", "info", "warning", "error"}))
         ->capture_default_str();
-    addLimits(app, options.limits);
+    addLimits(app, options);
 }
 
 ListenAddress checkedAddress(const std::string& option, const std::string& text) {

@@ -1,6 +1,7 @@
 // The command line of smisd.
 #pragma once
 
+#include "server/dispatch/ServerDispatcher.h"
 #include "server/http/HttpLimits.h"
 #include "server/http/HttpServer.h"
 
@@ -21,6 +22,7 @@ struct Options {
     std::filesystem::path mof;
     std::string logLevel;
     HttpLimits limits;
+    unsigned maxEnumerations = defaultMaxEnumerations;
     std::string hashPasswordFor; // not empty: make a line of the users file instead of serving
 };
 

@@ -73,7 +73,7 @@ void serve(const Options& options) {
     requireLoadable(options.module);
     const std::string hostName = boost::asio::ip::host_name();
     ServerDispatcher dispatcher(repository, std::filesystem::absolute(options.module),
-                                Pegasus::String(hostName.c_str()));
+                                Pegasus::String(hostName.c_str()), options.maxEnumerations);
     RequestHandler handler(dispatcher, authenticator.get(), hostName, options.limits.queueBytes);
     HttpServer server(
         options.limits,

@@ -20,6 +20,7 @@
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/String.h>
 
+#include <optional>
 #include <variant>
 
 namespace smisd {
@@ -130,6 +131,42 @@ struct ReferenceNames {
     Pegasus::String role;
 };
 
+// Enumerations whose results are pulled in pieces (DSP0200, "Pulled enumeration operations")
+
+using Enumeration = std::variant<EnumerateInstances, EnumerateInstanceNames, Associators,
+                                 AssociatorNames, References, ReferenceNames>;
+
+// The namespace is the enumeration's, too.
+struct OpenEnumeration {
+    Pegasus::CIMNamespaceName nameSpace;
+    Enumeration enumeration;
+    Pegasus::String filterQueryLanguage; // "" for an absent parameter
+    Pegasus::String filterQuery;
+    std::optional<Pegasus::Uint32> operationTimeout; // seconds
+    bool continueOnError = false;
+    Pegasus::Uint32 maxObjectCount = 0;
+};
+
+// What a pull wants; it must be what was opened. There are no queries, so nothing without a path.
+enum class Pulled { instancesWithPath, instancePaths, instances };
+
+struct PullEnumeration {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pulled pulled = Pulled::instancesWithPath;
+    Pegasus::String context;
+    Pegasus::Uint32 maxObjectCount = 0;
+};
+
+struct CloseEnumeration {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::String context;
+};
+
+struct CountEnumeration {
+    Pegasus::CIMNamespaceName nameSpace;
+    Pegasus::String context;
+};
+
 // Extrinsic methods
 
 // A parameter with isTyped() false was sent without a type: its value is a string or an array of
@@ -181,7 +218,8 @@ struct EnumerateQualifiers {
 using Operation =
     std::variant<GetInstance, EnumerateInstances, EnumerateInstanceNames, ModifyInstance,
                  CreateInstance, DeleteInstance, GetProperty, SetProperty, Associators,
-                 AssociatorNames, References, ReferenceNames, InvokeMethod, GetClass,
-                 EnumerateClasses, EnumerateClassNames, GetQualifier, EnumerateQualifiers>;
+                 AssociatorNames, References, ReferenceNames, OpenEnumeration, PullEnumeration,
+                 CloseEnumeration, CountEnumeration, InvokeMethod, GetClass, EnumerateClasses,
+                 EnumerateClassNames, GetQualifier, EnumerateQualifiers>;
 
 } // namespace smisd

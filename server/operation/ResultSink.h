@@ -38,6 +38,10 @@ public:
     // the requested class alone.
     virtual void limitProperties(const Pegasus::CIMPropertyList&) {}
 
+    // Class origins are wanted in the results that follow, though the operation does not say so:
+    // what is pulled was asked for when it was opened.
+    virtual void includeClassOrigin() {}
+
     // GetInstance: exactly one.
     virtual void instance(const Pegasus::CIMInstance&) { unexpected("instance"); }
 
@@ -55,10 +59,16 @@ public:
     // a class, else an instance.
     virtual void objectPath(const Pegasus::CIMObjectPath&) { unexpected("objectPath"); }
 
+    // Opened and pulled enumerations: with host and namespace.
+    virtual void instanceWithPath(const Pegasus::CIMObjectPath&, const Pegasus::CIMInstance&) {
+        unexpected("instanceWithPath");
+    }
+    virtual void instancePath(const Pegasus::CIMObjectPath&) { unexpected("instancePath"); }
+
     // InvokeMethod: at most one, at any time; GetProperty: exactly one.
     virtual void returnValue(const Pegasus::CIMValue&) { unexpected("returnValue"); }
 
-    // InvokeMethod.
+    // InvokeMethod; opened and pulled enumerations: their state.
     virtual void outParameter(const Pegasus::CIMParamValue&) { unexpected("outParameter"); }
 
     // GetClass: exactly one; EnumerateClasses. Already reduced to what was asked for.

@@ -281,5 +281,47 @@ TEST(MessageHead, IsEscaped) {
     EXPECT_NE(body.find("NAME=\"M&amp;\""), std::string::npos) << body;
 }
 
+// Pulled results
+
+TEST(PulledResults, AreFollowedByTheirState) {
+    EXPECT_EQ(bodyOf("PullInstancePaths", PullEnumeration(),
+                     [](ResultSink& sink) {
+                         sink.instancePath(pathOf("v"));
+                         sink.outParameter(
+                             CIMParamValue("EndOfSequence", CIMValue(Boolean(true)), false));
+                         sink.outParameter(
+                             CIMParamValue("EnumerationContext", CIMValue(String()), false));
+                     }),
+              intrinsic("PullInstancePaths",
+                        "<IRETURNVALUE>\n"
+                        "<INSTANCEPATH>\n<NAMESPACEPATH>\n<HOST>host</HOST>\n"
+                        "<LOCALNAMESPACEPATH>\n<NAMESPACE NAME=\"root\"/>\n"
+                        "<NAMESPACE NAME=\"x\"/>\n</LOCALNAMESPACEPATH>\n</NAMESPACEPATH>\n"
+                        "<INSTANCENAME CLASSNAME=\"C\">\n<KEYBINDING NAME=\"k\">\n"
+                        "<KEYVALUE VALUETYPE=\"string\">v</KEYVALUE>\n</KEYBINDING>\n"
+                        "</INSTANCENAME>\n</INSTANCEPATH>\n"
+                        "</IRETURNVALUE>\n"
+                        "<PARAMVALUE NAME=\"EndOfSequence\">\n<VALUE>TRUE</VALUE>\n"
+                        "</PARAMVALUE>\n"
+                        "<PARAMVALUE NAME=\"EnumerationContext\">\n<VALUE></VALUE>\n"
+                        "</PARAMVALUE>\n"));
+}
+
+TEST(PulledResults, ShowNeitherQualifiersNorUnwantedOrigins) {
+    const auto deliver = [](ResultSink& sink) {
+        sink.instanceWithPath(pathOf("v"), richInstance());
+    };
+    const std::string plain = bodyOf("PullInstancesWithPath", PullEnumeration(), deliver);
+    EXPECT_EQ(plain.find("QUALIFIER"), std::string::npos);
+    EXPECT_EQ(plain.find("CLASSORIGIN"), std::string::npos);
+    const std::string withOrigins =
+        bodyOf("PullInstancesWithPath", PullEnumeration(), [&](ResultSink& sink) {
+            sink.includeClassOrigin();
+            deliver(sink);
+        });
+    EXPECT_NE(withOrigins.find("CLASSORIGIN=\"B\""), std::string::npos);
+    EXPECT_NE(withOrigins.find("<VALUE.INSTANCEWITHPATH>\n<INSTANCEPATH>"), std::string::npos);
+}
+
 } // namespace
 } // namespace smisd::test

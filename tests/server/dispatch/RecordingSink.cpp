@@ -36,6 +36,10 @@ void RecordingSink::limitProperties(const CIMPropertyList& list) {
     lines.push_back(line);
 }
 
+void RecordingSink::includeClassOrigin() {
+    lines.push_back("origin");
+}
+
 void RecordingSink::instance(const CIMInstance& instance) {
     lines.push_back("instance " + objectText(CIMConstInstance(instance)));
 }
@@ -56,6 +60,15 @@ void RecordingSink::objectWithPath(const CIMObject& object) {
 
 void RecordingSink::objectPath(const CIMObjectPath& path) {
     lines.push_back("path " + utf8(path.toString()));
+}
+
+void RecordingSink::instanceWithPath(const CIMObjectPath& path, const CIMInstance& instance) {
+    lines.push_back("instance of " + utf8(path.toString()) + " is " +
+                    objectText(CIMConstInstance(instance)));
+}
+
+void RecordingSink::instancePath(const CIMObjectPath& path) {
+    lines.push_back("instance path " + utf8(path.toString()));
 }
 
 void RecordingSink::returnValue(const CIMValue& value) {

@@ -13,11 +13,15 @@ namespace smisd {
 class RecordingSink : public ResultSink {
 public:
     void limitProperties(const Pegasus::CIMPropertyList& list) override;
+    void includeClassOrigin() override;
     void instance(const Pegasus::CIMInstance& instance) override;
     void namedInstance(const Pegasus::CIMInstance& instance) override;
     void instanceName(const Pegasus::CIMObjectPath& path) override;
     void objectWithPath(const Pegasus::CIMObject& object) override;
     void objectPath(const Pegasus::CIMObjectPath& path) override;
+    void instanceWithPath(const Pegasus::CIMObjectPath& path,
+                          const Pegasus::CIMInstance& instance) override;
+    void instancePath(const Pegasus::CIMObjectPath& path) override;
     void returnValue(const Pegasus::CIMValue& value) override;
     void outParameter(const Pegasus::CIMParamValue& parameter) override;
     void classDeclaration(const Pegasus::CIMClass& declaration) override;
