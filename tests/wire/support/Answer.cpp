@@ -122,6 +122,12 @@ Xml Answer::outReference(const std::string& name) const {
                      .node());
 }
 
+std::string Answer::outValue(const std::string& name) const {
+    return _response.select_node(("PARAMVALUE[@NAME='" + name + "']/VALUE").c_str())
+        .node()
+        .child_value();
+}
+
 std::vector<pugi::xml_node> Answer::results() const {
     std::vector<pugi::xml_node> nodes;
     for (const pugi::xml_node& node : _response.child("IRETURNVALUE").children()) {

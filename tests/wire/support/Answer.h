@@ -19,9 +19,11 @@ public:
     // An error that stands in the trailer of a response in chunks counts too.
     std::string error() const { return _error; }
 
-    // Of a method: "uint32 0", or "" for none; and an output parameter that is a reference.
+    // Of a method: "uint32 0", or "" for none; and an output parameter that is a reference, or a
+    // value.
     std::string returnValue() const;
     Xml outReference(const std::string& name) const;
+    std::string outValue(const std::string& name) const;
 
     // The results in order, without regard to their kind.
     std::size_t size() const { return results().size(); }
