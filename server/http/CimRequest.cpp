@@ -6,6 +6,7 @@
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
+#include <boost/beast/core/string.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -15,7 +16,7 @@ namespace smisd {
 namespace {
 
 bool same(std::string_view a, std::string_view b) {
-    return boost::algorithm::iequals(a, b, std::locale::classic());
+    return boost::beast::iequals(a, b);
 }
 
 // "a; b ;c" -> "a", "b", "c"

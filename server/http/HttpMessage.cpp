@@ -1,7 +1,7 @@
 #include "server/http/HttpMessage.h"
 
 #include <algorithm>
-#include <boost/algorithm/string/predicate.hpp>
+#include <boost/beast/core/string.hpp>
 
 namespace smisd {
 namespace {
@@ -14,7 +14,7 @@ bool isNamed(std::string_view text, std::string_view name) {
     if (text.size() == name.size() + 3 && isDigit(text[0]) && isDigit(text[1]) && text[2] == '-') {
         text.remove_prefix(3);
     }
-    return boost::algorithm::iequals(text, name, std::locale::classic());
+    return boost::beast::iequals(text, name);
 }
 
 } // namespace
