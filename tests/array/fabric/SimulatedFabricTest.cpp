@@ -44,7 +44,12 @@ TEST_F(SimulatedFabricTest, ALoginMakesASessionWithTheTargetsParameters) {
     SessionParameters proposed;
     proposed.maxConnections = 2;
     proposed.maxBurstLength = 1 << 20;
-    change([&](Change& change) { change.modify(now()->sessionSettingsOf(_target), proposed); });
+    ConnectionParameters proposedToConnections;
+    proposedToConnections.maxRecvDataSegmentLength = 65536;
+    change([&](Change& change) {
+        change.modify(now()->sessionSettingsOf(_target), proposed);
+        change.modify(now()->connectionSettingsOf(_target), proposedToConnections);
+    });
     const Id second = addEndpoint("192.0.2.11");
     const Id session = array().login({_target, _initiator, SECRET, {_endpoint, second}});
 
@@ -57,6 +62,7 @@ TEST_F(SimulatedFabricTest, ALoginMakesASessionWithTheTargetsParameters) {
     ASSERT_EQ(connections.size(), 2u);
     EXPECT_EQ(now()->connection(connections[0])->endpoint, _endpoint);
     EXPECT_EQ(now()->connection(connections[1])->endpoint, second);
+    EXPECT_EQ(now()->connection(connections[1])->parameters, proposedToConnections);
     EXPECT_EQ(now()->connection(connections[0])->authMethod, Pegasus::DRAV_AUTH_CHAP);
     EXPECT_FALSE(now()->connection(connections[0])->mutualAuth);
     EXPECT_EQ(now()->loginStatistics(_target).successfulLogins, 1u);
@@ -98,12 +104,12 @@ TEST_F(SimulatedFabricTest, ALoginWithoutAGrantIsRefusedAndCounted) {
 }
 
 TEST_F(SimulatedFabricTest, ALoginWithAWrongSecretIsRefusedAndCounted) {
-    for (const char* wrong : {"", "another secret than the right one"})
+    for (const char* wrong : {"", "A secret of enough bytes", "another secret than the right one"})
         expectRefused(ErrorCode::LoginFailed,
                       "Initiator \"iqn.2026-01.com.example:host1\" did not prove its secret to "
                       "target \"iqn.2026-01.com.example:t1\".",
                       request(wrong), 3, &LoginStatistics::authenticationFailures);
-    EXPECT_EQ(now()->loginStatistics(_target).authenticationFailures, 2u);
+    EXPECT_EQ(now()->loginStatistics(_target).authenticationFailures, 3u);
 }
 
 TEST_F(SimulatedFabricTest, ALoginNeedsFromOneToMaxConnectionsEndpoints) {
@@ -125,6 +131,8 @@ TEST_F(SimulatedFabricTest, ALoginOfWhatIsNotThereIsNoAttempt) {
     EXPECT_EQ(codeOf({_target, 0x0D000009, SECRET, {_endpoint}}), ErrorCode::NoSuchObject);
     EXPECT_EQ(codeOf({_target, _initiator, SECRET, {0x09000009}}), ErrorCode::NoSuchObject);
     EXPECT_EQ(codeOf({_target, _initiator, SECRET, {_target}}), ErrorCode::WrongClass);
+    change([this](Change& change) { change.revoke(_target, _initiator); });
+    EXPECT_EQ(codeOf({_target, _initiator, SECRET, {0x09000009}}), ErrorCode::NoSuchObject);
     EXPECT_EQ(now()->loginStatistics(_target).failures(), 0u);
 }
 
