@@ -143,6 +143,7 @@ TEST_F(SimulatedFabricTest, ALogoutEndsTheSession) {
     EXPECT_EQ(now()->count(CLASSID_ISCSI_CONNECTION), 0u);
     EXPECT_EQ(now()->loginStatistics(_target).normalLogouts, 1u);
     EXPECT_EQ(now()->sessionStatistics(session).commandPDUs, 0u);
+    EXPECT_EQ(now()->interfaceStatistics(_endpoint).framesReceived, 3u + 1);
     EXPECT_EQ(failureOf([&] { array().logout(session); }).code, ErrorCode::NoSuchObject);
 }
 

@@ -105,6 +105,17 @@ TEST(LoginParameters, ASegmentHasItsLimits) {
                   [&] { checkParameters(parameters, "it"); });
 }
 
+TEST(LoginParameters, MarkersAreOffOrOn) {
+    ConnectionParameters parameters;
+    parameters.markersOnReceive = 1;
+    EXPECT_NO_THROW(checkParameters(parameters, "it"));
+    parameters.markersOnReceive = 2;
+    expectFailure(ErrorCode::BadParameter,
+                  "IFMarker 2 of it is out of range: it must be from 0 to 1 (RFC 7143 section "
+                  "13.25).",
+                  [&] { checkParameters(parameters, "it"); });
+}
+
 TEST(LoginParameters, UnknownMethodsAreRefused) {
     ConnectionParameters parameters;
     parameters.secondaryHeaderDigest = Pegasus::DRAV_DIGEST_NO_PREFERENCE;
