@@ -116,25 +116,58 @@ TEST(LoginParameters, MarkersAreOffOrOn) {
                   [&] { checkParameters(parameters, "it"); });
 }
 
-TEST(LoginParameters, UnknownMethodsAreRefused) {
-    ConnectionParameters parameters;
-    parameters.secondaryHeaderDigest = Pegasus::DRAV_DIGEST_NO_PREFERENCE;
-    EXPECT_NO_THROW(checkParameters(parameters, "it"));
-    parameters.primaryHeaderDigest = Pegasus::DRAV_DIGEST_NO_PREFERENCE;
-    expectFailure(ErrorCode::BadParameter,
-                  "primary HeaderDigest 8 of it is no method that it can have (RFC 7143 section "
-                  "13.1).",
-                  [&] { checkParameters(parameters, "it"); });
-    parameters = {};
-    parameters.secondaryDataDigest = Pegasus::DRAV_DIGEST_UNKNOWN;
-    EXPECT_EQ(failureOf([&] { checkParameters(parameters, "it"); }).code, ErrorCode::BadParameter);
-    parameters = {};
-    parameters.secondaryAuthMethod = Pegasus::DRAV_AUTH_UNKNOWN;
-    expectFailure(
-        ErrorCode::BadParameter,
-        "secondary AuthMethod 65535 of it is no method that it can have (RFC 7143 section "
-        "12.1).",
-        [&] { checkParameters(parameters, "it"); });
+// The codes that each choice accepts, of those that there are.
+struct Choices {
+    std::uint16_t ConnectionParameters::*field;
+    const char* name;
+    std::vector<std::uint16_t> good;
+    std::vector<std::uint16_t> bad;
+    const char* section;
+};
+
+const std::vector<Choices>& everyChoice() {
+    using namespace Pegasus;
+    using Parameters = ConnectionParameters;
+    static const std::vector<std::uint16_t> digests = {DRAV_DIGEST_NONE, DRAV_DIGEST_CRC32C,
+                                                       DRAV_DIGEST_OTHER};
+    static const std::vector<std::uint16_t> noFirstDigests = {DRAV_DIGEST_NO_PREFERENCE, 2,
+                                                              DRAV_DIGEST_UNKNOWN};
+    static const std::vector<std::uint16_t> secondDigests = {
+        DRAV_DIGEST_NONE, DRAV_DIGEST_CRC32C, DRAV_DIGEST_NO_PREFERENCE, DRAV_DIGEST_OTHER};
+    static const std::vector<std::uint16_t> noDigests = {2, DRAV_DIGEST_UNKNOWN};
+    static const std::vector<std::uint16_t> methods = {DRAV_AUTH_NO_AUTHENTICATION, DRAV_AUTH_CHAP,
+                                                       DRAV_AUTH_SRP, DRAV_AUTH_KERBEROS,
+                                                       DRAV_AUTH_NONE};
+    static const std::vector<std::uint16_t> noMethods = {2, DRAV_AUTH_UNKNOWN};
+    static const std::vector<Choices> rows = {
+        {&Parameters::primaryHeaderDigest, "primary HeaderDigest", digests, noFirstDigests, "13.1"},
+        {&Parameters::primaryDataDigest, "primary DataDigest", digests, noFirstDigests, "13.1"},
+        {&Parameters::secondaryHeaderDigest, "secondary HeaderDigest", secondDigests, noDigests,
+         "13.1"},
+        {&Parameters::secondaryDataDigest, "secondary DataDigest", secondDigests, noDigests,
+         "13.1"},
+        {&Parameters::primaryAuthMethod, "primary AuthMethod", methods, noMethods, "12.1"},
+        {&Parameters::secondaryAuthMethod, "secondary AuthMethod", methods, noMethods, "12.1"},
+    };
+    return rows;
+}
+
+TEST(LoginParameters, EachMethodIsOneThatItsChoiceKnows) {
+    for (const Choices& choice : everyChoice()) {
+        ConnectionParameters parameters;
+        for (const std::uint16_t code : choice.good) {
+            parameters.*choice.field = code;
+            EXPECT_NO_THROW(checkParameters(parameters, "it")) << choice.name << ' ' << code;
+        }
+        for (const std::uint16_t code : choice.bad) {
+            parameters.*choice.field = code;
+            expectFailure(ErrorCode::BadParameter,
+                          choice.name + std::string(" ") + std::to_string(code) +
+                              " of it is no method that it can have (RFC 7143 section " +
+                              choice.section + ").",
+                          [&] { checkParameters(parameters, "it"); });
+        }
+    }
 }
 
 } // namespace
