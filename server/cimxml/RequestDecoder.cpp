@@ -4,7 +4,6 @@
 #include "server/cimxml/NameReader.h"
 #include "server/cimxml/PathReader.h"
 #include "server/cimxml/ValueReader.h"
-#include "server/cimxml/XmlDocument.h"
 
 #include <algorithm>
 
@@ -172,8 +171,8 @@ DecodedRequest readMessage(Element cim, const CimHeaders& headers) {
 
 } // namespace
 
-DecodedRequest decodeRequest(std::string body, const CimHeaders& headers) {
-    const XmlDocument document(std::move(body));
+DecodedRequest decodeRequest(std::string body, const CimHeaders& headers, unsigned maximumDepth) {
+    const XmlDocument document(std::move(body), maximumDepth);
     try {
         return readMessage(document.root(), headers);
     } catch (const ElementError& error) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "server/cimxml/BadRequest.h"
+#include "server/cimxml/XmlDocument.h"
 #include "server/operation/Operation.h"
 
 #include <Pegasus/Common/CIMStatusCode.h>
@@ -36,6 +37,7 @@ struct DecodedRequest {
 
 // Throws BadRequest for a body that is not CIM-XML, or does not agree with the headers.
 // Thread-safe.
-DecodedRequest decodeRequest(std::string body, const CimHeaders& headers);
+DecodedRequest decodeRequest(std::string body, const CimHeaders& headers,
+                             unsigned maximumDepth = usualDepth);
 
 } // namespace smisd

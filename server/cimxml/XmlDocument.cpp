@@ -158,7 +158,7 @@ void Element::fail(ElementError::Kind kind, const std::string& text) const {
     throw ElementError(kind, _node.offset_debug(), text);
 }
 
-XmlDocument::XmlDocument(std::string text) : _text(std::move(text)) {
+XmlDocument::XmlDocument(std::string text, unsigned maximumDepth) : _text(std::move(text)) {
     if (!isUtf8(_text)) {
         refuse("request-not-valid", "Invalid UTF-8 character detected.");
     }
@@ -179,10 +179,10 @@ XmlDocument::XmlDocument(std::string text) : _text(std::move(text)) {
         throw badRequest(
             ElementError(ElementError::notWellFormed, parsed.offset, parsed.description()));
     }
-    checkTree();
+    checkTree(maximumDepth);
 }
 
-void XmlDocument::checkTree() const {
+void XmlDocument::checkTree(unsigned maximumDepth) const {
     if (_document.first_child().type() != pugi::node_declaration) {
         throw badRequest(noDeclaration);
     }
@@ -193,19 +193,21 @@ void XmlDocument::checkTree() const {
         }
     }
 
-    struct : pugi::xml_tree_walker {
+    struct Walker : pugi::xml_tree_walker {
+        explicit Walker(unsigned theLimit) : limit(theLimit) {}
         bool for_each(pugi::xml_node& node) override {
             if (node.type() == pugi::node_pi) {
                 Element(node).fail(ElementError::notWellFormed, "Processing instruction");
             }
-            if (depth() + 1 > maximumDepth) { // the root is at 0
+            if (static_cast<unsigned>(depth() + 1) > limit) { // the root is at 0
                 Element(node.parent())
-                    .fail(ElementError::validation, "More than " + std::to_string(maximumDepth) +
+                    .fail(ElementError::validation, "More than " + std::to_string(limit) +
                                                         " nested elements are not supported");
             }
             return true;
         }
-    } check;
+        const unsigned limit;
+    } check(maximumDepth);
     try {
         _document.root().traverse(check);
     } catch (const ElementError& error) {

@@ -1,7 +1,7 @@
 // The XML of a request as a tree of elements that are read in order.
 //
 // A stranger wrote the text. Neither document types nor entities beyond the five of XML are
-// accepted, and the tree is at most maximumDepth deep. Content is taken as OpenPegasus takes it:
+// accepted, and the tree is at most as deep as is said. Content is taken as OpenPegasus takes it:
 // white space around it goes, white space within it, in references and in CDATA sections stays.
 #pragma once
 
@@ -18,7 +18,8 @@ namespace smisd {
 
 // Deep enough for a reference with a reference key with a reference key; each level doubles the
 // escapes in the text of the keys above it.
-constexpr int maximumDepth = 32;
+constexpr unsigned usualDepth = 32;
+constexpr unsigned greatestDepth = 48; // that may be asked for
 
 // What is wrong with an element, and where; becomes a BadRequest by way of
 // XmlDocument::badRequest.
@@ -75,14 +76,14 @@ private:
 class XmlDocument {
 public:
     // Throws BadRequest: the text is not UTF-8, not well-formed, no XML document, or too deep.
-    explicit XmlDocument(std::string text);
+    explicit XmlDocument(std::string text, unsigned maximumDepth = usualDepth);
 
     Element root() const { return Element(_document.document_element()); }
 
     BadRequest badRequest(const ElementError& error) const;
 
 private:
-    void checkTree() const;
+    void checkTree(unsigned maximumDepth) const;
 
     std::string _text; // the tree points into it
     pugi::xml_document _document;

@@ -1,6 +1,8 @@
 // What a client may cost the server.
 #pragma once
 
+#include "server/cimxml/XmlDocument.h"
+
 #include <chrono>
 #include <cstddef>
 
@@ -14,6 +16,7 @@ struct HttpLimits {
     unsigned workers = 8;                     // operations carried out at once
     std::size_t headerBytes = 64000;          // of one request, maximumHeaderBytes at most; 431
     std::size_t bodyBytes = 16 * 1024 * 1024; // of one request; 413
+    unsigned depth = usualDepth;              // of the elements in a body; 400
     std::chrono::seconds requestTime{30};     // from its first byte to its last; then it is cut off
     std::chrono::seconds idleTime{300};       // between requests
     std::size_t queueBytes = 1024 * 1024;     // of one response, kept for a client that is slower

@@ -131,9 +131,9 @@ bool endsConnection(const BadRequest& badRequest) {
 } // namespace
 
 RequestHandler::RequestHandler(Dispatcher& dispatcher, Authenticator* authenticator,
-                               std::string hostName, std::size_t answerBytes)
+                               std::string hostName, const HttpLimits& limits)
     : _dispatcher(dispatcher), _authenticator(authenticator), _hostName(std::move(hostName)),
-      _answerBytes(answerBytes) {}
+      _limits(limits) {}
 
 bool RequestHandler::admit(const HttpRequest& head, ResponseChannel& channel) {
     bool accepted = false;
@@ -151,9 +151,9 @@ bool RequestHandler::handle(HttpRequest request, ResponseChannel& channel) {
             return request.keepAlive;
         }
         const DecodedRequest decoded =
-            decodeRequest(std::move(request.body), accepted->cim.headers);
+            decodeRequest(std::move(request.body), accepted->cim.headers, _limits.depth);
         return answer({_dispatcher, accepted->cim, decoded, accepted->context, channel,
-                       request.keepAlive, _answerBytes});
+                       request.keepAlive, _limits.queueBytes});
     });
 }
 

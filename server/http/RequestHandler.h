@@ -3,10 +3,10 @@
 
 #include "server/auth/Authenticator.h"
 #include "server/http/CimRequest.h"
+#include "server/http/HttpLimits.h"
 #include "server/http/HttpMessage.h"
 #include "server/operation/Dispatcher.h"
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -20,9 +20,9 @@ class RequestHandler {
 public:
     // Without an authenticator every request is accepted, with the user name "". Both outlive the
     // handler. `hostName` is the realm that clients are asked to authenticate for. Of an answer,
-    // `answerBytes` are kept to tell its length, unless the client takes trailers.
+    // limits.queueBytes are kept to tell its length, unless the client takes trailers.
     RequestHandler(Dispatcher& dispatcher, Authenticator* authenticator, std::string hostName,
-                   std::size_t answerBytes);
+                   const HttpLimits& limits);
 
     // Whether a request with this head would be carried out; if not, it was refused. Throws
     // ConnectionLost.
@@ -47,7 +47,7 @@ private:
     Dispatcher& _dispatcher;
     Authenticator* const _authenticator;
     const std::string _hostName;
-    const std::size_t _answerBytes;
+    const HttpLimits _limits;
 };
 
 } // namespace smisd

@@ -45,6 +45,8 @@ void addLimits(CLI::App& app, Options& options) {
     add("--max-header-bytes", limits.headerBytes, "Headers of one request")
         ->check(CLI::Range(std::size_t{1}, maximumHeaderBytes));
     add("--max-body-bytes", limits.bodyBytes, "Body of one request");
+    add("--max-depth", limits.depth, "Of the elements in a body")
+        ->check(CLI::Range(1U, greatestDepth));
     add("--max-queued-bytes", limits.queueBytes, "Of a response, kept for a slow client");
     add("--max-enumerations", options.maxEnumerations, "Open for pulling at once");
     addSeconds(app, "--request-time", limits.requestTime, "For a request to arrive");

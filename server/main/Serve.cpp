@@ -74,7 +74,7 @@ void serve(const Options& options) {
     const std::string hostName = boost::asio::ip::host_name();
     ServerDispatcher dispatcher(repository, std::filesystem::absolute(options.module),
                                 Pegasus::String(hostName.c_str()), options.maxEnumerations);
-    RequestHandler handler(dispatcher, authenticator.get(), hostName, options.limits.queueBytes);
+    RequestHandler handler(dispatcher, authenticator.get(), hostName, options.limits);
     HttpServer server(
         options.limits,
         [&handler](HttpRequest request, ResponseChannel& channel) {

@@ -67,11 +67,15 @@ protected:
     Authenticator* checkedBy = nullptr;
 
     bool handle(const HttpRequest& request) { return handler().handle(request, channel); }
-    RequestHandler handler() {
-        return RequestHandler(dispatcher, checkedBy, "array1", answerBytes);
-    }
+    RequestHandler handler() { return RequestHandler(dispatcher, checkedBy, "array1", limits); }
 
     static constexpr size_t answerBytes = 100'000;
+
+    HttpLimits limits = [] {
+        HttpLimits changed;
+        changed.queueBytes = answerBytes;
+        return changed;
+    }();
 
     static void deliver(ResultSink& sink, int count) {
         for (int i = 0; i < count; ++i) {
@@ -173,6 +177,16 @@ TEST_F(HandledRequest, WithBadBodyIsRefused) {
     EXPECT_THAT(channel.bytes,
                 StartsWith("HTTP/1.1 400 Bad Request\r\nCIMError: request-not-valid\r\n"));
     EXPECT_EQ(dispatcher.calls, 0);
+}
+
+TEST_F(HandledRequest, WithDeeperBodyThanTheLimitIsRefused) {
+    limits.depth = 6;
+    handle(enumerateRequest());
+    EXPECT_EQ(dispatcher.calls, 1);
+    limits.depth = 5;
+    handle(enumerateRequest());
+    EXPECT_EQ(dispatcher.calls, 1);
+    EXPECT_THAT(channel.bytes, HasSubstr("More%20than%205%20nested%20elements"));
 }
 
 TEST_F(HandledRequest, WithUnknownMethodGetsACimError) {
