@@ -153,9 +153,14 @@ protected:
                                                    {"events"}}) {
             texts += array.arrayctl(command);
         }
-        texts += readFile(array.state() / "events.jsonl");
         const Result said = smisd.stop();
-        return texts + said.out + said.err;
+        texts += said.out + said.err;
+        for (const auto& entry : std::filesystem::directory_iterator(array.state())) {
+            if (!entry.path().filename().string().starts_with("array.db")) {
+                texts += readFile(entry.path());
+            }
+        }
+        return texts;
     }
     std::string refusalOf(std::vector<std::string> arguments, const std::string& input) const {
         arguments.insert(arguments.begin(), {ARRAYCTL, "--state", array.state().string()});
