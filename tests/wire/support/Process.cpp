@@ -55,6 +55,23 @@ std::string readAll(int descriptor) {
     return text;
 }
 
+// In a thread of its own. A program that ends without reading all is no error, nor our end.
+void writeAll(int descriptor, const std::string& text) {
+    sigset_t pipe;
+    sigemptyset(&pipe);
+    sigaddset(&pipe, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+    std::size_t written = 0;
+    while (written < text.size()) {
+        const ssize_t count = write(descriptor, text.data() + written, text.size() - written);
+        if (count <= 0) {
+            break;
+        }
+        written += static_cast<std::size_t>(count);
+    }
+    close(descriptor);
+}
+
 int exitStatus(pid_t pid) {
     int status = 0;
     waitpid(pid, &status, 0);
@@ -81,17 +98,7 @@ Result run(const std::vector<std::string>& arguments, const std::string& input) 
     close(in.reading);
     close(out.writing);
     close(err.writing);
-    std::thread feeder([&] {
-        std::size_t written = 0;
-        while (written < input.size()) {
-            const ssize_t count = write(in.writing, input.data() + written, input.size() - written);
-            if (count <= 0) {
-                break;
-            }
-            written += static_cast<std::size_t>(count);
-        }
-        close(in.writing);
-    });
+    std::thread feeder([&] { writeAll(in.writing, input); });
     Result result = collect(pid, out.reading, err.reading, "");
     feeder.join();
     return result;
