@@ -89,10 +89,14 @@ TEST_F(SessionCommands, LogoutEndsAllSessionsOfAPair) {
     outputOf({"session", "login", host1, target});
     outputOf({"session", "login", host1, target});
     outputOf({"session", "login", host2, target}, "host-secret-22");
+    const std::string another = "iqn.2026-01.com.example:t2";
+    outputOf({"grant", "create", another, host1});
+    outputOf({"session", "login", host1, another});
     outputOf({"session", "logout", host1, target});
     const auto list = jsonOf({"session", "list"});
-    ASSERT_EQ(list.size(), 1U);
+    ASSERT_EQ(list.size(), 2U);
     EXPECT_EQ(list[0]["initiator"], host2);
+    EXPECT_EQ(list[1]["target"], another);
     EXPECT_EQ(refusalOf({"session", "logout", host1, target}),
               "arrayctl: Initiator \"" + host1 + "\" has no session with target \"" + target +
                   "\".\n");

@@ -51,7 +51,11 @@ TEST_F(TargetCommands, ShowGivesTheKeysOfSettingsAndStatistics) {
     EXPECT_EQ(report["sessionSettings"]["firstBurstLength"], 65536);
     EXPECT_EQ(report["connectionSettings"]["key"], "Ovrin:22000001");
     EXPECT_EQ(report["connectionSettings"]["primaryHeaderDigest"], "CRC32C");
+    EXPECT_EQ(report["connectionSettings"]["primaryDataDigest"], "CRC32C");
+    EXPECT_EQ(report["connectionSettings"]["secondaryHeaderDigest"], "None");
+    EXPECT_EQ(report["connectionSettings"]["secondaryDataDigest"], "None");
     EXPECT_EQ(report["connectionSettings"]["primaryAuthMethod"], "CHAP");
+    EXPECT_EQ(report["connectionSettings"]["secondaryAuthMethod"], "NoAuthentication");
     EXPECT_EQ(report["loginStatistics"]["key"], "Ovrin:0E000001");
     EXPECT_EQ(report["loginStatistics"]["successfulLogins"], 1);
     EXPECT_EQ(report["sessionFailures"]["key"], "Ovrin:0E000001");
