@@ -1,6 +1,7 @@
 // Against the smisd at BENCH_SERVER ("127.0.0.1:5988"), which asks for no password and serves an
 // array of bench_array's.
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -71,7 +72,7 @@ void getHostOnTheWire(benchmark::State& state) {
                        "</INSTANCENAME></IPARAMVALUE>");
     for (auto _ : state)
         client.call("GetInstance", "root/snia", body);
-    report(state, state.iterations());
+    report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(getHostOnTheWire)->Threads(1)->Threads(8)->Threads(64)->UseRealTime();
 
@@ -91,16 +92,27 @@ std::string stringArray(const std::string& name, const std::string& type,
            value + "</VALUE></VALUE.ARRAY></PARAMVALUE>";
 }
 
+// Formats numbers into a text, as printf does.
+template<class... Number>
+std::string text(const char* format, Number... numbers) {
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, format, numbers...);
+    return buffer;
+}
+
+// Client n exposes a volume of its own to a host of its own through a target of its own.
 void exposeAndHideOnTheWire(benchmark::State& state) {
     WireClient client(server());
+    const int n = state.thread_index();
     const std::string service = "CIM_ControllerConfigurationService";
     const std::string common =
-        stringArray("LUNames", "string", "60014050000000000000000000000001") +
-        stringArray("InitiatorPortIDs", "string", "iqn.2026-01.com.example:host0") +
+        stringArray("LUNames", "string", text("6001405%025X", n + 1)) +
+        stringArray("InitiatorPortIDs", "string", text("iqn.2026-01.com.example:host%d", n)) +
         "<PARAMVALUE NAME=\"ProtocolControllers\" PARAMTYPE=\"reference\"><VALUE.REFARRAY>"
         "<VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"CIM_SCSIProtocolController\">"
-        "<KEYBINDING NAME=\"DeviceID\"><KEYVALUE VALUETYPE=\"string\">Ovrin:0E000002</KEYVALUE>"
-        "</KEYBINDING></INSTANCENAME></VALUE.REFERENCE></VALUE.REFARRAY></PARAMVALUE>";
+        "<KEYBINDING NAME=\"DeviceID\"><KEYVALUE VALUETYPE=\"string\">" +
+        text("Ovrin:0E%06X", n + 2) +
+        "</KEYVALUE></KEYBINDING></INSTANCENAME></VALUE.REFERENCE></VALUE.REFARRAY></PARAMVALUE>";
     const std::string expose =
         bench::extrinsicCall("ExposePaths", service,
                              common + stringArray("DeviceNumbers", "string", "1000") +
@@ -112,8 +124,8 @@ void exposeAndHideOnTheWire(benchmark::State& state) {
             if (client.call(method, object, *body).find("<VALUE>0</VALUE>") == std::string::npos)
                 state.SkipWithError("the volume was not found");
     }
-    report(state, state.iterations());
+    report(state, static_cast<std::size_t>(state.iterations()));
 }
-BENCHMARK(exposeAndHideOnTheWire)->UseRealTime();
+BENCHMARK(exposeAndHideOnTheWire)->Threads(1)->Threads(16)->UseRealTime();
 
 } // namespace

@@ -27,24 +27,31 @@ ARRAYS = {
     "100,000 units": (1, 10000, 10, 0),
     "10 sessions": (10, 1, 1, 10),
     "10,000 sessions": (10000, 1, 1, 10000),
-    # So many hosts, targets, volumes and units each.
-    "1,000": (1000, 1000, 1, 0),
-    "1,000,000": (1000000, 1000000, 1, 0),
+    # With a unit for each of its volumes.
+    "1,000,000 volumes": (100000, 100, 10000, 0),
+    # So many hosts, targets and volumes each, and twice as many units.
+    "1,000": (1000, 1000, 2, 0),
+    "100,000": (100000, 100000, 2, 0),
+    "1,000,000": (1000000, 1000000, 2, 0),
 }
 
 # Array: which benchmarks run on it, in process and on the wire.
 SIZES = ("enumerateHosts|enumerateControllers|enumerateMappings|getHost|getController|"
          "findHostByName|findVolumeByKey")
 RUNS = {
-    "one object of each kind": ("getHost", "getHostOnTheWire/real_time/threads:1"),
+    "one object of each kind": ("getHost", "getHostOnTheWire/real_time/threads:1$"),
     "100,000 hosts": ("enumerateHosts", "enumerateHostsOnTheWire|loopback"),
     "100 units": ("associators", None),
-    "10,000 units": ("associators|readUnits|exposeAndHide", "exposeAndHideOnTheWire"),
+    "10,000 units": ("associators|readUnits|exposeAndHide",
+                     "exposeAndHideOnTheWire/real_time/threads:1$"),
     "100,000 units": ("associators", None),
     "10 sessions": ("walk", None),
     "10,000 sessions": ("walk", None),
-    "1,000": (SIZES + "|hostsByHand", "enumerateHostsOnTheWire|getHostOnTheWire"),
-    "1,000,000": (SIZES, None),
+    "1,000,000 volumes": ("startUp|memory", None),
+    "1,000": (SIZES + "|hostsByHand|flush|change|readBesideWriters",
+              "enumerateHostsOnTheWire|getHostOnTheWire|exposeAndHideOnTheWire"),
+    "100,000": ("getHost|flush|change/real_time/threads:1$", None),
+    "1,000,000": (SIZES + "|flush|change/real_time/threads:1$", None),
 }
 
 
@@ -90,7 +97,8 @@ RATIOS = [
     ratio("a volume of 1,000 exposed and hidden in one call, against of 10",
           "exposeAndHide/1000/real_time", "10,000 units", "exposeAndHide/10/real_time"),
     ratio("an expose and hide pair on the wire, against in process",
-          "exposeAndHideOnTheWire/real_time", "10,000 units", "exposeAndHide/1/real_time"),
+          "exposeAndHideOnTheWire/real_time/threads:1", "10,000 units",
+          "exposeAndHide/1/real_time"),
     ratio("a host on the wire, against in process", "enumerateHostsOnTheWire/real_time",
           "100,000 hosts", "enumerateHosts"),
     growth("cost of a host on the wire", "enumerateHostsOnTheWire/real_time", "100,000 hosts",
@@ -105,6 +113,22 @@ RATIOS = [
           f"getHostOnTheWire/real_time/threads:{clients}", "1,000",
           "getHostOnTheWire/real_time/threads:1") for clients in (8, 64)
 ] + [
+    ratio("ExposePaths and HidePaths per second of 16 clients, against flushes", "flush/real_time",
+          "1,000", "a method of 16 clients", at_least=1),
+    ratio("changes per second, against flushes", "flush/real_time", "1,000",
+          "change/real_time/threads:1"),
+    ratio("changes per second of 16 threads, against flushes", "flush/real_time", "1,000",
+          "change/real_time/threads:16"),
+    growth("a change", "change/real_time/threads:1", "100,000", "1,000"),
+    growth("a change", "change/real_time/threads:1", "1,000,000", "1,000"),
+    ratio("reads per second beside 1 writer, against none", "readBesideWriters/0", "1,000",
+          "readBesideWriters/1"),
+    ratio("reads per second beside 4 writers, against none", "readBesideWriters/0", "1,000",
+          "readBesideWriters/4"),
+    ratio("start-up of 1,000,000 volumes with units and 100,000 hosts, against 5 s",
+          "startUp/iterations:1/manual_time", "1,000,000 volumes", "5 s", at_most=1, unit="s"),
+    ratio("memory of the array for each of these 2,100,000 objects, against 400 bytes",
+          "memory of an object", "1,000,000 volumes", "400 bytes", at_most=1, unit="bytes"),
     ratio("memory of smisd for each of 100,000 hosts, against 400 bytes", "memory",
           "100,000 hosts", "400 bytes", at_most=1, unit="bytes"),
 ]
@@ -182,7 +206,8 @@ def measure_array(directory, name, seconds):
             yield from measure("bench_wire", on_the_wire, environment, seconds)
         with Server(smisd(state)) as server:
             environment["BENCH_SERVER"] = server.address
-            for _ in measure("bench_wire", "getHostOnTheWire/real_time/threads:1", environment, 0):
+            for _ in measure("bench_wire", "getHostOnTheWire/real_time/threads:1$", environment,
+                             seconds=0):
                 yield "resident", server.resident()
 
 
@@ -193,6 +218,21 @@ def met(row):
     if row["at_least"] is not None:
         return row["ratio"] >= row["at_least"]
     return None
+
+
+def derived(costs):
+    """What follows from the measurements, and what some are held against."""
+    alone = costs["one object of each kind", "resident"]
+    pair = costs["1,000", "exposeAndHideOnTheWire/real_time/threads:16"]
+    volumes = costs["1,000,000 volumes", "memory/iterations:1"]
+    return {
+        ("100,000 hosts", "memory"): (costs["100,000 hosts", "resident"] - alone) / 100000,
+        ("100,000 hosts", "400 bytes"): 400,
+        ("1,000", "a method of 16 clients"): pair / 2,
+        ("1,000,000 volumes", "memory of an object"): volumes / 2100000,
+        ("1,000,000 volumes", "400 bytes"): 400,
+        ("1,000,000 volumes", "5 s"): 5,
+    }
 
 
 def judge(costs):
@@ -211,7 +251,8 @@ def measure_constant(seconds):
 
 
 def in_unit(value, unit):
-    return f"{value * 1e6:9.3f} us" if unit == "us" else f"{value:6.0f} {unit}"
+    return {"us": f"{value * 1e6:9.3f} us", "s": f"{value:6.2f} s",
+            "bytes": f"{value:6.0f} bytes"}[unit]
 
 
 def print_table(rows):
@@ -246,9 +287,7 @@ def main():
                 costs[name, benchmark] = cost
     for benchmark, cost in measure_constant(options.seconds):
         costs["constant", benchmark] = cost
-    large, small = ("100,000 hosts", "resident"), ("one object of each kind", "resident")
-    costs["100,000 hosts", "memory"] = (costs[large] - costs[small]) / 100000
-    costs["100,000 hosts", "400 bytes"] = 400
+    costs.update(derived(costs))
     progress("")
 
     rows = list(judge(costs))
