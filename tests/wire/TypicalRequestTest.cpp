@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <optional>
 
 using testing::AllOf;
@@ -78,8 +79,9 @@ protected:
                                       "      └─ LUN 7  ro  8 GiB  " +
                                       logsVolume + "  logs\n"));
     }
-    void restart() {
-        EXPECT_EQ(smisd->stop().status, 0);
+    void restart(int signal) {
+        smisd->process().signal(signal);
+        EXPECT_EQ(smisd->process().wait().status, signal == SIGKILL ? 128 + SIGKILL : 0);
         smisd.emplace(array.state());
     }
     void hide(const Xml& host) const {
@@ -107,10 +109,10 @@ TEST_F(TypicalRequest, FromTheHostsRegistrationToItsRemovalOverARestart) {
     const std::string before = show();
     const Xml host = registerHost();
     expose(host);
-    restart();
+    restart(SIGTERM);
     expectExposed(host);
     hide(host);
-    restart();
+    restart(SIGKILL);
     removeHost(host);
     EXPECT_EQ(show(), before);
     EXPECT_EQ(array.arrayctl({"check"}), "");
