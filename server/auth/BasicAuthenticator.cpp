@@ -45,30 +45,47 @@ Secret decoded(std::string_view credentials) {
 
 } // namespace
 
-BasicAuthenticator::BasicAuthenticator(Users users, Clock::time_point (*now)())
-    : _users(std::move(users)), _nobody(hashPassword(randomText())), _now(now) {
+BasicAuthenticator::BasicAuthenticator(Users users,
+                                       std::function<void(const FailedLogin&)> onFailure,
+                                       Clock::time_point (*now)())
+    : _users(std::move(users)), _onFailure(std::move(onFailure)),
+      _nobody(hashPassword(randomText())), _now(now), _throttle(now) {
     randombytes_buf(_key.data(), _key.size());
 }
 
-std::optional<std::string> BasicAuthenticator::userOf(std::string_view credentials) {
-    const Secret secret = decoded(credentials);
+std::optional<User> BasicAuthenticator::userOf(const LoginAttempt& attempt) {
+    if (attempt.credentials.empty()) {
+        return std::nullopt;
+    }
+    const auto fail = [&](const std::string& user, const char* reason) {
+        _onFailure({attempt.address, user, reason});
+        return std::nullopt;
+    };
+    const Secret secret = decoded(attempt.credentials);
     const std::size_t colon = secret.text.find(':');
     if (colon == std::string::npos) {
-        return std::nullopt;
+        return fail("", "malformed credentials");
     }
-    const std::string name = secret.text.substr(0, colon);
+    const auto found = _users.find(secret.text.substr(0, colon));
+    const bool exists = found != _users.end();
     const Fingerprint fingerprint = fingerprintOf(secret.text);
-    if (isKnown(fingerprint)) {
-        return name;
+    if (exists && isKnown(fingerprint)) {
+        return User{found->first, found->second.role};
     }
-    const auto user = _users.find(name);
+    const auto wait = _throttle.admit(attempt.address);
+    if (!wait) {
+        return fail(exists ? found->first : "", "too many attempts wait already");
+    }
+    if (wait->count() > 0) {
+        attempt.wait(*wait);
+    }
     const Secret password{secret.text.substr(colon + 1)};
-    const bool right = verifyPassword(user != _users.end() ? user->second : _nobody, password.text);
-    if (!right || user == _users.end()) {
-        return std::nullopt;
+    if (!verifyPassword(exists ? found->second.hash : _nobody, password.text) || !exists) {
+        _throttle.failed(attempt.address);
+        return fail(exists ? found->first : "", "unknown user or wrong password");
     }
     remember(fingerprint);
-    return name;
+    return User{found->first, found->second.role};
 }
 
 BasicAuthenticator::Fingerprint BasicAuthenticator::fingerprintOf(const std::string& text) const {

@@ -2,15 +2,23 @@
 #pragma once
 
 #include "server/auth/Authenticator.h"
+#include "server/auth/LoginThrottle.h"
 #include "server/auth/UsersFile.h"
 
 #include <array>
 #include <chrono>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
 
 namespace smisd {
+
+struct FailedLogin {
+    std::string address;
+    std::string user; // "" when there is no such user: what was sent may be a password
+    const char* reason;
+};
 
 // Remembers for a short time which credentials were right, so that a client does not pay for a
 // password hash with each request. What it remembers is a keyed hash of them.
@@ -19,10 +27,14 @@ public:
     using Clock = std::chrono::steady_clock;
     static constexpr std::chrono::seconds memory{60};
 
-    explicit BasicAuthenticator(Users users, Clock::time_point (*now)() = Clock::now);
+    // `onFailure` is told of each login that failed, by any thread.
+    explicit BasicAuthenticator(
+        Users users, std::function<void(const FailedLogin&)> onFailure = [](const auto&) {},
+        Clock::time_point (*now)() = Clock::now);
 
-    // An unknown user costs as much time as a wrong password.
-    std::optional<std::string> userOf(std::string_view credentials) override;
+    // An unknown user costs as much time as a wrong password. After failures from the same address
+    // an attempt waits for its turn, unless its credentials are remembered.
+    std::optional<User> userOf(const LoginAttempt& attempt) override;
 
 private:
     using Fingerprint = std::array<unsigned char, 32>;
@@ -32,9 +44,11 @@ private:
     void remember(const Fingerprint& fingerprint);
 
     const Users _users;
+    const std::function<void(const FailedLogin&)> _onFailure;
     const std::string _nobody; // a hash that no password has
     Clock::time_point (*const _now)();
     Fingerprint _key{}; // constant after construction
+    LoginThrottle _throttle;
 
     std::mutex _mutex;
     std::map<Fingerprint, Clock::time_point> _known; // guarded by _mutex: right until then

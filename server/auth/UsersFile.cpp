@@ -3,9 +3,13 @@
 #include "server/auth/PasswordHash.h"
 #include "server/operation/Utf8.h"
 
+#include <boost/algorithm/string/split.hpp>
+
 #include <algorithm>
 #include <fstream>
+#include <optional>
 #include <stdexcept>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -33,6 +37,17 @@ bool isLegalName(const std::string& name) {
     });
 }
 
+// The user of "name:role:hash" or "name:hash"; nothing for another form.
+std::optional<Users::value_type> userOf(const std::string& line) {
+    std::vector<std::string> fields;
+    boost::split(fields, line, [](char c) { return c == ':'; });
+    const auto role = fields.size() == 3 ? roleNamed(fields[1]) : Role::administrator;
+    const bool isLegal = (fields.size() == 2 || fields.size() == 3) && role &&
+                         isLegalName(fields.front()) && isPasswordHash(fields.back());
+    return isLegal ? std::optional<Users::value_type>({fields.front(), {fields.back(), *role}})
+                   : std::nullopt;
+}
+
 } // namespace
 
 Users readUsersFile(const fs::path& file) {
@@ -47,25 +62,23 @@ Users readUsersFile(const fs::path& file) {
         if (line.empty() || line.starts_with('#')) {
             continue;
         }
-        const size_t colon = line.find(':');
-        const std::string name = line.substr(0, colon);
-        const std::string hash = colon == std::string::npos ? "" : line.substr(colon + 1);
-        if (!isLegalName(name) || !isPasswordHash(hash)) {
+        const auto user = userOf(line);
+        if (!user) {
             fail(file, "line " + std::to_string(number) +
-                           " is not of the form name:hash; make one with smisd hash-password");
+                           " is not of the form name:role:hash; make one with smisd hash-password");
         }
-        if (!users.emplace(name, hash).second) {
-            fail(file, "line " + std::to_string(number) + " repeats the user " + name);
+        if (!users.insert(*user).second) {
+            fail(file, "line " + std::to_string(number) + " repeats the user " + user->first);
         }
     }
     return users;
 }
 
-std::string usersFileLine(const std::string& name, const std::string& password) {
+std::string usersFileLine(const std::string& name, Role role, const std::string& password) {
     if (!isLegalName(name)) {
         throw std::runtime_error("a user name is UTF-8 without colons and control characters");
     }
-    return name + ":" + hashPassword(password);
+    return name + ":" + std::string(nameOf(role)) + ":" + hashPassword(password);
 }
 
 } // namespace smisd

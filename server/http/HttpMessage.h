@@ -37,8 +37,8 @@ public:
     // not wait for the client.
     virtual void send(std::string bytes) = 0;
 
-    // What is sent from now on leaves this much later.
-    virtual void delay(std::chrono::milliseconds time) = 0;
+    // In a request's handler: returns after this time; another request has the worker meanwhile.
+    virtual void wait(std::chrono::milliseconds time) = 0;
 };
 
 class ConnectionLost : public std::exception {

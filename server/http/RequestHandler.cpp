@@ -17,9 +17,6 @@ using namespace Pegasus;
 namespace smisd {
 namespace {
 
-// Slows the guessing of passwords down.
-constexpr std::chrono::milliseconds refusalDelay{1000};
-
 using Error = std::optional<CIMException>;
 
 String toString(const std::string& utf8) {
@@ -176,12 +173,14 @@ std::optional<RequestHandler::Accepted> RequestHandler::accept(const HttpRequest
                                                                ResponseChannel& channel) {
     checkHttpMethod(request);
     RequestContext context;
+    context.address = request.peer;
     if (_authenticator != nullptr) {
-        const std::optional<std::string> user = authenticated(request, channel);
+        const std::optional<User> user = authenticated(request, channel);
         if (!user) {
             return std::nullopt;
         }
-        context.userName = toString(*user);
+        context.userName = toString(user->name);
+        context.role = user->role;
     }
     CimRequest cim = readCimRequest(request);
     context.acceptLanguage = toString(cim.acceptLanguage);
@@ -190,15 +189,12 @@ std::optional<RequestHandler::Accepted> RequestHandler::accept(const HttpRequest
 }
 
 // The user, or nothing after the request was refused.
-std::optional<std::string> RequestHandler::authenticated(const HttpRequest& request,
-                                                         ResponseChannel& channel) {
+std::optional<User> RequestHandler::authenticated(const HttpRequest& request,
+                                                  ResponseChannel& channel) {
     const std::string_view credentials = request.header("Authorization").value_or("");
-    std::optional<std::string> user = _authenticator->userOf(credentials);
+    std::optional<User> user = _authenticator->userOf(
+        {credentials, request.peer, [&](std::chrono::milliseconds time) { channel.wait(time); }});
     if (!user) {
-        if (!credentials.empty()) {
-            spdlog::warn("{}: refused: unknown user or wrong password", request.peer);
-            channel.delay(refusalDelay);
-        }
         channel.send(unauthorized(_hostName, request.keepAlive));
     }
     return user;

@@ -38,7 +38,7 @@ private:
     };
 
     std::optional<Accepted> accept(const HttpRequest& request, ResponseChannel& channel);
-    std::optional<std::string> authenticated(const HttpRequest& request, ResponseChannel& channel);
+    std::optional<User> authenticated(const HttpRequest& request, ResponseChannel& channel);
     // Returns what `serve` does, or, when it throws BadRequest, sends the refusal and returns
     // whether the connection stays open.
     bool orRefuse(const HttpRequest& request, ResponseChannel& channel,

@@ -17,6 +17,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 
 namespace smisd {
 
@@ -31,7 +32,7 @@ class Session : public SessionBase,
                 public std::enable_shared_from_this<Session<Stream>> {
 public:
     Session(SessionHost& host, Stream stream, std::string peer)
-        : _host(host), _stream(std::move(stream)), _timer(host.io), _peer(std::move(peer)),
+        : _host(host), _stream(std::move(stream)), _peer(std::move(peer)),
           _backlog(host.limits.queueBytes) {
         _host.enter(*this);
     }
@@ -61,8 +62,8 @@ public:
             self->write();
         });
     }
-    void delay(std::chrono::milliseconds time) override {
-        asio::post(_host.io, [self = self(), time] { self->_delay = time; });
+    void wait(std::chrono::milliseconds time) override {
+        _host.workers.whileWaiting([time] { std::this_thread::sleep_for(time); });
     }
 
 private:
@@ -222,11 +223,6 @@ private:
             return;
         }
         _writing = true;
-        if (_delay.count() > 0) {
-            _timer.expires_after(std::exchange(_delay, {}));
-            _timer.async_wait([self = self()](error_code) { self->written(0); });
-            return;
-        }
         const std::string& bytes = _output.front();
         const std::size_t count = std::min(sliceBytes, bytes.size() - _writtenBytes);
         expireAfter(_host.limits.sendTime);
@@ -285,17 +281,15 @@ private:
 
     SessionHost& _host;
     Stream _stream;
-    asio::steady_timer _timer;
     const std::string _peer;
     beast::flat_buffer _input;
     std::optional<Parser> _parser;
     std::deque<std::string> _output;
-    std::size_t _writtenBytes = 0;       // of the first of _output
-    std::chrono::milliseconds _delay{0}; // before the next write
-    bool _answered = false;              // all of the response is in _output
-    bool _keepOpen = false;              // after this response
-    bool _writing = false;               // a write or a delay is under way
-    Backlog _backlog;                    // bytes on the way to _output, or in it
+    std::size_t _writtenBytes = 0; // of the first of _output
+    bool _answered = false;        // all of the response is in _output
+    bool _keepOpen = false;        // after this response
+    bool _writing = false;         // a write is under way
+    Backlog _backlog;              // bytes on the way to _output, or in it
 };
 
 } // namespace smisd

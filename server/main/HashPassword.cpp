@@ -45,12 +45,12 @@ std::string readPassword() {
 
 } // namespace
 
-void printUsersFileLine(const std::string& name) {
+void printUsersFileLine(const std::string& name, Role role) {
     const std::string password = readPassword();
     if (password.empty()) {
         throw std::runtime_error("the password on standard input is empty");
     }
-    std::cout << usersFileLine(name, password) << '\n';
+    std::cout << usersFileLine(name, role, password) << '\n';
 }
 
 } // namespace smisd

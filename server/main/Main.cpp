@@ -31,7 +31,8 @@ int main(int argc, char** argv) {
         if (parsed.options->hashPasswordFor.empty()) {
             smisd::serve(*parsed.options);
         } else {
-            smisd::printUsersFileLine(parsed.options->hashPasswordFor);
+            smisd::printUsersFileLine(parsed.options->hashPasswordFor,
+                                      parsed.options->hashPasswordRole);
         }
     } catch (const std::exception& error) {
         std::cerr << "smisd: " << error.what() << '\n';

@@ -72,6 +72,10 @@ void addOptions(CLI::App& app, Options& options, Typed& typed) {
     app.add_option("--users", options.users,
                    "Who may log in: lines made by smisd hash-password, mode 0600")
         ->type_name("FILE");
+    app.add_option("--audit", options.audit,
+                   "Append changes and refusals there, a JSON object a line (default: on standard "
+                   "error)")
+        ->type_name("FILE");
     app.add_flag("--no-auth", typed.noAuth, "Everyone may do all; on loopback addresses only");
     app.add_flag("--allow-remote-http", typed.allowRemoteHttp,
                  "Serve HTTP, which shows passwords, on other than loopback addresses too");
@@ -136,6 +140,12 @@ ParsedOptions parseOptions(int argc, const char* const* argv) {
     CLI::App* hash = app.add_subcommand(
         "hash-password", "Read a password from standard input, write a line of the users file");
     hash->add_option("NAME", options.hashPasswordFor, "The user")->required();
+    hash->add_option_function<std::string>(
+            "--role",
+            [&options](const std::string& role) { options.hashPasswordRole = *roleNamed(role); },
+            "reader: changes nothing, invokes no methods, sees no secrets")
+        ->check(CLI::IsMember({"reader", "administrator"}))
+        ->default_str("administrator");
     try {
         app.parse(argc, argv);
         if (options.hashPasswordFor.empty()) {

@@ -4,6 +4,7 @@
 #include "server/dispatch/ServerDispatcher.h"
 #include "server/http/HttpLimits.h"
 #include "server/http/HttpServer.h"
+#include "server/operation/Role.h"
 
 #include <filesystem>
 #include <optional>
@@ -23,7 +24,9 @@ struct Options {
     std::string logLevel;
     HttpLimits limits;
     unsigned maxEnumerations = defaultMaxEnumerations;
+    std::filesystem::path audit; // empty: on standard error
     std::string hashPasswordFor; // not empty: make a line of the users file instead of serving
+    Role hashPasswordRole = Role::administrator;
 };
 
 // Exit statuses

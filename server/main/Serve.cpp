@@ -1,6 +1,7 @@
 #include "server/main/Serve.h"
 
 #include "server/auth/BasicAuthenticator.h"
+#include "server/auth/GuardedDispatcher.h"
 #include "server/dispatch/ServerDispatcher.h"
 #include "server/http/RequestHandler.h"
 #include "server/main/StateDirectory.h"
@@ -33,12 +34,27 @@ void requireLoadable(const std::filesystem::path& module) {
     }
 }
 
-std::unique_ptr<Authenticator> openAuthenticator(const Options& options) {
+AuditLog openAudit(const Options& options) {
+    return options.audit.empty() ? AuditLog() : AuditLog(options.audit);
+}
+
+void tell(AuditLog& audit, const FailedLogin& login) {
+    spdlog::warn("{}: refused: {}", login.address, login.reason);
+    AuditRecord record;
+    record.event = "login";
+    record.user = login.user;
+    record.address = login.address;
+    record.outcome = login.reason;
+    audit.write(record);
+}
+
+std::unique_ptr<Authenticator> openAuthenticator(const Options& options, AuditLog& audit) {
     if (options.users.empty()) {
         spdlog::warn("authentication is off: whoever reaches this server may change the array");
         return nullptr;
     }
-    return std::make_unique<BasicAuthenticator>(readUsersFile(options.users));
+    return std::make_unique<BasicAuthenticator>(
+        readUsersFile(options.users), [&audit](const FailedLogin& login) { tell(audit, login); });
 }
 
 // Opens the listeners and returns their URLs, as "http://127.0.0.1:5988 https://[::1]:5989".
@@ -67,14 +83,16 @@ void serve(const Options& options) {
     if (!options.state.empty()) {
         passStateDirectory(options.state);
     }
-    const std::unique_ptr<Authenticator> authenticator = openAuthenticator(options);
+    AuditLog audit = openAudit(options);
+    const std::unique_ptr<Authenticator> authenticator = openAuthenticator(options, audit);
     Repository repository;
     readMofDirectory(options.mof, repository);
     requireLoadable(options.module);
     const std::string hostName = boost::asio::ip::host_name();
     ServerDispatcher dispatcher(repository, std::filesystem::absolute(options.module),
                                 Pegasus::String(hostName.c_str()), options.maxEnumerations);
-    RequestHandler handler(dispatcher, authenticator.get(), hostName, options.limits);
+    GuardedDispatcher guarded(dispatcher, repository, audit);
+    RequestHandler handler(guarded, authenticator.get(), hostName, options.limits);
     HttpServer server(
         options.limits,
         [&handler](HttpRequest request, ResponseChannel& channel) {

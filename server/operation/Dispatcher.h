@@ -3,8 +3,11 @@
 
 #include "server/operation/Operation.h"
 #include "server/operation/ResultSink.h"
+#include "server/operation/Role.h"
 
 #include <Pegasus/Common/String.h>
+
+#include <string>
 
 namespace smisd {
 
@@ -13,6 +16,8 @@ struct RequestContext {
     Pegasus::String userName;        // "" when authentication is off
     Pegasus::String acceptLanguage;  // text of the Accept-Language header, "" without one
     Pegasus::String contentLanguage; // text of the Content-Language header, "" without one
+    Role role = Role::administrator; // everyone's when authentication is off
+    std::string address = {};        // of the client, numeric; "" for a provider's own call
 };
 
 class Dispatcher {

@@ -35,15 +35,23 @@ protected:
 
     TemporaryDirectory directory;
     const fs::path file = directory.path / "users";
-    const std::string line = usersFileLine("alice", "secret");
+    const std::string line = usersFileLine("alice", Role::administrator, "secret");
 };
 
 TEST_F(UsersFile, NamesEachUserOnALine) {
-    write("# who may log in\n\n" + line + "\n" + usersFileLine("bob b\xC3\xB6", "other"));
+    write("# who may log in\n\n" + line + "\n" +
+          usersFileLine("bob b\xC3\xB6", Role::reader, "other"));
     const Users users = readUsersFile(file);
     ASSERT_EQ(users.size(), 2U);
-    EXPECT_TRUE(verifyPassword(users.at("alice"), "secret"));
-    EXPECT_TRUE(verifyPassword(users.at("bob b\xC3\xB6"), "other"));
+    EXPECT_TRUE(verifyPassword(users.at("alice").hash, "secret"));
+    EXPECT_EQ(users.at("alice").role, Role::administrator);
+    EXPECT_TRUE(verifyPassword(users.at("bob b\xC3\xB6").hash, "other"));
+    EXPECT_EQ(users.at("bob b\xC3\xB6").role, Role::reader);
+}
+
+TEST_F(UsersFile, LineWithoutRoleIsAnAdministrators) {
+    write("carol:" + hashPassword("x"));
+    EXPECT_EQ(readUsersFile(file).at("carol").role, Role::administrator);
 }
 
 TEST_F(UsersFile, MustBePrivate) {
@@ -60,11 +68,19 @@ TEST_F(UsersFile, MustBeThere) {
 }
 
 TEST_F(UsersFile, BadLineIsNamedWithoutItsContent) {
-    for (const char* bad : {"alice", "alice:", "alice:secret", ":x", "alice:$1$x"}) {
+    for (const char* bad : {"alice", "alice:", "alice:secret", ":x", "alice:$1$x",
+                            "alice:reader:", "alice:reader", "alice:reader:secret"}) {
         write(line + "\n" + bad + "\n");
         EXPECT_EQ(error(), "users file " + file.string() +
-                               ": line 2 is not of the form name:hash; make one with smisd "
+                               ": line 2 is not of the form name:role:hash; make one with smisd "
                                "hash-password");
+    }
+}
+
+TEST_F(UsersFile, KnowsTwoRoles) {
+    for (const char* role : {"", "Reader", "admin", "reader:reader"}) {
+        write(std::string("carol:") + role + ":" + hashPassword("x"));
+        EXPECT_THAT(error(), HasSubstr("line 1 is not of the form")) << role;
     }
 }
 
@@ -75,7 +91,7 @@ TEST_F(UsersFile, NamesAUserOnce) {
 
 TEST(UsersFileLine, RefusesNamesThatSpoilTheFile) {
     for (const char* name : {"", "a:b", "a\nb", "a\x7F", "a\xFF"}) {
-        EXPECT_THROW(usersFileLine(name, "x"), std::runtime_error) << name;
+        EXPECT_THROW(usersFileLine(name, Role::reader, "x"), std::runtime_error) << name;
     }
 }
 

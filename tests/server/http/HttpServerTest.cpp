@@ -88,17 +88,27 @@ TEST(HttpServer, SendsALongResponseWhole) {
     EXPECT_EQ(client.readAll().size(), answer(body).size());
 }
 
-TEST(HttpServer, DelaysAResponse) {
-    TestServer server([](const HttpRequest&, ResponseChannel& channel) {
-        channel.delay(300ms);
-        channel.send(answer("late"));
-        return false;
-    });
-    TestClient client(server.port);
+TEST(HttpServer, ServesOthersWhileARequestWaits) {
+    HttpLimits limits;
+    limits.workers = 1;
+    TestServer server(
+        [](const HttpRequest& request, ResponseChannel& channel) {
+            if (request.body == "late") {
+                channel.wait(500ms);
+            }
+            channel.send(answer(request.body));
+            return false;
+        },
+        limits);
     const auto start = std::chrono::steady_clock::now();
-    client.send(post(""));
-    EXPECT_THAT(client.readAll(), HasSubstr("late"));
-    EXPECT_GE(std::chrono::steady_clock::now() - start, 300ms);
+    TestClient late(server.port);
+    late.send(post("late"));
+    TestClient other(server.port);
+    other.send(post("other"));
+    EXPECT_THAT(other.readAll(), HasSubstr("other"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 400ms);
+    EXPECT_THAT(late.readAll(), HasSubstr("late"));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 500ms);
 }
 
 TEST(HttpServer, TakesHeadersUpToTheLimit) {

@@ -31,11 +31,17 @@ Parameters argumentsOf(const Xml& source, const Walk& walk) {
 
 } // namespace
 
+Client::Client(const Smisd& smisd, const std::string& credentials) : _port(smisd.port()) {
+    if (!credentials.empty()) {
+        _login = "Authorization: Basic " + run({"base64", "--wrap=0"}, credentials).out + "\n";
+    }
+}
+
 std::string Client::post(const std::string& method, const std::string& object, const Xml& call,
                          bool chunked) const {
     return roundTrip(_port, requestBytes("POST /cimom HTTP/1.1\n"
                                          "Content-Type: application/xml; charset=utf-8\n" +
-                                         std::string(chunked ? "TE: trailers\n" : "") +
+                                         std::string(chunked ? "TE: trailers\n" : "") + _login +
                                          "CIMOperation: MethodCall\n"
                                          "CIMMethod: " +
                                          method + "\nCIMObject: " + object +

@@ -34,7 +34,8 @@ struct Walk {
 // a client.
 class Client {
 public:
-    explicit Client(const Smisd& smisd) : _port(smisd.port()) {}
+    // `credentials` are "user:password", or nothing.
+    explicit Client(const Smisd& smisd, const std::string& credentials = "");
 
     // Any method. An intrinsic one may be answered in chunks, if that is asked for.
     Answer call(const std::string& method, const Parameters& parameters,
@@ -59,6 +60,7 @@ private:
                      bool chunked) const;
 
     unsigned short _port;
+    std::string _login; // a header, or nothing
 };
 
 } // namespace wire

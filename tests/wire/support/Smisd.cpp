@@ -13,6 +13,20 @@ std::vector<std::string> smisdCommand(const std::filesystem::path& state,
     return command;
 }
 
+std::string makeUsersFile(const std::filesystem::path& file, const std::vector<Login>& logins) {
+    std::string lines;
+    for (const Login& login : logins) {
+        const Result line =
+            run({SMISD, "hash-password", login.user, "--role", login.role}, login.password + "\n");
+        if (line.status != 0) {
+            throw std::runtime_error(line.err);
+        }
+        lines += line.out;
+    }
+    run({"sh", "-c", "umask 077; cat >" + file.string()}, lines);
+    return file;
+}
+
 Smisd::Smisd(const std::filesystem::path& state, const std::vector<std::string>& options)
     : _process(smisdCommand(state, options)) {
     const std::string expected = "smisd: listening on http://127.0.0.1:";

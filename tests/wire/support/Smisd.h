@@ -29,6 +29,14 @@ private:
     unsigned short _port = 0;
 };
 
+// Writes the users file of smisd and returns its name.
+struct Login {
+    std::string user;
+    std::string role;
+    std::string password;
+};
+std::string makeUsersFile(const std::filesystem::path& file, const std::vector<Login>& logins);
+
 // The command line of a smisd on a free port.
 std::vector<std::string> smisdCommand(const std::filesystem::path& state,
                                       const std::vector<std::string>& options);

@@ -1,0 +1,98 @@
+#include "server/auth/GuardedDispatcher.h"
+
+#include "server/auth/WatchedSink.h"
+
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <Pegasus/Common/Exception.h>
+
+#include <utility>
+
+using namespace Pegasus;
+
+namespace smisd {
+namespace {
+
+std::string utf8(const String& text) {
+    return std::string(text.getCString());
+}
+
+AuditRecord recordOf(const char* event, const Operation& operation, const RequestContext& context) {
+    AuditRecord record;
+    record.event = event;
+    record.user = utf8(context.userName);
+    record.address = context.address;
+    record.operation = nameOf(operation);
+    if (const auto* call = std::get_if<InvokeMethod>(&operation)) {
+        record.method = utf8(call->methodName.getString());
+    }
+    record.object = utf8(objectOf(operation).toString());
+    return record;
+}
+
+CIMException accessDenied(const RequestContext& context, const CIMName& className) {
+    return CIMException(CIM_ERR_ACCESS_DENIED,
+                        String("The role ") + String(std::string(nameOf(context.role)).c_str()) +
+                            String(" does not permit this on ") + className.getString());
+}
+
+// Writes the record when it goes; the outcome is told before.
+class Entry {
+public:
+    Entry(AuditLog& audit, AuditRecord record) : _audit(audit), _record(std::move(record)) {}
+    ~Entry() { _audit.write(_record); }
+    Entry(const Entry&) = delete;
+    Entry& operator=(const Entry&) = delete;
+
+    AuditRecord& operator*() { return _record; }
+    AuditRecord* operator->() { return &_record; }
+
+private:
+    AuditLog& _audit;
+    AuditRecord _record;
+};
+
+} // namespace
+
+void GuardedDispatcher::dispatch(const Operation& operation, const RequestContext& context,
+                                 ResultSink& sink) {
+    const auto refuse = [&](const CIMName& className) {
+        AuditRecord record = recordOf("refusal", operation, context);
+        record.outcome = cimStatusCodeToString(CIM_ERR_ACCESS_DENIED);
+        _audit.write(record);
+        throw accessDenied(context, className);
+    };
+    if (!_rules.mayCarryOut(context.role, operation)) {
+        refuse(objectOf(operation).getClassName());
+    }
+    if (kindOf(operation) == OperationKind::change) {
+        change(operation, context, sink);
+    } else if (context.role == Role::administrator) {
+        _dispatcher.dispatch(operation, context, sink);
+    } else {
+        const CIMNamespaceName nameSpace = objectOf(operation).getNameSpace();
+        WatchedSink watched(sink, [&](const CIMName& className) {
+            if (!_rules.mayRead(context.role, nameSpace, className)) {
+                refuse(className);
+            }
+        });
+        _dispatcher.dispatch(operation, context, watched);
+    }
+}
+
+// Whatever ends it, it is written down.
+void GuardedDispatcher::change(const Operation& operation, const RequestContext& context,
+                               ResultSink& sink) {
+    Entry entry(_audit, recordOf("change", operation, context));
+    entry->outcome = "interrupted";
+    WatchedSink watched(sink, [](const CIMName&) {});
+    try {
+        _dispatcher.dispatch(operation, context, watched);
+        entry->outcome = "success";
+    } catch (const CIMException& error) {
+        entry->outcome = cimStatusCodeToString(error.getCode());
+        throw;
+    }
+    entry->returned = watched.returned();
+}
+
+} // namespace smisd
