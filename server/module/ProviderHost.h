@@ -16,9 +16,9 @@
 
 namespace smisd {
 
-// Makes each provider at the first request for it and owns it to the end: then, with no operation
-// in progress, terminate() is called and the provider deleted. (A provider must not delete itself
-// in terminate().)
+// Makes each provider at the first request for it. At the end, with no operation in progress,
+// terminate() is called, and nothing after it: as with OpenPegasus, a provider may delete itself
+// there, and one that doesn't is not deleted.
 //
 // Thread-safe. No lock is held while a provider's code runs; a thread that needs a provider which
 // another one is initializing waits for it.
@@ -42,7 +42,6 @@ private:
     };
 
     std::unique_ptr<Pegasus::CIMProvider> make(const Pegasus::String& name);
-    void initialize(Pegasus::CIMProvider& provider);
 
     ProviderLibrary _library;
     Pegasus::CIMOMHandle _handle;

@@ -62,16 +62,24 @@ TEST_F(ProviderHostTest, ThreadsThatMeetGetTheSameInitializedProvider) {
     EXPECT_EQ(takeLog(), "initialize\n");
 }
 
-TEST(ProviderHostEnd, ProvidersAreTerminatedAndThenDeleted) {
+std::string logOfTheEndOf(const char* provider) {
     {
         ProviderHost host(SCRIPTED_MODULE, String("M"), CIMOMHandle());
-        host.provider(String("InstanceOnly"));
+        host.provider(String(provider));
         takeLog();
     }
-    EXPECT_EQ(takeLog(), "terminate\ndelete\n");
+    return takeLog();
 }
 
-TEST_F(ProviderHostTest, AProviderWhoseInitializeThrowsIsTerminatedDeletedAndTriedAgain) {
+TEST(ProviderHostEnd, AProviderMayDeleteItselfWhenItIsTerminated) {
+    EXPECT_EQ(logOfTheEndOf("InstanceOnly"), "terminate\ndelete\n");
+}
+
+TEST(ProviderHostEnd, AProviderThatDoesNotDeleteItselfIsLeftAlone) {
+    EXPECT_EQ(logOfTheEndOf("Stays"), "terminate\n");
+}
+
+TEST_F(ProviderHostTest, AProviderWhoseInitializeThrowsIsTerminatedAndMadeAnew) {
     EXPECT_EQ(errorOf("FailsOnce"), "provider initialization failed");
     EXPECT_EQ(takeLog(), "terminate\ndelete\n");
     host.provider(String("FailsOnce"));

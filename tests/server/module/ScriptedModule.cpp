@@ -39,7 +39,10 @@ public:
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         log("initialize");
     }
-    void terminate() override { log("terminate"); }
+    void terminate() override { // ends as providers conventionally do
+        log("terminate");
+        delete this;
+    }
     void getInstance(const OperationContext&, const CIMObjectPath&, const Boolean, const Boolean,
                      const CIMPropertyList&, InstanceResponseHandler&) override {}
     void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
@@ -64,6 +67,11 @@ public:
     }
 };
 
+class StaysProvider : public InstanceOnlyProvider {
+public:
+    void terminate() override { log("terminate"); }
+};
+
 class CallsItselfProvider : public InstanceOnlyProvider {
 public:
     void initialize(CIMOMHandle& cimom) override {
@@ -86,6 +94,8 @@ PegasusCreateProvider(const String& name) {
         return new InstanceOnlyProvider;
     if (name == "FailsOnce")
         return new FailsOnceProvider;
+    if (name == "Stays")
+        return new StaysProvider;
     if (name == "CallsItself")
         return new CallsItselfProvider;
     if (name == "ThrowsAtCreation")
