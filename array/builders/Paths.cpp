@@ -4,6 +4,7 @@
 
 #include "array/builders/Current.h"
 #include "array/builders/Names.h"
+#include "engine/CurrentName.h"
 #include "engine/DRAVEngine.h"
 #include "engine/DRAVKeys.h"
 
@@ -22,9 +23,9 @@ namespace {
 
 // A name of the array, by the engine's pointer to it, as it is now: another process may have
 // changed it.
-const String& current(const String* const& name) {
+const String& current(const String*& name) {
     currentSnapshot();
-    return *name;
+    return currentName(name);
 }
 
 CIMObjectPath arrayPath(const CIMName& className, const Keys& keys) {

@@ -1,5 +1,6 @@
 #include "providers/frame/Paths.h"
 
+#include "engine/CurrentName.h"
 #include "engine/DRAVEngine.h"
 #include "engine/DRAVKeys.h"
 #include "engine/NameConstants.h"
@@ -7,7 +8,8 @@
 namespace Pegasus {
 
 CIMObjectPath modulePath(const CIMName& className, const Array<CIMKeyBinding>& keys) {
-    return CIMObjectPath(*DRAVEngine::_OvrinHostNamePtr, SNIA_NAMESPACE, className, keys);
+    return CIMObjectPath(currentName(DRAVEngine::_OvrinHostNamePtr), SNIA_NAMESPACE, className,
+                         keys);
 }
 
 CIMObjectPath modulePath(const CIMName& className, const CIMName& keyName, Uint32 id) {

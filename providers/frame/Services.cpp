@@ -2,6 +2,7 @@
 
 #include <Pegasus/Common/Array.h>
 
+#include "engine/CurrentName.h"
 #include "engine/DRAVEngine.h"
 #include "engine/NameConstants.h"
 #include "providers/frame/ArrayRange.h"
@@ -12,7 +13,7 @@ namespace Pegasus {
 namespace {
 
 Array<CIMKeyBinding> serviceKeys(const CIMName& className) {
-    const String& systemName = *DRAVEngine::_OvrinSystemNamePtr;
+    const String& systemName = currentName(DRAVEngine::_OvrinSystemNamePtr);
     Array<CIMKeyBinding> keys;
     keys.append(stringKey(PROPERTY_SystemCreationClassName, "CIM_ComputerSystem"));
     keys.append(stringKey(PROPERTY_SystemName, systemName));
