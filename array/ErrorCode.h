@@ -48,6 +48,9 @@ enum class ErrorCode : Pegasus::Uint32 {
     StateFailed = 59      // another failure to read or write; nothing was changed
 };
 
+// True for a failure of the state directory or a file of it, whatever was asked of the array.
+bool isOfTheState(const Pegasus::DRAVOperationFailedException& failure);
+
 // Throws DRAVOperationFailedException with the code and the UTF-8 text.
 [[noreturn]] void fail(ErrorCode code, const std::string& message);
 

@@ -12,11 +12,6 @@ namespace array::description {
 
 namespace {
 
-// True for what the state directory does not allow, whatever the entry says.
-bool isOfTheState(const Pegasus::DRAVOperationFailedException& error) {
-    return error.code >= static_cast<Pegasus::Uint32>(ErrorCode::StateMissing);
-}
-
 // Does what an entry asks for; a rule of the array that it breaks becomes a refusal of that entry.
 template<typename Action>
 auto obey(Action action) {

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,6 +14,7 @@
 #include "array/ErrorCode.h"
 #include "array/journal/Schema.h"
 #include "array/journal/SqliteFailure.h"
+#include "array/state/FileFailure.h"
 
 namespace array {
 
@@ -22,35 +22,43 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void failErrno(const fs::path& file, int error) {
-    const ErrorCode code = error == EEXIST   ? ErrorCode::StateExists
-                           : error == ENOSPC ? ErrorCode::StateFull
-                                             : ErrorCode::StateUnreadable;
-    fail(code, file.string() + ": " + std::strerror(error) + '.');
-}
-
 // Makes an empty file that only this user can read. SQLite takes it for a new database.
 void makeFile(const fs::path& file) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (descriptor < 0)
-        failErrno(file, errno);
+        failFile(file, errno);
     close(descriptor);
 }
 
-// Likewise, with a name of its own.
-fs::path makeDraftOf(const fs::path& file) {
-    std::string draft = file.string() + ".new-XXXXXX";
-    const int descriptor = mkstemp(draft.data());
-    if (descriptor < 0)
-        failErrno(file, errno);
-    close(descriptor);
-    return draft;
-}
+// Likewise, with a name of its own, under which it goes away again.
+class Draft {
+public:
+    explicit Draft(const fs::path& file) {
+        std::string name = file.string() + ".new-XXXXXX";
+        const int descriptor = mkstemp(name.data());
+        if (descriptor < 0)
+            failFile(file, errno);
+        close(descriptor);
+        _path = name;
+    }
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+    ~Draft() {
+        std::error_code ignored;
+        for (const char* suffix : {"", "-journal", "-wal", "-shm"})
+            fs::remove(_path.string() + suffix, ignored);
+    }
+
+    const fs::path& path() const { return _path; }
+
+private:
+    fs::path _path;
+};
 
 void syncDirectoryOf(const fs::path& file) {
     const int descriptor = open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0 || fsync(descriptor) != 0)
-        failErrno(file.parent_path(), errno);
+        failFile(file.parent_path(), errno);
     close(descriptor);
 }
 
@@ -58,12 +66,14 @@ void checkFile(const fs::path& file) {
     struct stat status {};
     if (stat(file.c_str(), &status) != 0) {
         if (errno != ENOENT)
-            failErrno(file, errno);
+            failFile(file, errno);
         fail(ErrorCode::StateMissing, file.string() +
                                           ": there is no array in this state "
                                           "directory. Make one with: arrayctl --state " +
                                           file.parent_path().string() + " import FILE");
     }
+    if (access(file.c_str(), R_OK | W_OK) != 0)
+        failFile(file, errno);
     if (status.st_size == 0)
         fail(ErrorCode::StateDamaged,
              file.string() + ": the file is empty. Put a backup in its place.");
@@ -116,18 +126,15 @@ void createDatabase(const fs::path& file, const Names& names) {
     std::error_code ignored;
     if (fs::exists(file, ignored))
         return;
-    const fs::path draft = makeDraftOf(file);
-    withSqlite(draft, [&] {
-        SQLite::Database database(draft.string(), SQLite::OPEN_READWRITE);
+    const Draft draft(file);
+    withSqlite(file, [&] {
+        SQLite::Database database(draft.path().string(), SQLite::OPEN_READWRITE);
         createSchema(database, names);
         database.exec("PRAGMA journal_mode = WAL");
     });
     // A hard link, because a rename would replace an array that another process made meanwhile.
-    const bool isLinked = link(draft.c_str(), file.c_str()) == 0;
-    const int error = errno;
-    fs::remove(draft, ignored);
-    if (!isLinked && error != EEXIST)
-        failErrno(file, error);
+    if (link(draft.path().c_str(), file.c_str()) != 0 && errno != EEXIST)
+        failFile(file, errno);
     syncDirectoryOf(file);
 }
 

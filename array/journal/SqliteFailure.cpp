@@ -17,6 +17,8 @@ struct Row {
 constexpr Row ROWS[] = {
     {SQLITE_FULL, ErrorCode::StateFull,
      "Nothing was changed. Make room on the file system and try again."},
+    {SQLITE_IOERR_SHMSIZE, ErrorCode::StateFull,
+     "Nothing was changed. Make room on the file system and try again."},
     {SQLITE_BUSY, ErrorCode::StateBusy,
      "Nothing was changed. Another process is changing the array; try again when it is done."},
     {SQLITE_CORRUPT, ErrorCode::StateDamaged, "Put a backup in its place."},
@@ -35,7 +37,8 @@ constexpr Row OTHER = {SQLITE_ERROR, ErrorCode::StateFailed,
 void failSqlite(const SQLite::Exception& failure, const std::filesystem::path& file) {
     const Row* found = &OTHER;
     for (const Row& row : ROWS)
-        if (row.sqliteCode == (failure.getErrorCode() & 0xFF))
+        if (row.sqliteCode == (failure.getErrorCode() & 0xFF) ||
+            row.sqliteCode == failure.getExtendedErrorCode())
             found = &row;
     fail(found->code, file.string() + ": " + failure.what() + ". " + found->advice);
 }

@@ -1,13 +1,12 @@
 #include "array/state/VersionCounter.h"
 
 #include <cerrno>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "array/ErrorCode.h"
+#include "array/state/FileFailure.h"
 
 namespace array {
 
@@ -16,14 +15,16 @@ static_assert(std::atomic<VersionCounter::Stamp>::is_always_lock_free, "shared b
 VersionCounter::VersionCounter(const std::filesystem::path& file) {
     const int descriptor = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     void* memory = MAP_FAILED;
-    if (descriptor >= 0 && ftruncate(descriptor, sizeof(Stamp)) == 0)
+    int error = errno;
+    // Room on the disk now, because a write to the memory that found none would end the process.
+    if (descriptor >= 0 && (error = posix_fallocate(descriptor, 0, sizeof(Stamp))) == 0) {
         memory = mmap(nullptr, sizeof(Stamp), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
-    const int error = errno;
+        error = errno;
+    }
     if (descriptor >= 0)
         close(descriptor);
     if (memory == MAP_FAILED)
-        fail(ErrorCode::StateUnreadable, file.string() + ": " + std::strerror(error) +
-                                             ". Look at its owner, mode and file system.");
+        failFile(file, error);
     _shared = static_cast<std::atomic<Stamp>*>(memory);
 }
 

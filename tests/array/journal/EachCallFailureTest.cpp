@@ -142,6 +142,10 @@ TEST_P(EachCallFailureTest, IsSaidAndLeavesTheArrayAsItWas) {
             EXPECT_GE(failure.code, ErrorCode::StateMissing) << failure.message;
             EXPECT_NE(failure.message.find(".db"), std::string::npos) << failure.message;
         }
+        if (failure.code != ErrorCode{} && fs::exists(_directory.path() / "new")) {
+            for (const auto& left : fs::directory_iterator(_directory.path() / "new"))
+                EXPECT_EQ(left.path().string().find(".db.new-"), std::string::npos) << left.path();
+        }
         const bool isMade = operation.makesVersion && failure.code == ErrorCode{};
         const auto fresh = Array::open(state());
         for (Array* each : {_array.get(), _other.get(), fresh.get()}) {

@@ -124,7 +124,7 @@ History::Step History::step(Model& model, Array& array) {
     try {
         array.change([&](Change& change) { step.inArray = kind.inArray(change, drawn); });
     } catch (const DRAVOperationFailedException& refusal) {
-        if (refusal.code >= static_cast<Uint32>(ErrorCode::StateMissing))
+        if (isOfTheState(refusal))
             throw;
         step.inArray.reset();
     }

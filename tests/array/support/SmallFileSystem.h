@@ -1,0 +1,58 @@
+#ifndef TESTS_ARRAY_SUPPORT_SMALL_FILE_SYSTEM_H
+#define TESTS_ARRAY_SUPPORT_SMALL_FILE_SYSTEM_H
+
+#include <cstddef>
+#include <fstream>
+#include <string>
+
+#include <sched.h>
+#include <sys/mount.h>
+
+#include "tests/array/ArrayFixture.h"
+
+namespace array {
+
+// A file system of its own in memory, which only this process and its children see. Only root may
+// have one.
+class SmallFileSystem {
+public:
+    explicit SmallFileSystem(std::size_t kibibytes)
+        : _options("mode=0700,size=" + std::to_string(kibibytes) + "k") {
+        // Mounts of this process are not to be seen outside.
+        _isThere = unshare(CLONE_NEWNS) == 0 &&
+                   mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                   mount("tmpfs", path().c_str(), "tmpfs", 0, _options.c_str()) == 0;
+    }
+    SmallFileSystem(const SmallFileSystem&) = delete;
+    SmallFileSystem& operator=(const SmallFileSystem&) = delete;
+    ~SmallFileSystem() {
+        if (_isThere)
+            umount2(path().c_str(), MNT_DETACH);
+    }
+
+    // False if this process may not have one.
+    bool isThere() const { return _isThere; }
+    const fs::path& path() const { return _place.path(); }
+
+    void makeReadOnly() {
+        ASSERT_EQ(mount(nullptr, path().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, _options.c_str()),
+                  0);
+    }
+
+    // Leaves no room; gives it back.
+    void fill() {
+        std::ofstream file(path() / "ballast", std::ios::binary);
+        while (file.put('x').flush()) {
+        }
+    }
+    void empty() { fs::remove(path() / "ballast"); }
+
+private:
+    TemporaryDirectory _place;
+    const std::string _options;
+    bool _isThere = false;
+};
+
+} // namespace array
+
+#endif
