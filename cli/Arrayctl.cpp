@@ -5,6 +5,8 @@
 #include <CLI/CLI.hpp>
 #include <Pegasus/Common/Exception.h>
 
+#include "array/ErrorCode.h"
+#include "array/description/Reader.h"
 #include "array/engine/Text.h"
 #include "cli/commands/Commands.h"
 
@@ -22,8 +24,8 @@ struct Family {
 
 // All commands, in the order of the help.
 constexpr AddCommands commands[] = {
-    addImportCommand, addExportCommand, addShowCommand,
-    addEventsCommand, addCheckCommand,  addBackupCommand,
+    addImportCommand, addExportCommand, addShowCommand,       addEventsCommand,
+    addCheckCommand,  addBackupCommand, addCompletionCommand, addManCommand,
 };
 
 constexpr Family families[] = {
@@ -55,22 +57,27 @@ void define(CLI::App& app, Context& context) {
     }
 }
 
-int refused(Context& context, const std::string& message) {
+int failed(Context& context, Exit status, const std::string& message) {
     context.out.flush();
     context.err << "arrayctl: " << message << std::endl;
-    return Refused;
+    return status;
 }
 
 int run(Context& context) {
     try {
         context.command();
+    } catch (const Pegasus::DRAVOperationFailedException& error) {
+        return failed(context, array::isOfTheState(error) ? BadState : Refused,
+                      array::toUtf8(error.getMessage()));
     } catch (const Pegasus::Exception& error) {
-        return refused(context, array::toUtf8(error.getMessage()));
+        return failed(context, Refused, array::toUtf8(error.getMessage()));
+    } catch (const array::description::DescriptionError& error) {
+        return failed(context, BadDescription, error.what());
     } catch (const std::exception& error) {
-        return refused(context, error.what());
+        return failed(context, Refused, error.what());
     }
     if (!context.out.flush())
-        return refused(context, "The output cannot be written.");
+        return failed(context, Refused, "The output cannot be written.");
     return Done;
 }
 

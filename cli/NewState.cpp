@@ -2,18 +2,15 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <system_error>
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "array/state/FileFailure.h"
+
 namespace cli {
 
 namespace {
-
-[[noreturn]] void failErrno(const std::filesystem::path& path) {
-    throw std::system_error(errno, std::generic_category(), path.string());
-}
 
 // Without a slash at its end, so that a name can be added to it.
 std::filesystem::path withoutSlash(const std::filesystem::path& path) {
@@ -27,9 +24,8 @@ void syncDirectory(const std::filesystem::path& directory) {
     const int error = errno;
     if (descriptor >= 0)
         close(descriptor);
-    errno = error;
     if (!synced)
-        failErrno(directory);
+        array::failFile(directory, error);
 }
 
 } // namespace
@@ -38,7 +34,7 @@ NewState::NewState(const std::filesystem::path& place)
     : _place(std::filesystem::absolute(withoutSlash(place))) {
     std::string name = _place.string() + ".new-XXXXXX";
     if (mkdtemp(name.data()) == nullptr)
-        failErrno(_place);
+        array::failFile(_place, errno);
     _directory = name;
 }
 
@@ -50,7 +46,7 @@ NewState::~NewState() {
 
 void NewState::putInPlace() {
     if (std::rename(_directory.c_str(), _place.c_str()) != 0)
-        failErrno(_place);
+        array::failFile(_place, errno);
     _directory.clear();
     syncDirectory(_place.parent_path());
 }

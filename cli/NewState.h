@@ -9,7 +9,8 @@ namespace cli {
 // finds it half done, and goes away again unless it is put into its place.
 class NewState {
 public:
-    // place: where it is to be; its parent must be there. Throws std::system_error.
+    // place: where it is to be; its parent must be there. Throws
+    // DRAVOperationFailedException.
     explicit NewState(const std::filesystem::path& place);
     ~NewState();
     NewState(const NewState&) = delete;
@@ -18,7 +19,8 @@ public:
     // Where it is for the time being; made with mode 0700.
     const std::filesystem::path& directory() const { return _directory; }
 
-    // Puts it into its place, for good. Throws std::system_error if something is there by now.
+    // Puts it into its place, for good. Throws DRAVOperationFailedException if
+    // something is there by now.
     void putInPlace();
 
 private:

@@ -13,6 +13,8 @@ void addShowCommand(CLI::App& app, Context& context);
 void addEventsCommand(CLI::App& app, Context& context);
 void addCheckCommand(CLI::App& app, Context& context);
 void addBackupCommand(CLI::App& app, Context& context);
+void addCompletionCommand(CLI::App& app, Context& context);
+void addManCommand(CLI::App& app, Context& context);
 void addVolumeCommands(CLI::App& family, Context& context);
 void addTargetCommands(CLI::App& family, Context& context);
 void addInitiatorCommands(CLI::App& family, Context& context);

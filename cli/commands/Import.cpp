@@ -79,7 +79,7 @@ private:
         try {
             array::description::importFrom(text, array, afterEach);
         } catch (const array::description::DescriptionError& error) {
-            throw std::runtime_error(file + ": " + error.what());
+            throw array::description::DescriptionError(file, error.what());
         }
     }
 

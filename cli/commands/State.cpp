@@ -1,6 +1,6 @@
 #include <ostream>
-#include <stdexcept>
 
+#include "array/ErrorCode.h"
 #include "cli/Listing.h"
 #include "cli/Units.h"
 #include "cli/commands/Commands.h"
@@ -18,8 +18,9 @@ struct Check : NoArguments {
             for (const std::string& finding : findings)
                 context.out << finding << '\n';
         if (!findings.empty())
-            throw std::runtime_error("The array in " + context.array().directory().string() +
-                                     " is damaged: " + counted(findings.size(), "finding") + ".");
+            array::fail(array::ErrorCode::StateDamaged,
+                        "The array in " + context.array().directory().string() +
+                            " is damaged: " + counted(findings.size(), "finding") + ".");
     }
 };
 

@@ -41,14 +41,14 @@ TEST_F(Arrayctl, WrongUsageSaysWhatIsWrongAndWhereToLook) {
     }
 }
 
-TEST_F(Arrayctl, WithoutAnArrayEachCommandIsRefused) {
+TEST_F(Arrayctl, WithoutAnArrayEachCommandFails) {
     const std::vector<std::vector<std::string>> commands = {
         {"show"},
         {"export"},
         {"volume", "list"},
         {"target", "create", "iqn.2026-01.com.example:t"}};
     for (const auto& arguments : commands) {
-        EXPECT_THAT(refusalOf(arguments),
+        EXPECT_THAT(stateFailureOf(arguments),
                     testing::AllOf(StartsWith("arrayctl: "), HasSubstr(state.string())));
         EXPECT_FALSE(std::filesystem::exists(state));
     }

@@ -56,13 +56,21 @@ protected:
         return nlohmann::ordered_json::parse(outputOf(arguments));
     }
 
-    // What a command that must be refused says on standard error.
-    std::string refusalOf(const std::vector<std::string>& arguments,
-                          const std::string& input = "") const {
+    // What a command that must fail says on standard error.
+    std::string refusalOf(const std::vector<std::string>& arguments, const std::string& input = "",
+                          cli::Exit status = cli::Refused) const {
         const Result result = run(arguments, input);
-        EXPECT_EQ(result.status, cli::Refused);
+        EXPECT_EQ(result.status, status);
         EXPECT_EQ(result.out, "");
         return result.err;
+    }
+    std::string mistakeOf(const std::vector<std::string>& arguments,
+                          const std::string& input = "") const {
+        return refusalOf(arguments, input, cli::BadDescription);
+    }
+    std::string stateFailureOf(const std::vector<std::string>& arguments,
+                               const std::string& input = "") const {
+        return refusalOf(arguments, input, cli::BadState);
     }
 
     // Makes the array from a description.

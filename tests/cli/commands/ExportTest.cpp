@@ -35,7 +35,7 @@ TEST_F(ExportCommand, SaysThatItLeftOutUnitsWithoutAVolume) {
 }
 
 TEST_F(ExportCommand, WithoutAnArrayIsRefusedAndMakesNone) {
-    EXPECT_THAT(refusalOf({"export"}), HasSubstr(state.string()));
+    EXPECT_THAT(stateFailureOf({"export"}), HasSubstr(state.string()));
     EXPECT_FALSE(std::filesystem::exists(state));
 }
 

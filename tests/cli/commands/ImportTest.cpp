@@ -42,7 +42,7 @@ TEST_F(ImportCommand, GivesProgramsTheCounts) {
 TEST_F(ImportCommand, NamesTheFileAndTheCulpritAndLeavesNothingBehind) {
     const std::string file = write(R"({ "host": "h", "system": "s",
         "targets": [ { "name": "iqn.2026-01.com.example:t1", "color": "red" } ] })");
-    EXPECT_EQ(refusalOf({"import", file}),
+    EXPECT_EQ(mistakeOf({"import", file}),
               "arrayctl: " + file + ": /targets/0/color: this member is unknown\n");
     EXPECT_EQ(filesBeside(file), 0);
 }
@@ -50,15 +50,15 @@ TEST_F(ImportCommand, NamesTheFileAndTheCulpritAndLeavesNothingBehind) {
 TEST_F(ImportCommand, OfAMistakeLeavesADirectoryThatWasThere) {
     std::filesystem::create_directory(state);
     std::filesystem::permissions(state, std::filesystem::perms::owner_all);
-    EXPECT_THAT(refusalOf({"import", "-"}, "{"), HasSubstr("parse error"));
+    EXPECT_THAT(mistakeOf({"import", "-"}, "{"), HasSubstr("parse error"));
     EXPECT_TRUE(std::filesystem::exists(state));
     importSmallArray();
 }
 
 TEST_F(ImportCommand, IntoADirectoryWithoutAParentIsRefused) {
     state = directory / "a" / "b";
-    EXPECT_EQ(refusalOf({"import", "-"}),
-              "arrayctl: " + state.string() + ": No such file or directory\n");
+    EXPECT_EQ(stateFailureOf({"import", "-"}),
+              "arrayctl: " + state.string() + ": No such file or directory.\n");
 }
 
 TEST_F(ImportCommand, OfAFileThatIsNotThereMakesNoStateDirectory) {
@@ -85,7 +85,7 @@ TEST_F(ImportCommand, IntoAnArrayThatHasObjectsIsRefusedWithAdvice) {
 }
 
 TEST_F(ImportCommand, MayBeRepeatedAfterAMistake) {
-    EXPECT_THAT(refusalOf({"import", "-"}, "{"), HasSubstr("-: parse error at line 1, column 2"));
+    EXPECT_THAT(mistakeOf({"import", "-"}, "{"), HasSubstr("-: parse error at line 1, column 2"));
     importSmallArray();
     EXPECT_EQ(jsonOf({"volume", "list"})[0]["key"], "Ovrin:17000001");
 }

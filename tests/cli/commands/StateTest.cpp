@@ -18,7 +18,7 @@ TEST_F(StateCommands, CheckOfADamagedArrayIsRefused) {
     importSmallArray();
     std::filesystem::resize_file(state / "array.db", 1000);
     const Result result = run({"check"});
-    EXPECT_EQ(result.status, cli::Refused);
+    EXPECT_EQ(result.status, cli::BadState);
     EXPECT_THAT(result.err, HasSubstr(state.string()));
 }
 
@@ -38,7 +38,7 @@ TEST_F(StateCommands, BackupNeverOverwrites) {
     importSmallArray();
     const auto copy = directory / "copy.db";
     std::ofstream(copy) << "mine";
-    EXPECT_THAT(refusalOf({"backup", copy.string()}), HasSubstr(copy.string()));
+    EXPECT_THAT(stateFailureOf({"backup", copy.string()}), HasSubstr(copy.string()));
     EXPECT_EQ(std::filesystem::file_size(copy), 4U);
 }
 

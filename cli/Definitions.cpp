@@ -1,0 +1,50 @@
+#include "cli/Definitions.h"
+
+#include <algorithm>
+
+namespace cli {
+
+namespace {
+
+void collect(const CLI::App& app, const std::string& path, std::vector<DefinedCommand>& commands) {
+    const auto below = app.get_subcommands([](const CLI::App*) { return true; });
+    if (below.empty())
+        commands.push_back({path, &app});
+    for (const CLI::App* each : below)
+        collect(*each, path + (path.empty() ? "" : " ") + each->get_name(), commands);
+}
+
+} // namespace
+
+std::vector<DefinedCommand> commandsOf(const CLI::App& program) {
+    std::vector<DefinedCommand> commands;
+    collect(program, "", commands);
+    return commands;
+}
+
+std::vector<const CLI::Option*> optionsOf(const CLI::App& command) {
+    return command.get_options(
+        [&](const CLI::Option* option) { return option != command.get_help_ptr(); });
+}
+
+bool takesValue(const CLI::Option& option) {
+    return option.get_type_size() > 0;
+}
+
+// CLI11 tells the choice behind the type: "TEXT:{initiator,target}".
+std::string typeOf(const CLI::Option& option) {
+    const std::string type = option.get_type_name();
+    return type.substr(0, type.find(':'));
+}
+
+std::string choiceOf(const CLI::Option& option) {
+    const std::string type = option.get_type_name();
+    const std::size_t begin = type.find('{');
+    if (begin == std::string::npos)
+        return "";
+    std::string words = type.substr(begin + 1, type.find('}') - begin - 1);
+    std::ranges::replace(words, ',', ' ');
+    return words;
+}
+
+} // namespace cli

@@ -1,0 +1,35 @@
+#ifndef CLI_DEFINITIONS_H
+#define CLI_DEFINITIONS_H
+
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+namespace cli {
+
+// What a program's own definitions say of its command line, for texts that are made from them.
+
+struct DefinedCommand {
+    std::string path; // such as "volume create"
+    const CLI::App* app;
+};
+
+// All commands, in the order of the help; a family of commands is none itself.
+std::vector<DefinedCommand> commandsOf(const CLI::App& program);
+
+// The options and arguments of a command, without its help.
+std::vector<const CLI::Option*> optionsOf(const CLI::App& command);
+
+// True if a value goes with the option; false for flags.
+bool takesValue(const CLI::Option& option);
+
+// What kind of value it is, such as "DIR".
+std::string typeOf(const CLI::Option& option);
+
+// The only values that it may have, with a blank between them; empty: any.
+std::string choiceOf(const CLI::Option& option);
+
+} // namespace cli
+
+#endif
