@@ -31,8 +31,11 @@ protected:
         clearLog();
     }
 
-    // Every record that the provider was handed must have been deleted.
-    ~ProviderTest() override { EXPECT_EQ(recordsHandedOut(), 0); }
+    // Every record that the provider was handed must have been deleted, and before the next.
+    ~ProviderTest() override {
+        EXPECT_EQ(recordsHandedOut(), 0);
+        EXPECT_LE(mostRecordsHandedOut(), 1);
+    }
 
     TraceCapture capture;
     Provider provider;

@@ -224,6 +224,13 @@ TEST_F(AuthorizedAccessProviderTest, FromAPrivilegeToItsControllersNamesWithoutT
                                    "deliver " + controller(TARGET1), "complete"));
 }
 
+TEST_F(AuthorizedAccessProviderTest, OverTheTargetThePrivilegesFirstKeyCountsWhateverItsName) {
+    associatorNames(requestPath(PRIVILEGE, {{"Any", keyText(HOST1)}, {"InstanceID", "no id"}}),
+                    TARGET, CONTROLLER);
+
+    EXPECT_THAT(calls(), ElementsAre("enumerateAssociatedObjects(0x0D000001, 14)"));
+}
+
 TEST_F(AuthorizedAccessProviderTest, AHostWithoutGrantsHasNoControllers) {
     associators(source(PRIVILEGE, HOST2), TARGET, CONTROLLER);
     associatorNames(source(PRIVILEGE, HOST2), TARGET, CONTROLLER);

@@ -290,6 +290,13 @@ TEST_F(UnitInstancesTest, GetInstanceReadsTheControllersPathBeforeItLooksForTheV
                 testing::StartsWith("malformed object name"));
 }
 
+TEST_F(UnitInstancesTest, GetInstanceReadsBothPathsBeforeTheirIds) {
+    const std::string withoutDeviceID = text(requestPath("CIM_SCSIProtocolController"));
+    EXPECT_THAT(failure<MalformedObjectNameException>(requestPath(
+                    UNIT_CLASS, {{"Antecedent", withoutDeviceID}, {"Dependent", "not a path"}})),
+                testing::StartsWith("malformed object name"));
+}
+
 TEST_F(UnitInstancesTest, GetInstanceOfATextThatIsNoIdIsTheEnginesError) {
     const CIMObjectPath path =
         unitPath(controllerPath(TARGET1), requestPath("CIM_StorageVolume", {{"DeviceID", "60A1"}}));
