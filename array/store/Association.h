@@ -15,20 +15,8 @@ public:
         return members ? *members : none;
     }
 
-    void add(Id owner, Id member) {
-        PersistentSet members = of(owner);
-        members.set(member, {});
-        _members.set(owner, std::move(members));
-    }
-
-    void remove(Id owner, Id member) {
-        PersistentSet members = of(owner);
-        members.erase(member);
-        if (members.empty())
-            _members.erase(owner);
-        else
-            _members.set(owner, std::move(members));
-    }
+    void add(Id owner, Id member) { setIn(_members, owner, member, NoValue()); }
+    void remove(Id owner, Id member) { eraseIn(_members, owner, member); }
 
 private:
     PersistentMap<PersistentSet> _members;

@@ -60,6 +60,19 @@ public:
             _root = Node::single(Entry{key, std::move(value)});
     }
 
+    // The value of a key that is there, to be changed in place; good until the map changes or is
+    // copied.
+    T& change(Key key) {
+        Ref* node = &_root;
+        for (;;) {
+            own(*node);
+            const std::uint32_t bit = (*node)->bitOf(key);
+            if (!(*node)->isNode(bit))
+                return (*node)->entry(bit).value;
+            node = &(*node)->node(bit);
+        }
+    }
+
     // Removes an entry; false if there was none.
     bool erase(Key key) {
         if (!contains(key))
@@ -138,6 +151,24 @@ private:
 
     Ref _root;
 };
+
+// In a map of maps: an entry of the map of an outer key. No inner map is ever empty.
+template<class T>
+void setIn(PersistentMap<PersistentMap<T>>& maps, std::uint32_t outer, std::uint32_t inner,
+           T value) {
+    if (!maps.contains(outer))
+        maps.set(outer, {});
+    maps.change(outer).set(inner, std::move(value));
+}
+template<class T>
+void eraseIn(PersistentMap<PersistentMap<T>>& maps, std::uint32_t outer, std::uint32_t inner) {
+    if (!maps.contains(outer))
+        return;
+    PersistentMap<T>& map = maps.change(outer);
+    map.erase(inner);
+    if (map.empty())
+        maps.erase(outer);
+}
 
 // A set of 32-bit numbers, likewise.
 struct NoValue {};

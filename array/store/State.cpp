@@ -36,30 +36,20 @@ void unlink(State& state, Id id, const Target& target) {
     state.targetNames.remove(hashOfName(target.name), serialOf(id));
 }
 
-PersistentMap<Id> unitsByLunOf(const State& state, Id target) {
-    const PersistentMap<Id>* units = state.unitsByLun.find(target);
-    return units ? *units : PersistentMap<Id>();
-}
-
 void link(State& state, Id id, const LogicalUnit& unit) {
     state.unitsOfTarget.add(unit.target, id);
     if (unit.volume != 0)
         state.unitsOfVolume.add(unit.volume, id);
-    PersistentMap<Id> units = unitsByLunOf(state, unit.target);
-    units.set(unit.lun, id);
-    state.unitsByLun.set(unit.target, std::move(units));
+    setIn(state.unitsByLun, unit.target, unit.lun, id);
 }
 void unlink(State& state, Id id, const LogicalUnit& unit) {
     state.unitsOfTarget.remove(unit.target, id);
     if (unit.volume != 0)
         state.unitsOfVolume.remove(unit.volume, id);
-    PersistentMap<Id> units = unitsByLunOf(state, unit.target);
-    if (const Id* holder = units.find(unit.lun); holder && *holder == id)
-        units.erase(unit.lun); // else another unit has the number by now
-    if (units.empty())
-        state.unitsByLun.erase(unit.target);
-    else
-        state.unitsByLun.set(unit.target, std::move(units));
+    const PersistentMap<Id>* units = state.unitsByLun.find(unit.target);
+    const Id* holder = units ? units->find(unit.lun) : nullptr;
+    if (holder && *holder == id) // else another unit has the number by now
+        eraseIn(state.unitsByLun, unit.target, unit.lun);
 }
 
 void link(State& state, Id id, const Session& session) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 namespace array {
@@ -63,16 +64,14 @@ public:
         Ref made = blank(b.key, (bits - 1) / BITS * BITS, 2);
         const std::uint32_t bitA = made->bitOf(keyOf(a));
         const std::uint32_t bitB = made->bitOf(b.key);
-        if (bitA < bitB)
-            made->append(bitA, std::forward<Item>(a));
-        made->append(bitB, std::move(b));
-        if (bitA > bitB)
-            made->append(bitA, std::forward<Item>(a));
+        const bool aFirst = bitA < bitB;
+        made->fill(aFirst ? 0 : 1, bitA, std::forward<Item>(a));
+        made->fill(aFirst ? 1 : 0, bitB, std::move(b));
         return made;
     }
     static Ref single(Entry&& entry) {
         Ref made = blank(entry.key, 0, 1);
-        made->append(made->bitOf(entry.key), std::move(entry));
+        made->fill(0, made->bitOf(entry.key), std::move(entry));
         return made;
     }
 
@@ -152,33 +151,39 @@ private:
     static Key keyOf(const Entry& entry) { return entry.key; }
     static Key keyOf(const Ref& node) { return node->_prefix; }
 
-    // Fill the next slot; the bits must come in ascending order.
-    void append(std::uint32_t bit, Entry entry) {
-        ::new (&slots()[slotCount()].entry) Entry(std::move(entry));
+    // Fill a slot of a blank node; where it stands follows from the bits of all that will be used.
+    void fill(std::size_t at, std::uint32_t bit, Entry entry) {
+        ::new (&slots()[at].entry) Entry(std::move(entry));
         _used |= bit;
         count += 1;
     }
-    void append(std::uint32_t bit, Ref node) {
+    void fill(std::size_t at, std::uint32_t bit, Ref node) {
         count += node->count;
-        ::new (&slots()[slotCount()].node) Ref(std::move(node));
+        ::new (&slots()[at].node) Ref(std::move(node));
         _used |= bit;
         _nodes |= bit;
     }
-    void append(std::uint32_t, Nothing) {}
 
+    // Only of a node with no other reference may the slots be moved out.
     template<class Item>
     static Ref remade(const Ref& from, std::uint32_t changed, Item&& item) {
+        constexpr bool fills = !std::is_same_v<std::decay_t<Item>, Nothing>;
         const bool mayTake = from.unique();
-        const std::uint32_t bits = from->_used | changed;
+        const std::uint32_t bits = fills ? from->_used | changed : from->_used & ~changed;
         Ref made =
             blank(from->_prefix, from->_shift, static_cast<std::size_t>(std::popcount(bits)));
-        forEachBit(bits, [&](std::uint32_t bit) {
-            if (bit == changed)
-                made->append(bit, std::forward<Item>(item));
-            else if (from->isNode(bit))
-                made->append(bit, mayTake ? std::move(from->node(bit)) : from->node(bit));
-            else
-                made->append(bit, mayTake ? std::move(from->entry(bit)) : from->entry(bit));
+        Slot* slot = from->slots();
+        std::size_t at = 0;
+        forEachBit(from->_used | bits, [&](std::uint32_t bit) {
+            Slot* const old = from->isUsed(bit) ? slot++ : nullptr;
+            if (bit == changed) {
+                if constexpr (fills)
+                    made->fill(at++, bit, std::forward<Item>(item));
+            } else if (from->isNode(bit)) {
+                made->fill(at++, bit, mayTake ? std::move(old->node) : Ref(old->node));
+            } else {
+                made->fill(at++, bit, mayTake ? std::move(old->entry) : Entry(old->entry));
+            }
         });
         return made;
     }

@@ -83,6 +83,35 @@ TEST(PersistentMap, ReleasesTheValuesItNoLongerHolds) {
     EXPECT_EQ(value.use_count(), 1);
 }
 
+TEST(PersistentMap, AValueChangedInPlaceStaysAsItWasInCopies) {
+    Map map;
+    for (std::uint32_t key = 0; key < 1000; ++key)
+        map.set(key, 1);
+    const Map copy = map;
+
+    map.change(77) = 2;
+
+    EXPECT_EQ(*map.find(77), 2);
+    EXPECT_EQ(*map.find(78), 1);
+    EXPECT_EQ(*copy.find(77), 1);
+}
+
+TEST(PersistentMap, AMapOfMapsKeepsNoEmptyOnes) {
+    PersistentMap<Map> maps;
+    setIn(maps, 1, 10, 100);
+    setIn(maps, 1, 11, 110);
+    const PersistentMap<Map> copy = maps;
+
+    eraseIn(maps, 1, 10);
+    eraseIn(maps, 2, 10);
+    ASSERT_TRUE(maps.contains(1));
+    EXPECT_FALSE(maps.find(1)->contains(10));
+    eraseIn(maps, 1, 11);
+
+    EXPECT_TRUE(maps.empty());
+    EXPECT_EQ(copy.find(1)->size(), 2U);
+}
+
 TEST(PersistentMap, ASetTellsMembersFromOthers) {
     PersistentSet set;
     set.set(3, {});
