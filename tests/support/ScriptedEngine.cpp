@@ -17,13 +17,20 @@ using namespace Pegasus;
 namespace {
 
 std::atomic<int> handedOut;
-std::atomic<int> mostHandedOut;
+std::atomic<int> mostHandedOut; // to one thread
+thread_local int handedOutHere;
 
 void noteHandedOut() {
-    const int now = ++handedOut;
+    ++handedOut;
+    const int now = ++handedOutHere;
     int most = mostHandedOut;
     while (now > most && !mostHandedOut.compare_exchange_weak(most, now)) {
     }
+}
+
+void noteDeleted() {
+    --handedOut;
+    --handedOutHere;
 }
 
 // A copy of a record that counts itself while it lives.
@@ -33,7 +40,7 @@ public:
     explicit HandedOut(const Record& record) : Record(record) { noteHandedOut(); }
     HandedOut(const HandedOut&) = delete;
     HandedOut& operator=(const HandedOut&) = delete;
-    ~HandedOut() override { --handedOut; }
+    ~HandedOut() override { noteDeleted(); }
 };
 
 struct Failure {

@@ -36,8 +36,8 @@ void addRecord(Pegasus::Uint32 id, const Pegasus::DRAVConnectionSettings& record
 // getObject(..., id) gives a null pointer.
 void addNullRecord(Pegasus::Uint32 id);
 
-// How many records that getObject handed out have not been deleted yet, and how many there were at
-// most since resetEngine().
+// How many records that getObject handed out have not been deleted yet, and how many of them one
+// thread had at most since resetEngine(). A thread deletes its own.
 int recordsHandedOut();
 int mostRecordsHandedOut();
 
