@@ -128,7 +128,7 @@ void checkLanguages(const CimRequest& cim) {
 void checkHttpMethod(const HttpRequest& request) {
     static constexpr const char* served[] = {"POST", "M-POST"};
     static constexpr const char* empty[] = {"GET", "HEAD"}; // there are no documents
-    static constexpr const char* refused[] = {"DELETE", "OPTIONS", "PUT", "PATCH", "TRACE"};
+    static constexpr const char* refused[] = {"DELETE", "OPTIONS", "PUT", "TRACE"};
     const auto isIn = [&](const auto& methods) {
         return std::find(std::begin(methods), std::end(methods), request.method) !=
                std::end(methods);

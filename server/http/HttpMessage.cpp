@@ -19,6 +19,16 @@ bool isNamed(std::string_view text, std::string_view name) {
 
 } // namespace
 
+void HttpRequest::add(const std::string& name, const std::string& value) {
+    for (HttpHeader& header : headers) {
+        if (boost::beast::iequals(header.name, name)) {
+            header.value += ", " + value;
+            return;
+        }
+    }
+    headers.push_back({name, value});
+}
+
 std::optional<std::string_view> HttpRequest::header(std::string_view name) const {
     const auto found = std::find_if(headers.begin(), headers.end(), [&](const HttpHeader& entry) {
         return isNamed(entry.name, name);

@@ -23,6 +23,10 @@ struct HttpRequest {
     std::string body;
     std::string peer; // address of the client
 
+    // A header that is there already gets the value as a further one of a list (RFC 9110,
+    // section 5.3).
+    void add(const std::string& name, const std::string& value);
+
     // The value of the first header of the name, in any case. A name with the two-digit prefix of
     // an extension declaration, "48-CIMMethod", counts too (RFC 2774, section 3).
     std::optional<std::string_view> header(std::string_view name) const;

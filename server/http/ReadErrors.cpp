@@ -4,10 +4,15 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
+#include <string_view>
 
 namespace smisd {
 
 namespace http = boost::beast::http;
+
+// As OpenPegasus.
+constexpr int maximumFields = 1000;
 
 std::optional<BadRequest> refusalOf(const boost::system::error_code& error) {
     struct Answer {
@@ -29,6 +34,26 @@ std::optional<BadRequest> refusalOf(const boost::system::error_code& error) {
                                       [&](const Answer& entry) { return error == entry.error; });
     return answer != std::end(answers) ? BadRequest(answer->status, "", answer->detail)
                                        : BadRequest(400, "", error.message());
+}
+
+std::optional<BadRequest> refusalOf(const http::request_parser<http::string_body>& parser) {
+    const auto& head = parser.get();
+    const std::string_view length = head[http::field::content_length];
+    if (std::distance(head.begin(), head.end()) > maximumFields) {
+        return BadRequest(413, "",
+                          "more than " + std::to_string(maximumFields) +
+                              " header fields detected in HTTP message");
+    }
+    if (head.count(http::field::transfer_encoding) > 0 && !parser.chunked()) {
+        return BadRequest(501, "", "unimplemented transfer-encoding value");
+    }
+    if (length.find(',') != std::string_view::npos) { // a list of equal ones
+        return BadRequest(400, "", "Invalid Content-Length header detected");
+    }
+    if (length.empty() && !parser.chunked() && head.method_string().ends_with("POST")) {
+        return BadRequest(411, "", "The request has no Content-Length");
+    }
+    return std::nullopt;
 }
 
 } // namespace smisd

@@ -79,6 +79,7 @@ private:
 
     void awaitRequest() {
         enterState(State::idle);
+        skipEmptyLines();
         if (_host.stopping) {
             end();
         } else if (_input.size() > 0) {
@@ -89,10 +90,18 @@ private:
                                     [self = self()](error_code error, std::size_t count) {
                                         self->_input.commit(count);
                                         if (!error) {
-                                            self->readHead();
+                                            self->awaitRequest();
                                         }
                                     });
         }
+    }
+
+    // Before a request they mean nothing (RFC 9112, section 2.2).
+    void skipEmptyLines() {
+        const auto* bytes = static_cast<const char*>(_input.data().data());
+        const std::string_view text(bytes, _input.size());
+        const std::size_t count = text.find_first_not_of("\r\n");
+        _input.consume(count == std::string_view::npos ? text.size() : count);
     }
 
     void readHead() {
@@ -106,16 +115,14 @@ private:
                                     if (error) {
                                         self->refuse(error);
                                     } else {
-                                        self->checkLength();
+                                        self->checkHead();
                                     }
                                 });
     }
 
-    void checkLength() {
-        const auto& head = _parser->get();
-        const bool hasLength = _parser->content_length().has_value() || _parser->chunked();
-        if (!hasLength && head.method_string().ends_with("POST")) {
-            refuse(BadRequest(411, "", "The request has no Content-Length"));
+    void checkHead() {
+        if (const std::optional<BadRequest> badRequest = refusalOf(*_parser)) {
+            refuse(*badRequest);
         } else if (expectsContinue() || _parser->chunked() ||
                    _parser->content_length().value_or(0) > shortBody) {
             onWorker([this, request = received(false)] { return _host.admission(request, *this); },
@@ -198,8 +205,7 @@ private:
         request.version = message.version();
         request.keepAlive = keepAlive;
         for (const auto& field : message) {
-            request.headers.push_back(
-                {std::string(field.name_string()), std::string(field.value())});
+            request.add(std::string(field.name_string()), std::string(field.value()));
         }
         request.peer = _peer;
         return request;

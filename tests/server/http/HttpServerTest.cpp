@@ -207,5 +207,38 @@ TEST(HttpServer, HandlerThatFailsEndsItsConnectionOnly) {
     EXPECT_THAT(good.readUntil("]"), HasSubstr("[x]"));
 }
 
+TEST(HttpServer, PassesOverEmptyLinesBetweenRequests) {
+    TestServer server(echo);
+    TestClient client(server.port);
+    client.send("\r\n");
+    client.send("\r\n" + post("1") + "\r\n\r\n" + post("2"));
+    EXPECT_THAT(client.readUntil("[1]"), HasSubstr("[1]"));
+    EXPECT_THAT(client.readUntil("[2]"), HasSubstr("[2]"));
+}
+
+TEST(HttpServer, MakesOneHeaderOfSeveral) {
+    TestServer server([](const HttpRequest& request, ResponseChannel& channel) {
+        channel.send(answer(std::string(request.header("x-a").value_or("none"))));
+        return true;
+    });
+    TestClient client(server.port);
+    client.send(post("", "X-A: 1\r\nX-B: 2\r\nx-a: 3\r\n"));
+    EXPECT_THAT(client.readUntil("1, 3"), HasSubstr("\r\n\r\n1, 3"));
+}
+
+TEST(HttpServer, RefusesEncodingsThatItDoesNotKnow) {
+    TestServer server(echo);
+    TestClient client(server.port);
+    client.send("POST / HTTP/1.1\r\nHost: x\r\nTransfer-Encoding: gzip\r\n\r\nx");
+    EXPECT_THAT(client.readAll(), StartsWith("HTTP/1.1 501 Not Implemented\r\n"));
+}
+
+TEST(HttpServer, RefusesAListOfLengths) {
+    TestServer server(echo);
+    TestClient client(server.port);
+    client.send("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 1, 1\r\n\r\nx");
+    EXPECT_THAT(client.readAll(), StartsWith("HTTP/1.1 400 Bad Request\r\n"));
+}
+
 } // namespace
 } // namespace smisd::test

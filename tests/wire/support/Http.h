@@ -5,8 +5,8 @@
 
 namespace wire {
 
-// Sends bytes to a port of 127.0.0.1 and returns one response: what comes until it is complete by
-// its length or its last chunk, or the server closes. Throws after ten seconds.
+// Sends bytes to a port of 127.0.0.1, and that there are no more, and returns what comes until the
+// server closes: a response to each request among them. Throws after ten seconds without a byte.
 std::string roundTrip(unsigned short port, const std::string& bytes);
 
 } // namespace wire

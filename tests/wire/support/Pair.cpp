@@ -37,8 +37,8 @@ std::vector<Pair> readPairs(const fs::path& directory) {
 
 std::string requestBytes(const std::string& text) {
     const std::size_t headEnd = text.find("\n\n");
-    if (headEnd == std::string::npos) {
-        return text; // no HTTP at all
+    if (headEnd == std::string::npos || text.find("\r\n") < headEnd) {
+        return text; // no HTTP at all, or byte for byte
     }
     std::string head = text.substr(0, headEnd + 1);
     const std::string body = text.substr(headEnd + 2);

@@ -1,7 +1,8 @@
 // Recorded pairs of a request and its response.
 //
 // NAME.request is what is sent, with plain line ends in the headers, without Host and
-// Content-Length, which are added unless they are there; "Content-Length: none" leaves it out.
+// Content-Length, which are added unless they are there; "Content-Length: none" leaves it out. A
+// request that has line ends of its own, with CR, is sent as it stands.
 // NAME.response is what is expected, after normalized().
 #pragma once
 
