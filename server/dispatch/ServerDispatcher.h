@@ -31,6 +31,9 @@ public:
     void dispatch(const Operation& operation, const RequestContext& context,
                   ResultSink& sink) override;
 
+    // Enumerations that are open for pulling; thread-safe.
+    unsigned openEnumerations() const { return _enumerations.count(); }
+
 private:
     const Registration _registration;
     ProviderHost _providers;

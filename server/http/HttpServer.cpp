@@ -201,4 +201,12 @@ void HttpServer::stop() {
     asio::post(_implementation->host.io, [this] { _implementation->shutDown(); });
 }
 
+unsigned HttpServer::connections() const {
+    return _implementation->host.connections;
+}
+
+unsigned HttpServer::busyWorkers() const {
+    return _implementation->host.workers.running();
+}
+
 } // namespace smisd

@@ -52,6 +52,10 @@ public:
     // Thread-safe.
     void stop();
 
+    // Thread-safe: connections that are open, and workers that carry an operation out.
+    unsigned connections() const;
+    unsigned busyWorkers() const;
+
 private:
     struct Implementation;
     std::unique_ptr<Implementation> _implementation;

@@ -13,6 +13,7 @@
 
 #include <spdlog/spdlog.h>
 
+#include <atomic>
 #include <chrono>
 #include <exception>
 #include <functional>
@@ -62,9 +63,13 @@ struct SessionHost {
         : limits(theLimits), handler(std::move(theHandler)), admission(std::move(theAdmission)),
           workers(theLimits.workers) {}
 
-    void enter(SessionBase& session) { sessions.insert(&session); }
+    void enter(SessionBase& session) {
+        sessions.insert(&session);
+        ++connections;
+    }
     void leave(SessionBase& session) {
         sessions.erase(&session);
+        --connections;
         if (stopping && sessions.empty()) {
             stopTimer.cancel();
         }
@@ -112,7 +117,8 @@ struct SessionHost {
     const HttpLimits limits;
     const HttpHandler handler;
     const HttpAdmission admission;
-    std::set<SessionBase*> sessions; // outlives what io still holds of them
+    std::set<SessionBase*> sessions;      // outlives what io still holds of them
+    std::atomic<unsigned> connections{0}; // the size of sessions, for any thread
     bool stopping = false;
     asio::io_context io{1};
     asio::steady_timer stopTimer{io};

@@ -33,6 +33,11 @@ void WorkerPool::startThreadIfNeeded() {
     }
 }
 
+unsigned WorkerPool::running() const {
+    const std::lock_guard lock(_mutex);
+    return _running;
+}
+
 void WorkerPool::work() {
     std::unique_lock lock(_mutex);
     for (;;) {

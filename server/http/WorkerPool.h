@@ -29,6 +29,9 @@ public:
     // free again. Those who come back go before those who begin.
     void whileWaiting(const std::function<void()>& wait);
 
+    // The jobs that run now.
+    unsigned running() const;
+
     // Waits until all jobs have ended, and ends the threads. No job is posted afterwards.
     void join();
 
@@ -38,7 +41,7 @@ private:
 
     const unsigned _workers;
 
-    std::mutex _mutex; // guards what follows
+    mutable std::mutex _mutex; // guards what follows
     std::condition_variable _jobPosted;
     std::condition_variable _workerFree;
     std::deque<Job> _jobs;

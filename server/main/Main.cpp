@@ -1,6 +1,7 @@
 #include "server/main/HashPassword.h"
 #include "server/main/Options.h"
 #include "server/main/Serve.h"
+#include "server/monitor/JsonFormatter.h"
 
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
@@ -8,12 +9,17 @@
 #include <csignal>
 #include <exception>
 #include <iostream>
+#include <memory>
 
 namespace {
 
-void startLog(const std::string& level) {
+void startLog(const std::string& level, const std::string& format) {
     spdlog::set_default_logger(spdlog::stderr_logger_mt("smisd"));
-    spdlog::set_pattern("%Y-%m-%dT%H:%M:%S.%e smisd %l: %v");
+    if (format == "json") {
+        spdlog::set_formatter(std::make_unique<smisd::JsonFormatter>());
+    } else {
+        spdlog::set_pattern("%Y-%m-%dT%H:%M:%S.%e smisd %l: %v");
+    }
     spdlog::set_level(spdlog::level::from_str(level));
 }
 
@@ -26,7 +32,7 @@ int main(int argc, char** argv) {
     }
     // The module writes to standard output, whose reader may go before the server does.
     std::signal(SIGPIPE, SIG_IGN);
-    startLog(parsed.options->logLevel);
+    startLog(parsed.options->logLevel, parsed.options->logFormat);
     try {
         if (parsed.options->hashPasswordFor.empty()) {
             smisd::serve(*parsed.options);

@@ -85,8 +85,15 @@ void addOptions(CLI::App& app, Options& options, Typed& typed) {
     app.add_option("--mof", options.mof, "Classes and registration of the providers")
         ->type_name("DIR")
         ->capture_default_str();
-    app.add_option("--log-level", options.logLevel, "What is told on standard error")
+    app.add_option(
+           "--log-level", options.logLevel,
+           "What is told on standard error. error: something is broken, see to it; warning: "
+           "a client was refused or lost something; info: the server's life; debug: "
+           "why requests are refused")
         ->check(CLI::IsMember({"debug", "info", "warning", "error"}))
+        ->capture_default_str();
+    app.add_option("--log-format", options.logFormat, "text, or a JSON object a line")
+        ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str();
     addLimits(app, options);
 }
@@ -133,6 +140,7 @@ ParsedOptions parseOptions(int argc, const char* const* argv) {
     options.module = SMISD_MODULE;
     options.mof = SMISD_MOF;
     options.logLevel = "info";
+    options.logFormat = "text";
     Typed typed;
 
     CLI::App app("smisd: a CIM server that presents the storage array to SMI-S clients", "smisd");

@@ -22,6 +22,7 @@ struct Options {
     std::filesystem::path module;
     std::filesystem::path mof;
     std::string logLevel;
+    std::string logFormat;
     HttpLimits limits;
     unsigned maxEnumerations = defaultMaxEnumerations;
     std::filesystem::path audit; // empty: on standard error

@@ -5,6 +5,9 @@
 #include "server/dispatch/ServerDispatcher.h"
 #include "server/http/RequestHandler.h"
 #include "server/main/StateDirectory.h"
+#include "server/monitor/Health.h"
+#include "server/monitor/MeasuredDispatcher.h"
+#include "server/monitor/MonitorPages.h"
 #include "server/schema/MofDirectory.h"
 
 #include <boost/asio/ip/host_name.hpp>
@@ -38,7 +41,8 @@ AuditLog openAudit(const Options& options) {
     return options.audit.empty() ? AuditLog() : AuditLog(options.audit);
 }
 
-void tell(AuditLog& audit, const FailedLogin& login) {
+void tell(AuditLog& audit, Metrics& metrics, const FailedLogin& login) {
+    metrics.loginFailed();
     spdlog::warn("{}: refused: {}", login.address, login.reason);
     AuditRecord record;
     record.event = "login";
@@ -48,13 +52,15 @@ void tell(AuditLog& audit, const FailedLogin& login) {
     audit.write(record);
 }
 
-std::unique_ptr<Authenticator> openAuthenticator(const Options& options, AuditLog& audit) {
+std::unique_ptr<Authenticator> openAuthenticator(const Options& options, AuditLog& audit,
+                                                 Metrics& metrics) {
     if (options.users.empty()) {
         spdlog::warn("authentication is off: whoever reaches this server may change the array");
         return nullptr;
     }
     return std::make_unique<BasicAuthenticator>(
-        readUsersFile(options.users), [&audit](const FailedLogin& login) { tell(audit, login); });
+        readUsersFile(options.users),
+        [&](const FailedLogin& login) { tell(audit, metrics, login); });
 }
 
 // Opens the listeners and returns their URLs, as "http://127.0.0.1:5988 https://[::1]:5989".
@@ -77,6 +83,12 @@ std::string listenOn(const Options& options, HttpServer& server) {
     return urls;
 }
 
+Gauges gaugesOf(const HttpServer& server, const Options& options,
+                const ServerDispatcher& dispatcher) {
+    return {server.connections(), options.limits.workers, server.busyWorkers(),
+            dispatcher.openEnumerations()};
+}
+
 } // namespace
 
 void serve(const Options& options) {
@@ -84,7 +96,8 @@ void serve(const Options& options) {
         passStateDirectory(options.state);
     }
     AuditLog audit = openAudit(options);
-    const std::unique_ptr<Authenticator> authenticator = openAuthenticator(options, audit);
+    Metrics metrics;
+    const std::unique_ptr<Authenticator> authenticator = openAuthenticator(options, audit, metrics);
     Repository repository;
     readMofDirectory(options.mof, repository);
     requireLoadable(options.module);
@@ -92,15 +105,22 @@ void serve(const Options& options) {
     ServerDispatcher dispatcher(repository, std::filesystem::absolute(options.module),
                                 Pegasus::String(hostName.c_str()), options.maxEnumerations);
     GuardedDispatcher guarded(dispatcher, repository, audit);
-    RequestHandler handler(guarded, authenticator.get(), hostName, options.limits);
+    MeasuredDispatcher measured(guarded, metrics);
+    RequestHandler handler(measured, authenticator.get(), hostName, options.limits);
+    HttpServer* running = nullptr;
+    const MonitorPages monitor(
+        [&] { return metrics.text(gaugesOf(*running, options, dispatcher)); },
+        [&] { return whyNotHealthy(dispatcher); });
     HttpServer server(
         options.limits,
-        [&handler](HttpRequest request, ResponseChannel& channel) {
-            return handler.handle(std::move(request), channel);
+        [&](HttpRequest request, ResponseChannel& channel) {
+            return MonitorPages::serves(request) ? monitor.handle(request, channel)
+                                                 : handler.handle(std::move(request), channel);
         },
         [&handler](const HttpRequest& head, ResponseChannel& channel) {
             return handler.admit(head, channel);
         });
+    running = &server;
     const std::string urls = listenOn(options, server);
     std::cout << "smisd: listening on" << urls << std::endl;
     server.run();

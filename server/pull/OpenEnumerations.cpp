@@ -87,4 +87,9 @@ void OpenEnumerations::joinEnded(std::list<std::thread> ended) {
     }
 }
 
+unsigned OpenEnumerations::count() const {
+    const std::lock_guard lock(_mutex);
+    return static_cast<unsigned>(_entries.size());
+}
+
 } // namespace smisd

@@ -56,6 +56,8 @@ public:
     // Throws CIM_ERR_INVALID_ENUMERATION_CONTEXT unless it is open and the user's own.
     std::shared_ptr<PulledEnumeration> find(const Pegasus::String& id, const Pegasus::String& user);
 
+    unsigned count() const; // of those that are open
+
 private:
     struct Entry {
         std::shared_ptr<PulledEnumeration> enumeration;
@@ -67,7 +69,7 @@ private:
 
     const unsigned _limit;
 
-    std::mutex _mutex; // guards what follows
+    mutable std::mutex _mutex; // guards what follows
     std::condition_variable _left;
     std::map<std::string, Entry> _entries; // as long as their threads run
     std::list<std::thread> _ended;

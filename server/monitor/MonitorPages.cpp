@@ -1,0 +1,47 @@
+#include "server/monitor/MonitorPages.h"
+
+#include <boost/asio/ip/address.hpp>
+#include <fmt/format.h>
+#include <spdlog/spdlog.h>
+
+namespace smisd {
+namespace {
+
+constexpr const char* metricsPage = "/metrics";
+constexpr const char* healthPage = "/healthz";
+
+bool isLocal(const std::string& peer) {
+    boost::system::error_code error;
+    const auto address = boost::asio::ip::make_address(peer, error);
+    return !error && address.is_loopback();
+}
+
+std::string page(const char* status, const std::string& type, const std::string& body) {
+    return fmt::format("HTTP/1.1 {}\r\nContent-Type: {}\r\nContent-Length: {}\r\n"
+                       "Connection: close\r\n\r\n{}",
+                       status, type, body.size(), body);
+}
+
+} // namespace
+
+bool MonitorPages::serves(const HttpRequest& request) {
+    return request.method == "GET" &&
+           (request.target == metricsPage || request.target == healthPage) && isLocal(request.peer);
+}
+
+bool MonitorPages::handle(const HttpRequest& request, ResponseChannel& channel) const {
+    if (request.target == metricsPage) {
+        channel.send(page("200 OK", "text/plain; version=0.0.4; charset=utf-8", _metrics()));
+        return false;
+    }
+    const std::string problem = _whyNotHealthy();
+    if (problem.empty()) {
+        channel.send(page("200 OK", "text/plain; charset=utf-8", "ok\n"));
+    } else {
+        spdlog::error("the array cannot be read: {}", problem);
+        channel.send(page("503 Service Unavailable", "text/plain; charset=utf-8", problem + "\n"));
+    }
+    return false;
+}
+
+} // namespace smisd
