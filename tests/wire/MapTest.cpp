@@ -146,6 +146,14 @@ TEST_F(Map, UnitsAreTheReferencesOfBothSidesAndAreGotByTheirPaths) {
                             "DeviceNumber: uint32 4", "DeviceAccess: uint16 2"));
 }
 
+TEST_F(Map, AUnitIsGotByPathsThatAreTextsToo) {
+    const Xml byTexts = instanceName(
+        unitClass,
+        {{"Dependent", "CIM_StorageVolume.DeviceID=\"Ovrin:17000002\""},
+         {"Antecedent", "root/snia:CIM_SCSIProtocolController.deviceid=\"Ovrin:0E000002\""}});
+    EXPECT_EQ(client.get(byTexts).each("DeviceNumber").at(0), "4");
+}
+
 TEST_F(Map, AccessIsChangedAndReadAgain) {
     const Xml unit = client.referenceNames(controller(1), unitsOfController).names().at(0);
     const auto setAccess = [&](const std::string& text) {

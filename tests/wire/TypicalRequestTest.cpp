@@ -118,6 +118,24 @@ TEST_F(TypicalRequest, FromTheHostsRegistrationToItsRemovalOverARestart) {
     EXPECT_EQ(array.arrayctl({"check"}), "");
 }
 
+TEST_F(TypicalRequest, IsTracedOnStandardOutputAndKeptAsAnEvent) {
+    const Exposure own{
+        {logsVolume}, {"iqn.2026-01.com.example:host2"}, {"7"}, {"2"}, {controller(2)}};
+    client().invoke(maskingService, "ExposePaths", own.all());
+    EXPECT_EQ(smisd->stop().out, "Starting up the ControllerConfigurationService provider\n"
+                                 "ControllerConfigurationServiceProvider::invokeMethod\n"
+                                 "ObjectIDByName is: 218103810\n"
+                                 "ObjectID is: 385875970\n"
+                                 " Adding a new LU \n"
+                                 "Finished adding a new LU\n");
+    EXPECT_THAT(
+        array.arrayctl({"--json", "events"}),
+        AllOf(HasSubstr("\"text\":\"ControllerConfigurationServiceProvider::invokeMethod()\""),
+              HasSubstr("/root/snia:CIM_ControllerConfigurationService, "
+                        "methodName=ExposePaths\""),
+              HasSubstr("\"file\":\"ControllerConfigurationService.cpp\"")));
+}
+
 TEST_F(TypicalRequest, ARefusedHostIsReturnValue4OfTheSameType) {
     const Answer refused = client().invoke(identityService, "CreateStorageHardwareID",
                                            {{"StorageID", value("no iSCSI name"), "string"}});
