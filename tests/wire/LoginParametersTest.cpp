@@ -1,7 +1,7 @@
 // A client reads and changes login parameters, and reads statistics.
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
-#include "tests/wire/support/Pipes.h"
+#include "tests/wire/support/Names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,8 +16,6 @@ using testing::StartsWith;
 namespace wire {
 namespace {
 
-const std::string sessionSettings = "CIM_iSCSISessionSettings";
-const std::string connectionSettings = "CIM_iSCSIConnectionSettings";
 const std::string mismatch = "1 CIM_ERR_FAILED: type mismatch";
 
 Xml number(const std::string& name, const std::string& text) {
@@ -161,13 +159,12 @@ TEST_F(LoginParameters, OfKeysThatNameNoSettings) {
     EXPECT_THAT(modify(named(sessionSettings, connectionKey)),
                 StartsWith("1 CIM_ERR_FAILED: " + connectionKey + " is of the class"));
     EXPECT_THAT(modify(named(sessionSettings, target1)), HasSubstr("is not the key text"));
-    EXPECT_EQ(modify(instanceName(sessionSettings, {})), "1 CIM_ERR_FAILED: index out of bounds");
+    EXPECT_EQ(modify(instanceName(sessionSettings, {})), outOfBounds);
     EXPECT_EQ(client.get(named(sessionSettings, "Ovrin:2300FFFF")).error(),
               "6 CIM_ERR_NOT_FOUND: Ovrin:2300FFFF");
     EXPECT_EQ(client.get(named(sessionSettings, connectionKey)).error(),
               "6 CIM_ERR_NOT_FOUND: " + connectionKey);
-    EXPECT_EQ(client.get(instanceName(sessionSettings, {})).error(),
-              "1 CIM_ERR_FAILED: index out of bounds");
+    EXPECT_EQ(client.get(instanceName(sessionSettings, {})).error(), outOfBounds);
     EXPECT_THAT(session(), Contains("MaxOutstandingR2T: uint32 1"));
 }
 
@@ -191,7 +188,7 @@ TEST_F(LoginParameters, StatisticsCountLoginsAndTheirRefusals) {
     };
     array.arrayctl({"secret", "set", "initiator", host1}, "the secret of host1\n");
     EXPECT_EQ(refusedLogin(host1, "a wrong secret\n"), 1);
-    EXPECT_EQ(refusedLogin("iqn.2026-01.com.example:host2", ""), 1); // has no grant
+    EXPECT_EQ(refusedLogin(host2, ""), 1); // has no grant
     const std::string live =
         array.arrayctl({"session", "login", host1, target1}, "the secret of host1\n").substr(0, 14);
 

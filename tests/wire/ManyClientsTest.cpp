@@ -2,6 +2,7 @@
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
 #include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Names.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What walks and mappings make of paths and arguments that are wrong: nothing changes.
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
-#include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,13 +12,6 @@ using testing::StartsWith;
 namespace wire {
 namespace {
 
-const std::string unitClass = "CIM_ProtocolControllerForUnit";
-const std::string controllerClass = "CIM_SCSIProtocolController";
-const std::string volumeClass = "CIM_StorageVolume";
-const std::string hostClass = "CIM_StorageHardwareID";
-const std::string privilegeClass = "CIM_AuthorizedPrivilege";
-
-const std::string outOfBounds = "1 CIM_ERR_FAILED: index out of bounds";
 const std::string noObject = "1 CIM_ERR_FAILED: Ovrin:0D00FFFF names no object of the class ";
 
 std::string noKeyText(const std::string& text) {
@@ -66,9 +59,6 @@ protected:
     static Xml pathKey(const std::string& name, const Xml& path) {
         return "<KEYBINDING NAME=\"" + name + "\">" + reference(path) + "</KEYBINDING>";
     }
-    static Xml volume(const std::string& key) {
-        return instanceName(volumeClass, {{"DeviceID", key}});
-    }
 };
 
 TEST_F(MapInput, SourcesWithoutTheKeyThatIsLookedUp) {
@@ -81,16 +71,13 @@ TEST_F(MapInput, SourcesWithoutTheKeyThatIsLookedUp) {
         }
     }
     for (const std::string& source : {hostClass, privilegeClass}) {
-        EXPECT_EQ(
-            associatorsOf(instanceName(source, {}), {"CIM_AuthorizedSubject", privilegeClass}),
-            outOfBounds);
+        EXPECT_EQ(associatorsOf(instanceName(source, {}), {subjectClass, privilegeClass}),
+                  outOfBounds);
     }
-    EXPECT_EQ(
-        associatorsOf(instanceName(privilegeClass, {}), {"CIM_AuthorizedTarget", controllerClass}),
-        outOfBounds);
-    EXPECT_EQ(
-        associatorsOf(instanceName(controllerClass, {}), {"CIM_AuthorizedTarget", privilegeClass}),
-        noKeyText(""));
+    EXPECT_EQ(associatorsOf(instanceName(privilegeClass, {}), {grantClass, controllerClass}),
+              outOfBounds);
+    EXPECT_EQ(associatorsOf(instanceName(controllerClass, {}), {grantClass, privilegeClass}),
+              noKeyText(""));
 }
 
 TEST_F(MapInput, KeysThatNameNothing) {
@@ -99,9 +86,9 @@ TEST_F(MapInput, KeysThatNameNothing) {
               noKeyText("t1"));
     EXPECT_EQ(referencesOf(volume("mail"), {"", unitClass, "Dependent"}), noKeyText("mail"));
     EXPECT_EQ(associatorsOf(instanceName(hostClass, {{"InstanceID", "host1"}}),
-                            {"CIM_AuthorizedSubject", privilegeClass}),
+                            {subjectClass, privilegeClass}),
               noKeyText("host1"));
-    for (const std::string& far : {unitClass, std::string("CIM_AuthorizedTarget")}) {
+    for (const std::string& far : {unitClass, std::string(grantClass)}) {
         const Walk walk = {far, far == unitClass ? volumeClass : privilegeClass};
         EXPECT_THAT(client.associators(controller(9), walk).names(), IsEmpty());
         EXPECT_EQ(associatorsOf(controller(9), walk), "");
@@ -111,11 +98,11 @@ TEST_F(MapInput, KeysThatNameNothing) {
 
 TEST_F(MapInput, AnErrorOfACallBackIsTheAnswer) {
     const Xml stranger = instanceName(privilegeClass, {{"InstanceID", "Ovrin:0D00FFFF"}});
-    EXPECT_EQ(client.associators(stranger, {"CIM_AuthorizedSubject", hostClass}).error(),
+    EXPECT_EQ(client.associators(stranger, {subjectClass, hostClass}).error(),
               noObject + "initiator.");
-    EXPECT_EQ(client.associatorNames(stranger, {"CIM_AuthorizedSubject", hostClass}).error(), "");
+    EXPECT_EQ(client.associatorNames(stranger, {subjectClass, hostClass}).error(), "");
     const Xml target = instanceName(privilegeClass, {{"InstanceID", "Ovrin:0E000001"}});
-    EXPECT_EQ(client.associators(target, {"CIM_AuthorizedSubject", hostClass}).error(),
+    EXPECT_EQ(client.associators(target, {subjectClass, hostClass}).error(),
               "1 CIM_ERR_FAILED: Ovrin:0E000001 is of the class target, and the class initiator "
               "was asked for.");
 }

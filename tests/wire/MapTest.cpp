@@ -1,7 +1,7 @@
 // A client walks from hosts over privileges and controllers to volumes, and back.
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
-#include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,15 +20,14 @@ using testing::UnorderedElementsAre;
 namespace wire {
 namespace {
 
-const std::string unitClass = "CIM_ProtocolControllerForUnit";
 const std::string place = "//array1.example.com/root/snia:";
 
-const Walk toPrivilege = {"CIM_AuthorizedSubject", "CIM_AuthorizedPrivilege"};
-const Walk toHost = {"CIM_AuthorizedSubject", "CIM_StorageHardwareID"};
-const Walk toGrantedControllers = {"CIM_AuthorizedTarget", "CIM_SCSIProtocolController"};
-const Walk toGrantedPrivileges = {"CIM_AuthorizedTarget", "CIM_Privilege"};
-const Walk toVolumes = {unitClass, "CIM_StorageVolume"};
-const Walk toControllers = {unitClass, "CIM_SCSIProtocolController"};
+const Walk toPrivilege = {subjectClass, privilegeClass};
+const Walk toHost = {subjectClass, hostClass};
+const Walk toGrantedControllers = {grantClass, controllerClass};
+const Walk toGrantedPrivileges = {grantClass, "CIM_Privilege"};
+const Walk toVolumes = {unitClass, volumeClass};
+const Walk toControllers = {unitClass, controllerClass};
 const Walk unitsOfController = {"", unitClass, "Antecedent"};
 const Walk unitsOfVolume = {"", unitClass, "Dependent"};
 
@@ -39,11 +38,11 @@ std::string devicePath(const std::string& className, const std::string& key) {
 }
 
 std::string volumePath(const std::string& key) {
-    return devicePath("CIM_StorageVolume", key);
+    return devicePath(volumeClass, key);
 }
 
 std::string controllerPath(const std::string& key) {
-    return devicePath("CIM_SCSIProtocolController", key);
+    return devicePath(controllerClass, key);
 }
 
 // The ids of the objects that paths name.
@@ -55,16 +54,6 @@ std::vector<std::string> idsIn(const std::vector<std::string>& paths) {
     return ids;
 }
 
-Xml privilege(int number) {
-    return instanceName("CIM_AuthorizedPrivilege",
-                        {{"InstanceID", "Ovrin:0D00000" + std::to_string(number)}});
-}
-
-Xml host(int number) {
-    return instanceName("CIM_StorageHardwareID",
-                        {{"InstanceID", "Ovrin:0D00000" + std::to_string(number)}});
-}
-
 // The first host may reach both targets; the mail volume is under both, the logs under the second.
 class Map : public testing::Test {
 protected:
@@ -73,11 +62,10 @@ protected:
     Client client{smisd};
 
     Map() {
-        const std::string t2 = "iqn.2026-01.com.example:t2";
-        array.arrayctl({"grant", "create", t2, "iqn.2026-01.com.example:host1"});
-        array.arrayctl({"grant", "create", t2, "iqn.2026-01.com.example:host2"});
-        array.arrayctl({"unit", "create", t2, "mail", "--lun", "3", "--access", "ro"});
-        array.arrayctl({"unit", "create", t2, "logs", "--lun", "4"});
+        array.arrayctl({"grant", "create", target2, host1});
+        array.arrayctl({"grant", "create", target2, host2});
+        array.arrayctl({"unit", "create", target2, "mail", "--lun", "3", "--access", "ro"});
+        array.arrayctl({"unit", "create", target2, "logs", "--lun", "4"});
     }
     // What is reached by name from each of the sources; the instances must be the same objects.
     std::vector<Xml> reached(const std::vector<Xml>& sources, const Walk& walk) const {
@@ -96,7 +84,7 @@ protected:
 };
 
 TEST_F(Map, FromAHostOverItsPrivilegeAndControllersToVolumesAndBack) {
-    const Xml start = client.enumerateNames("CIM_StorageHardwareID").names().at(0);
+    const Xml start = client.enumerateNames(hostClass).names().at(0);
     const auto privileges = reached({start}, toPrivilege);
     EXPECT_THAT(privileges, SizeIs(1));
     const auto controllers = reached(privileges, toGrantedControllers);
@@ -180,9 +168,9 @@ TEST_F(Map, AVolumeThatIsGoneKeepsItsNameInTheMap) {
 // Arguments
 
 TEST_F(Map, WithoutAnAssociationClassEveryAssociationOfTheSourceIsAsked) {
-    EXPECT_THAT(client.associators(controller(2), {"", "CIM_StorageVolume"}).each("Name"),
+    EXPECT_THAT(client.associators(controller(2), {"", volumeClass}).each("Name"),
                 ElementsAre(mailVolume, logsVolume));
-    EXPECT_EQ(client.associatorNames(controller(2), {"", "CIM_AuthorizedPrivilege"}).paths(),
+    EXPECT_EQ(client.associatorNames(controller(2), {"", privilegeClass}).paths(),
               client.associatorNames(controller(2), toGrantedPrivileges).paths());
     EXPECT_THAT(client.associatorNames(controller(2), {}).names(), IsEmpty());
     EXPECT_EQ(client.associators(host(1), {}).error(),
@@ -194,9 +182,8 @@ TEST_F(Map, WithoutAnAssociationClassEveryAssociationOfTheSourceIsAsked) {
 TEST_F(Map, AnAssociationClassStandsForItsSubclassesInAnyCase) {
     for (const char* association :
          {"CIM_Dependency", "CIM_ProtocolControllerForDevice", "cim_protocolcontrollerforunit"}) {
-        EXPECT_THAT(
-            client.associatorNames(controller(2), {association, "CIM_StorageVolume"}).names(),
-            SizeIs(2))
+        EXPECT_THAT(client.associatorNames(controller(2), {association, volumeClass}).names(),
+                    SizeIs(2))
             << association;
         EXPECT_THAT(client.referenceNames(controller(2), {"", association, "antecedent"}).names(),
                     SizeIs(2))
@@ -210,7 +197,7 @@ TEST_F(Map, AResultClassIsTheProvidersMatter) {
     for (const char* result : {"", "CIM_Nosuch", "CIM_ManagedElement"}) {
         EXPECT_THAT(client.associators(controller(2), {unitClass, result}).names(), IsEmpty());
         EXPECT_EQ(client.associators(controller(2), {unitClass, result}).error(), "");
-        EXPECT_EQ(client.associatorNames(host(1), {"CIM_AuthorizedSubject", result}).error(),
+        EXPECT_EQ(client.associatorNames(host(1), {subjectClass, result}).error(),
                   "7 CIM_ERR_NOT_SUPPORTED: AuthorizedAccess::associators");
     }
 }

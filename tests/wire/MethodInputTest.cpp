@@ -3,6 +3,7 @@
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
 #include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,9 +16,8 @@ using testing::StartsWith;
 namespace wire {
 namespace {
 
-const std::string host2 = "iqn.2026-01.com.example:host2";
 const std::string stranger = "iqn.2026-01.com.example:stranger";
-const std::string grantOfHost2 = "iqn.2026-01.com.example:t2  iqn.2026-01.com.example:host2";
+const std::string grantOfHost2 = target2 + "  " + host2;
 
 class MethodInput : public testing::Test {
 protected:
@@ -54,14 +54,14 @@ protected:
 TEST_F(MethodInput, FewerNumbersThanVolumesFailAtTheFirstWithoutOne) {
     EXPECT_EQ(
         expose({{logsVolume, mailVolume}, {host2}, {"7"}, {"2", "2"}, {controller(2)}}).error(),
-        "1 CIM_ERR_FAILED: index out of bounds");
+        outOfBounds);
     EXPECT_THAT(units(), ElementsAre("7 " + logsVolume));
     EXPECT_THAT(grants(), HasSubstr(grantOfHost2));
 }
 
 TEST_F(MethodInput, FewerAccessesThanVolumesFailAtTheFirstWithoutOne) {
     EXPECT_EQ(expose({{logsVolume, mailVolume}, {}, {"7", "8"}, {"3"}, {controller(2)}}).error(),
-              "1 CIM_ERR_FAILED: index out of bounds");
+              outOfBounds);
     EXPECT_THAT(units(), ElementsAre("7 " + logsVolume));
 }
 

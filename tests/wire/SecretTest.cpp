@@ -1,7 +1,7 @@
 // Secrets are read and changed by a client, and are seen nowhere else.
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
-#include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Names.h"
 #include "tests/wire/support/Pair.h"
 
 #include <gmock/gmock.h>
@@ -16,7 +16,6 @@ using testing::Not;
 namespace wire {
 namespace {
 
-const std::string secretClass = "CIM_SharedSecret";
 const std::string hostKey = "Ovrin:0D000001";
 const std::string targetKey = "Ovrin:0E000001";
 
@@ -77,7 +76,7 @@ TEST_F(Secret, OfAnotherTypeOrMissingLeavesTheOldOne) {
     EXPECT_EQ(change(targetKey, "7", "uint16"), "1 CIM_ERR_FAILED: type mismatch");
     EXPECT_EQ(
         client.modify(secretOf(targetKey), secretClass, property("Name", "string", "x")).error(),
-        "1 CIM_ERR_FAILED: index out of bounds");
+        outOfBounds);
     EXPECT_EQ(read(targetKey), "target1-secret");
 }
 
@@ -93,9 +92,9 @@ TEST_F(Secret, OfOwnersThatAreNone) {
     EXPECT_EQ(read(volume), "");
 
     const Xml none = instanceName(secretClass, {});
-    EXPECT_EQ(client.get(none).error(), "1 CIM_ERR_FAILED: index out of bounds");
+    EXPECT_EQ(client.get(none).error(), outOfBounds);
     EXPECT_EQ(client.modify(none, secretClass, property("Secret", "string", "x")).error(),
-              "1 CIM_ERR_FAILED: index out of bounds");
+              outOfBounds);
     EXPECT_THAT(client.get(secretOf("t1")).error(), HasSubstr("\"t1\" is not the key text"));
 }
 
@@ -123,8 +122,6 @@ protected:
     static constexpr const char* marker = "plugh"; // in each of them
 
     std::string allTexts() {
-        const std::string host = "iqn.2026-01.com.example:host1";
-        const std::string target = "iqn.2026-01.com.example:t1";
         std::string texts;
         texts += change(hostKey, "a plugh of host1");
         texts += change(targetKey, "plugh"); // weak
@@ -137,9 +134,9 @@ protected:
                      .modify(instanceName("CIM_StorageHardwareID", {{"InstanceID", hostKey}}),
                              "CIM_StorageHardwareID", property("Secret", "string", "plugh"))
                      .error();
-        array.arrayctl({"secret", "set", "target", "iqn.2026-01.com.example:t2"}, "plugh of t2\n");
-        texts += refusalOf({"session", "login", host, target}, "a wrong plugh\n");
-        texts += array.arrayctl({"session", "login", host, target}, "a plugh of host1\n");
+        array.arrayctl({"secret", "set", "target", target2}, "plugh of t2\n");
+        texts += refusalOf({"session", "login", host1, target1}, "a wrong plugh\n");
+        texts += array.arrayctl({"session", "login", host1, target1}, "a plugh of host1\n");
 
         texts += client.enumerate("CIM_StorageHardwareID").properties().at(0);
         for (const std::vector<std::string>& command :
@@ -148,7 +145,7 @@ protected:
                                                    {"export"},
                                                    {"initiator", "list"},
                                                    {"--json", "target", "list"},
-                                                   {"target", "show", target},
+                                                   {"target", "show", target1},
                                                    {"session", "list"},
                                                    {"events"}}) {
             texts += array.arrayctl(command);

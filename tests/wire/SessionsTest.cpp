@@ -1,7 +1,7 @@
 // A client walks from targets over live sessions and connections to portals, and back.
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
-#include "tests/wire/support/Pipes.h"
+#include "tests/wire/support/Names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,7 +19,6 @@ namespace wire {
 namespace {
 
 const std::string refused = "7 CIM_ERR_NOT_SUPPORTED: IPProtocolEndpoints::associators";
-const std::string outOfBounds = "1 CIM_ERR_FAILED: index out of bounds";
 
 // Two portals. The first host has a session of two connections, one through each, with the first
 // target.
@@ -31,10 +30,8 @@ protected:
 
     Sessions() {
         array.arrayctl({"endpoint", "create", "192.0.2.11:3260"});
-        const Xml settings =
-            instanceName("CIM_iSCSISessionSettings", {{"InstanceID", "Ovrin:23000001"}});
         EXPECT_EQ(client
-                      .modify(settings, "CIM_iSCSISessionSettings",
+                      .modify(sessionSettings1, sessionSettings,
                               property("MaxConnectionsPerSession", "uint32", "4"))
                       .error(),
                   "");

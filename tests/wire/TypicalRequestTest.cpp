@@ -3,6 +3,7 @@
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
 #include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Names.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -119,8 +120,7 @@ TEST_F(TypicalRequest, FromTheHostsRegistrationToItsRemovalOverARestart) {
 }
 
 TEST_F(TypicalRequest, IsTracedOnStandardOutputAndKeptAsAnEvent) {
-    const Exposure own{
-        {logsVolume}, {"iqn.2026-01.com.example:host2"}, {"7"}, {"2"}, {controller(2)}};
+    const Exposure own{{logsVolume}, {host2}, {"7"}, {"2"}, {controller(2)}};
     client().invoke(maskingService, "ExposePaths", own.all());
     EXPECT_EQ(smisd->stop().out, "Starting up the ControllerConfigurationService provider\n"
                                  "ControllerConfigurationServiceProvider::invokeMethod\n"
@@ -158,7 +158,7 @@ TEST_F(TypicalRequest, UntypedParametersAreTakenInTheirDeclaredTypes) {
     for (Parameter& parameter : untyped) {
         parameter.type.clear();
     }
-    untyped.at(1).value = values({"iqn.2026-01.com.example:host2"});
+    untyped.at(1).value = values({host2});
     const Answer exposed = client().invoke(maskingService, "ExposePaths", untyped);
     EXPECT_EQ(exposed.error() + exposed.returnValue(), "uint32 0");
     EXPECT_THAT(client().enumerate("CIM_ProtocolControllerForUnit").each("DeviceAccess"),

@@ -1,24 +1,13 @@
-// What clients ask of the two services, in the array of tests/wire/support/Array.h.
+// What clients ask of the masking service.
 #pragma once
 
 #include "tests/wire/support/Client.h"
+#include "tests/wire/support/Names.h"
 
 #include <string>
 #include <vector>
 
 namespace wire {
-
-inline const std::string identityService = "CIM_StorageHardwareIDManagementService";
-inline const std::string maskingService = "CIM_ControllerConfigurationService";
-
-inline const std::string mailVolume = "60014051A2B3C4D5E6F7A8B9C0D1E2F3"; // unit 1 of the first
-inline const std::string logsVolume = "60014051A2B3C4D5E6F7A8B9C0D1E2F4"; // under no target
-
-// The path of the first or second target.
-inline Xml controller(int number) {
-    return instanceName("CIM_SCSIProtocolController",
-                        {{"DeviceID", "Ovrin:0E00000" + std::to_string(number)}});
-}
 
 // What ExposePaths and HidePaths are given.
 struct Exposure {
