@@ -15,6 +15,9 @@ class Array {
 public:
     // Three hosts, two targets, two volumes and some of the links between them.
     Array();
+    // Without anything in it.
+    struct Empty {};
+    explicit Array(Empty) {}
     explicit Array(const std::string& description);
 
     std::filesystem::path state() const { return _directory.path / "state"; }

@@ -30,6 +30,7 @@ public:
     // From now on nobody reads its standard output.
     void closeOutput();
     void signal(int number) const;
+    pid_t pid() const { return _pid; }
     // Waits for its end; what was left of its output.
     Result wait();
 
