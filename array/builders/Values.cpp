@@ -13,7 +13,8 @@ using Pegasus::Uint16;
 
 namespace {
 
-// The converters know each pair; the value maps are short. 1 is "Other" in both.
+// The converters know each pair; the value maps are short. A code that they don't know, which the
+// rules keep out of the array, gives 1: "Other" of the digests.
 template<class FromSMI>
 Uint16 smiFrom(Uint16 code) {
     constexpr Uint16 lastOfTheMaps = 6;
