@@ -1,5 +1,8 @@
 #include "providers/identity/StorageHardwareIDManagementService.h"
 
+#include <functional>
+#include <stdexcept>
+
 #include "providers/identity/StorageHardwareIDProvider.h"
 #include "tests/support/ProviderTest.h"
 
@@ -218,18 +221,21 @@ INSTANTIATE_TEST_SUITE_P(Parameters, CreateWithAWrongType,
                                          WrongType{"IDType", Uint32(5)}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(StorageHardwareIDManagementServiceTest, OtherExceptionsOfTheEngineAreNotCaught) {
-    struct Unplugged : std::runtime_error {
-        using runtime_error::runtime_error;
-    };
+TEST_F(StorageHardwareIDManagementServiceTest, OtherExceptionsAreNotCaughtNotEvenTheEnginesBase) {
     struct ThrowingHandler : MethodResultHandler {
         using MethodResultHandler::deliverParamValue;
-        void deliverParamValue(const CIMParamValue&) override { throw Unplugged("unplugged"); }
+        void deliverParamValue(const CIMParamValue&) override { fail(); }
+        std::function<void()> fail;
     } handler;
+    const auto create = [&] {
+        provider.invokeMethod(context, requestPath(SERVICE_CLASS.c_str()),
+                              CIMName("CreateStorageHardwareID"), inParameters, handler);
+    };
 
-    EXPECT_THROW(provider.invokeMethod(context, requestPath(SERVICE_CLASS.c_str()),
-                                       CIMName("CreateStorageHardwareID"), inParameters, handler),
-                 Unplugged);
+    handler.fail = [] { throw CIMOperationFailedException("unplugged"); };
+    EXPECT_EQ(thrownBy<CIMOperationFailedException>(create), "unplugged");
+    handler.fail = [] { throw std::runtime_error("unplugged"); };
+    EXPECT_THROW(create(), std::runtime_error);
     EXPECT_THAT(handler.returnValues, IsEmpty());
 }
 
