@@ -66,11 +66,11 @@ private:
 
     // A cache line of its own, as each is written by another processor.
     struct alignas(64) Slot {
-        std::atomic<Box*> box{nullptr};
+        std::atomic<const void*> box{nullptr};
     };
 
     // The mark of a slot that is taken but names no value yet.
-    static Box* taken() { return reinterpret_cast<Box*>(alignof(Box)); }
+    static constexpr char taken{};
 
     // A thread mostly finds the same slot free. Were all taken, it would try again until one of
     // that many threads is done with its few instructions.
@@ -79,8 +79,8 @@ private:
             std::hash<std::thread::id>()(std::this_thread::get_id());
         for (std::size_t i = home;; ++i) {
             Slot& slot = _slots[i % _slots.size()];
-            Box* empty = nullptr;
-            if (slot.box.compare_exchange_strong(empty, taken()))
+            const void* empty = nullptr;
+            if (slot.box.compare_exchange_strong(empty, &taken))
                 return slot;
         }
     }

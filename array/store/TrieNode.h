@@ -45,7 +45,8 @@ public:
 
         explicit operator bool() const { return _node != nullptr; }
         const TrieNode* get() const { return _node; }
-        TrieNode* operator->() const { return _node; }
+        // The analyzer takes the count of references for any number.
+        TrieNode* operator->() const { return _node; } // NOLINT(clang-analyzer-cplusplus.NewDelete)
 
         // True if this is the only reference, so that the node may be changed in place.
         bool unique() const { return _node->_references.load(std::memory_order_acquire) == 1; }
@@ -71,7 +72,8 @@ public:
     }
     static Ref single(Entry&& entry) {
         Ref made = blank(entry.key, 0, 1);
-        made->fill(0, made->bitOf(entry.key), std::move(entry));
+        const std::uint32_t bit = made->bitOf(entry.key);
+        made->fill(0, bit, std::move(entry));
         return made;
     }
 

@@ -55,7 +55,7 @@ std::map<std::string, std::string> followersIn(const CLI::App& program) {
     }
     words[""] += common;
     for (auto& [path, proposals] : words)
-        proposals = others[path] + "-W '" + proposals + "'";
+        proposals.insert(0, others[path] + "-W '").append("'");
     return words;
 }
 
