@@ -88,8 +88,8 @@ void checkKind(SQLite::Database& database, const fs::path& file) {
         fail(ErrorCode::StateForeign, file.string() +
                                           ": this database was made by another program. "
                                           "Put the array's own file in its place.");
-    const int version = pragma(database, "PRAGMA user_version");
-    if (version != schemaVersion)
+    const int version = schemaVersionOf(database);
+    if (version < 1 || version > schemaVersion)
         fail(version > schemaVersion ? ErrorCode::StateNewer : ErrorCode::StateDamaged,
              file.string() + ": the array is kept in format " + std::to_string(version) +
                  ", and this program reads format " + std::to_string(schemaVersion) +
@@ -118,6 +118,7 @@ SQLite::Database openDatabase(const fs::path& file) {
                                   static_cast<int>(turnTimeout.count()));
         checkKind(database, file);
         setUp(database, file);
+        migrateSchema(database);
         return database;
     });
 }

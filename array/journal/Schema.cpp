@@ -1,11 +1,26 @@
 #include "array/journal/Schema.h"
 
+#include <iterator>
+#include <string>
+
 #include <SQLiteCpp/Statement.h>
-#include <SQLiteCpp/Transaction.h>
+
+#include "array/journal/Transaction.h"
 
 namespace array {
 
 namespace {
+
+// What leads from version 1 to 2, and so on.
+constexpr const char* STEPS[] = {
+    "CREATE UNIQUE INDEX unit_lun ON unit (target, lun); DROP INDEX unit_target",
+};
+static_assert(std::size(STEPS) + 1 == schemaVersion);
+
+// A pragma takes no bound parameter.
+void setPragma(SQLite::Database& database, const std::string& name, int value) {
+    database.exec("PRAGMA " + name + " = " + std::to_string(value));
+}
 
 // Ids are those of the engine. Every reference to another object has an index, because the object
 // cannot be removed without a look at it. The columns are those of Layout.h.
@@ -66,7 +81,7 @@ CREATE TABLE unit (
     volume INTEGER REFERENCES volume, -- NULL: the volume is gone
     volume_name TEXT NOT NULL         -- of a volume that is gone
 ) STRICT;
-CREATE INDEX unit_target ON unit (target);
+CREATE UNIQUE INDEX unit_lun ON unit (target, lun);
 CREATE INDEX unit_volume ON unit (volume);
 
 CREATE TABLE access_grant (
@@ -194,16 +209,29 @@ CREATE TABLE interface_statistics (
 } // namespace
 
 void createSchema(SQLite::Database& database, const Names& names) {
-    SQLite::Transaction transaction(database);
+    Transaction transaction(database, Transaction::Kind::Write);
     database.exec(TABLES);
     SQLite::Statement insert(database, "INSERT INTO array VALUES (1, 0, 0, ?, ?)");
     insert.bind(1, names.host);
     insert.bind(2, names.system);
     insert.exec();
-    // A pragma takes no bound parameter.
-    database.exec("PRAGMA application_id = " + std::to_string(applicationId));
-    database.exec("PRAGMA user_version = " + std::to_string(schemaVersion));
+    setPragma(database, "application_id", applicationId);
+    setPragma(database, "user_version", schemaVersion);
     transaction.commit();
+}
+
+int schemaVersionOf(SQLite::Database& database) {
+    return database.execAndGet("PRAGMA user_version").getInt();
+}
+
+void migrateSchema(SQLite::Database& database) {
+    if (schemaVersionOf(database) == schemaVersion)
+        return;
+    Transaction turn(database, Transaction::Kind::Write);
+    for (int version = schemaVersionOf(database); version < schemaVersion; ++version)
+        database.exec(STEPS[version - 1]);
+    setPragma(database, "user_version", schemaVersion);
+    turn.commit();
 }
 
 } // namespace array

@@ -23,6 +23,8 @@ constexpr Row ROWS[] = {
      "Nothing was changed. Another process is changing the array; try again when it is done."},
     {SQLITE_CORRUPT, ErrorCode::StateDamaged, "Put a backup in its place."},
     {SQLITE_NOTADB, ErrorCode::StateDamaged, "Put a backup in its place."},
+    {SQLITE_CONSTRAINT, ErrorCode::StateDamaged,
+     "Nothing was changed. The content contradicts itself; put a backup in its place."},
     {SQLITE_CANTOPEN, ErrorCode::StateUnreadable, "Look at its owner, mode and file system."},
     {SQLITE_PERM, ErrorCode::StateUnreadable, "Look at its owner and mode."},
     {SQLITE_READONLY, ErrorCode::StateUnreadable,

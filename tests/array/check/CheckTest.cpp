@@ -43,7 +43,7 @@ INSTANTIATE_TEST_SUITE_P(
         Damage{"BadName", "UPDATE initiator SET name = 'host1'",
                "Ovrin:0D000001: \"host1\" is no iSCSI name: it begins with \"iqn.\", \"eui.\" or "
                "\"naa.\" (RFC 7143 section 4.2.7.3)."},
-        Damage{"DoubleLun", "UPDATE unit SET lun = 0",
+        Damage{"DoubleLun", "DROP INDEX unit_lun; UPDATE unit SET lun = 0",
                "Ovrin:0F000001: another logical unit of Ovrin:0E000001 has LUN 0 too"},
         Damage{"LargeLun", "UPDATE unit SET lun = 20000 WHERE lun = 1",
                "Ovrin:0F000002: LUN 20000 is out of range"},

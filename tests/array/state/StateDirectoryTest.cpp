@@ -169,8 +169,53 @@ TEST_F(StateDirectoryTest, ANewerFormatIsRefusedAndBothAreNamed) {
     expectRefused(ErrorCode::StateNewer,
                   database().string() +
                       ": the array is kept in format 7, and this program reads "
-                      "format 1. Use the program that made it, or put a backup in "
+                      "format 2. Use the program that made it, or put a backup in "
                       "its place.");
+}
+
+// Makes the closed array one of format 1.
+void makeOlder(const fs::path& database) {
+    SQLite::Database(database.string(), SQLite::OPEN_READWRITE)
+        .exec("DROP INDEX unit_lun; CREATE INDEX unit_target ON unit (target); "
+              "PRAGMA user_version = 1");
+}
+
+int formatOf(const fs::path& database) {
+    return SQLite::Database(database.string()).execAndGet("PRAGMA user_version").getInt();
+}
+
+TEST_F(StateDirectoryTest, AnOlderFormatIsBroughtToThisOne) {
+    const Id unit = addUnit(addTarget(), 7, addVolume());
+    const std::uint64_t version = now()->version();
+    closeArray();
+    makeOlder(database());
+    std::vector<std::thread> openers; // as several processes would
+    for (int i = 0; i < 4; ++i)
+        openers.emplace_back(
+            [&] { EXPECT_EQ(Array::open(state())->snapshot()->logicalUnit(unit)->lun, 7u); });
+    for (std::thread& opener : openers)
+        opener.join();
+    EXPECT_EQ(formatOf(database()), 2);
+    reopen();
+    EXPECT_EQ(now()->version(), version);
+    EXPECT_TRUE(array().check().empty());
+    EXPECT_ANY_THROW(SQLite::Database(database().string(), SQLite::OPEN_READWRITE)
+                         .exec("INSERT INTO unit SELECT id + 1, target, lun, access, volume, "
+                               "volume_name FROM unit"));
+}
+
+TEST_F(StateDirectoryTest, AnOlderFormatThatContradictsThisOneStaysAsItIs) {
+    const Id target = addTarget();
+    const Id volume = addVolume();
+    addUnit(target, 7, volume);
+    addUnit(target, 8, volume);
+    closeArray();
+    makeOlder(database());
+    SQLite::Database(database().string(), SQLite::OPEN_READWRITE).exec("UPDATE unit SET lun = 7");
+    const Failure failure = failureOf([&] { Array::open(state()); });
+    EXPECT_EQ(failure.code, ErrorCode::StateDamaged);
+    EXPECT_NE(failure.message.find("unit.target, unit.lun"), std::string::npos) << failure.message;
+    EXPECT_EQ(formatOf(database()), 1);
 }
 
 TEST_F(StateDirectoryTest, ContentThatContradictsItselfIsDamaged) {
