@@ -6,6 +6,8 @@ also written to build-bench/bench.json, the ratios as a picture to build-bench/b
 """
 
 import argparse
+import concurrent.futures
+import http.client
 import json
 import os
 import pathlib
@@ -53,6 +55,10 @@ RUNS = {
     "100,000": ("getHost|flush|change/real_time/threads:1$", None),
     "1,000,000": (SIZES + "|flush|change/real_time/threads:1$", None),
 }
+
+
+# Array: how many clients read all of its hosts at once.
+CLIENTS = {"1,000,000": (1, 16)}
 
 
 def ratio(what, benchmark, array, against, of_array=None, at_most=None, at_least=None,
@@ -129,6 +135,11 @@ RATIOS = [
           "startUp/iterations:1/manual_time", "1,000,000 volumes", "5 s", at_most=1, unit="s"),
     ratio("memory of the array for each of these 2,100,000 objects, against 400 bytes",
           "memory of an object", "1,000,000 volumes", "400 bytes", at_most=1, unit="bytes"),
+] + [
+    ratio(f"memory for each of {clients} clients that enumerate 1,000,000 hosts, against 16 MiB",
+          f"memory/{clients}", "1,000,000", "16 MiB", at_most=1, unit="bytes")
+    for clients in (1, 16)
+] + [
     ratio("memory of smisd for each of 100,000 hosts, against 400 bytes", "memory",
           "100,000 hosts", "400 bytes", at_most=1, unit="bytes"),
 ]
@@ -175,10 +186,10 @@ class Server:
         self.drain = subprocess.Popen(["cat"], stdin=self.process.stdout,
                                       stdout=subprocess.DEVNULL)
 
-    def resident(self):
+    def resident(self, what="VmRSS"):
         """Bytes of memory."""
         status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
-        return int(re.search(r"^VmRSS:\s+(\d+) kB", status, re.M).group(1)) * 1024
+        return int(re.search(rf"^{what}:\s+(\d+) kB", status, re.M).group(1)) * 1024
 
     def __enter__(self):
         return self
@@ -187,6 +198,38 @@ class Server:
         self.process.terminate()
         self.process.wait()
         self.drain.wait()
+
+
+def enumerate_instances(address, class_name):
+    """Reads the answer and drops it."""
+    body = f"""<?xml version="1.0" encoding="utf-8" ?>
+<CIM CIMVERSION="2.0" DTDVERSION="2.0"><MESSAGE ID="1" PROTOCOLVERSION="1.0"><SIMPLEREQ>
+<IMETHODCALL NAME="EnumerateInstances">
+<LOCALNAMESPACEPATH><NAMESPACE NAME="root"/><NAMESPACE NAME="snia"/></LOCALNAMESPACEPATH>
+<IPARAMVALUE NAME="ClassName"><CLASSNAME NAME="{class_name}"/></IPARAMVALUE>
+</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>"""
+    connection = http.client.HTTPConnection(address)
+    connection.request("POST", "/cimom", body, {
+        "Content-Type": "application/xml", "CIMOperation": "MethodCall",
+        "CIMMethod": "EnumerateInstances", "CIMObject": "root/snia"})
+    response = connection.getresponse()
+    if response.status != 200:
+        sys.exit(f"bench: EnumerateInstances: {response.status} {response.reason}")
+    dropped = bytearray(1 << 20)
+    while response.readinto(dropped):
+        pass
+
+
+def memory_of_clients(state, clients):
+    """Bytes that smisd needs, at most, for each of so many clients that read all hosts at once."""
+    progress(f"memory for {clients} clients")
+    with Server(smisd(state)) as server:
+        enumerate_instances(server.address, "CIM_ControllerConfigurationService")
+        loaded = server.resident()
+        with concurrent.futures.ThreadPoolExecutor(clients) as pool:
+            list(pool.map(enumerate_instances, [server.address] * clients,
+                          ["CIM_StorageHardwareID"] * clients))
+        return (server.resident("VmHWM") - loaded) / clients
 
 
 def measure_array(directory, name, seconds):
@@ -209,6 +252,8 @@ def measure_array(directory, name, seconds):
             for _ in measure("bench_wire", "getHostOnTheWire/real_time/threads:1$", environment,
                              seconds=0):
                 yield "resident", server.resident()
+    for clients in CLIENTS.get(name, ()):
+        yield f"memory/{clients}", memory_of_clients(state, clients)
 
 
 def met(row):
@@ -232,6 +277,7 @@ def derived(costs):
         ("1,000,000 volumes", "memory of an object"): volumes / 2100000,
         ("1,000,000 volumes", "400 bytes"): 400,
         ("1,000,000 volumes", "5 s"): 5,
+        ("1,000,000", "16 MiB"): 16 * 1024 * 1024,
     }
 
 
