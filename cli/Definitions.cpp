@@ -28,7 +28,7 @@ std::vector<const CLI::Option*> optionsOf(const CLI::App& command) {
 }
 
 bool takesValue(const CLI::Option& option) {
-    return option.get_type_size() > 0;
+    return option.get_items_expected_max() > 0;
 }
 
 // CLI11 tells the choice behind the type: "TEXT:{initiator,target}".

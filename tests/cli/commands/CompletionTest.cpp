@@ -29,6 +29,7 @@ protected:
 TEST_F(CompletionCommand, ProposesCommandsByTheirBeginning) {
     EXPECT_EQ(proposalsFor("arrayctl se"), "session\nsecret\n");
     EXPECT_EQ(proposalsFor("arrayctl volume c"), "create\n");
+    EXPECT_EQ(proposalsFor("arrayctl --json vol"), "volume\n");
     EXPECT_EQ(proposalsFor("arrayctl --json volume \"\""), "list\ncreate\ndelete\n");
 }
 

@@ -12,6 +12,7 @@ TEST_F(ManCommand, TellsOfEachCommandWithItsArgumentsAndOptions) {
     const std::string page = outputOf({"man"});
     EXPECT_THAT(page, testing::StartsWith(".TH ARRAYCTL 8\n.SH NAME\narrayctl \\- "));
     EXPECT_THAT(page, HasSubstr(".B \"\\-\\-state DIR\"\n"));
+    EXPECT_THAT(page, HasSubstr(".B \"\\-\\-json\"\n"));
     EXPECT_THAT(page, HasSubstr(".SS \"import FILE\"\nFill an empty or new array from a "
                                 "description.\n.TP\n.B \"FILE\"\n"));
     EXPECT_THAT(page, HasSubstr(".SS \"volume create NAME \\-\\-size TEXT"));
