@@ -16,6 +16,7 @@ struct Row {
 };
 
 constexpr Row ROWS[] = {
+    {EACCES, ErrorCode::StateUnreadable, " Look at its owner and mode."},
     {EEXIST, ErrorCode::StateExists, ""},
     {ENOSPC, ErrorCode::StateFull, " Make room on the file system and try again."},
     {EROFS, ErrorCode::StateUnreadable, " An array needs one that can be written."},
