@@ -1,5 +1,7 @@
 #include "server/main/Options.h"
 
+#include "server/main/BesideProgram.h"
+
 #include <CLI/CLI.hpp>
 
 #include <iostream>
@@ -137,8 +139,9 @@ void checkTogether(Options& options, const Typed& typed) {
 
 ParsedOptions parseOptions(int argc, const char* const* argv) {
     Options options;
-    options.module = SMISD_MODULE;
-    options.mof = SMISD_MOF;
+    options.module = besideProgram(
+        {"../lib/access-providers/libAccessProviders.so", "../lib/libAccessProviders.so"});
+    options.mof = besideProgram({"../share/access-providers/mof", "../../mof"});
     options.logLevel = "info";
     options.logFormat = "text";
     Typed typed;
