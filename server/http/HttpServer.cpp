@@ -64,6 +64,9 @@ struct HttpServer::Implementation {
         : host(limits, std::move(handler), std::move(admission)) {}
 
     unsigned short add(const ListenAddress& address, const std::optional<TlsFiles>& files) {
+        signals.add(SIGINT);
+        signals.add(SIGTERM);
+        reloadSignal.add(SIGHUP);
         auto tls = files ? openTls(*files) : nullptr;
         listeners.push_back(
             {openAcceptor(host.io, address), asio::steady_timer(host.io), files, std::move(tls)});
@@ -181,14 +184,11 @@ unsigned short HttpServer::listenTls(const ListenAddress& address,
 
 void HttpServer::run() {
     Implementation& server = *_implementation;
-    server.signals.add(SIGINT);
-    server.signals.add(SIGTERM);
     server.signals.async_wait([&server](error_code error, int) {
         if (!error) {
             server.shutDown();
         }
     });
-    server.reloadSignal.add(SIGHUP);
     server.awaitReload();
     for (Listener& listener : server.listeners) {
         server.accept(listener);

@@ -38,8 +38,9 @@ public:
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
 
-    // Starts to listen and returns the port; connections are accepted once run() is called. Throws
-    // std::runtime_error that names the address or the file at fault.
+    // Starts to listen and returns the port; connections are accepted, and signals that come from
+    // now on are heeded, once run() is called. Throws std::runtime_error that names the address or
+    // the file at fault.
     unsigned short listen(const ListenAddress& address);
     unsigned short listenTls(const ListenAddress& address, const std::string& certificateFile,
                              const std::string& keyFile);

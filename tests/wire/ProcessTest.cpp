@@ -119,6 +119,13 @@ TEST(Stop, ExitsWithZeroOnEitherSignal) {
     }
 }
 
+TEST(Stop, IsHeededFromTheFirstMomentOn) {
+    const Array array;
+    for (int i = 0; i < 10; ++i) {
+        EXPECT_EQ(Smisd(array.state()).stop().status, 0) << i;
+    }
+}
+
 TEST(Stop, LeavesTheArrayAsItIs) {
     const Array array;
     const std::string before = array.arrayctl({"export"});
