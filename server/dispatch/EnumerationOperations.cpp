@@ -19,8 +19,7 @@ std::vector<Participant> participantsOf(const Request& request, const CIMNamespa
     classes.insert(classes.begin(), className);
     std::vector<Participant> result;
     for (const CIMName& one : classes)
-        if (const String* provider =
-                request.server.registration.find(nameSpace, one, ProviderType::instance))
+        if (const String* provider = instanceProviderName(request, nameSpace, one))
             result.push_back({one, *provider});
     requireParticipants(result, className);
     return result;

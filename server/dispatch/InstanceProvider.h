@@ -11,8 +11,7 @@ namespace smisd {
 inline Pegasus::CIMInstanceProvider&
 requireInstanceProvider(const Request& request, const Pegasus::CIMNamespaceName& nameSpace,
                         const Pegasus::CIMName& className) {
-    const Pegasus::String* name =
-        request.server.registration.find(nameSpace, className, ProviderType::instance);
+    const Pegasus::String* name = instanceProviderName(request, nameSpace, className);
     if (!name)
         throw Pegasus::CIMException(Pegasus::CIM_ERR_NOT_SUPPORTED, Pegasus::String());
     return requireInterface<Pegasus::CIMInstanceProvider>(request, *name);

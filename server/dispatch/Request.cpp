@@ -34,4 +34,19 @@ CIMObjectPath completePath(const CIMObjectPath& path, const String& hostName,
     return result;
 }
 
+const String* instanceProviderName(const Request& request, const CIMNamespaceName& nameSpace,
+                                   const CIMName& className) {
+    const String* registered =
+        request.server.registration.find(nameSpace, className, ProviderType::instance);
+    if (registered || !request.server.declared.has(nameSpace, className))
+        return registered;
+    return &DeclaredInstances::name();
+}
+
+CIMProvider& providerNamed(const Request& request, const String& name) {
+    if (name == DeclaredInstances::name())
+        return request.server.declared;
+    return request.server.providers.provider(name);
+}
+
 } // namespace smisd

@@ -1,6 +1,7 @@
 // One operation while it is carried out, and what carrying it out needs.
 #pragma once
 
+#include "server/dispatch/DeclaredInstances.h"
 #include "server/dispatch/Registration.h"
 #include "server/module/ProviderHost.h"
 #include "server/operation/ResultSink.h"
@@ -20,6 +21,7 @@ struct Environment {
     const Registration& registration;
     ProviderHost& providers;
     OpenEnumerations& enumerations;
+    DeclaredInstances& declared;
     const Pegasus::String hostName; // of the paths that providers receive
 };
 
@@ -47,11 +49,19 @@ Pegasus::CIMObjectPath completePath(const Pegasus::CIMObjectPath& path,
                                     const Pegasus::String& hostName,
                                     const Pegasus::CIMNamespaceName& nameSpace);
 
+// The name of the provider for instances of exactly this class, or null: the one that is
+// registered, or else, for a class of which the MOF has instances, DeclaredInstances::name.
+const Pegasus::String* instanceProviderName(const Request& request,
+                                            const Pegasus::CIMNamespaceName& nameSpace,
+                                            const Pegasus::CIMName& className);
+
+Pegasus::CIMProvider& providerNamed(const Request& request, const Pegasus::String& name);
+
 // The provider, made if need be, as the interface that it is registered for. Throws
 // CIM_ERR_NOT_SUPPORTED if it does not have that interface.
 template<class Interface>
 Interface& requireInterface(const Request& request, const Pegasus::String& providerName) {
-    auto* provider = dynamic_cast<Interface*>(&request.server.providers.provider(providerName));
+    auto* provider = dynamic_cast<Interface*>(&providerNamed(request, providerName));
     if (!provider)
         throw Pegasus::CIMException(Pegasus::CIM_ERR_NOT_SUPPORTED,
                                     Pegasus::String("Invalid provider interface."));

@@ -28,8 +28,9 @@ ServerDispatcher::ServerDispatcher(const Repository& repository, std::filesystem
                                    const String& hostName, unsigned maxEnumerations)
     : _registration(registeredIn(repository)),
       _providers(std::move(library), _registration.moduleName(), makeUpCallHandle(*this)),
-      _enumerations(maxEnumerations), _environment{repository, _registration, _providers,
-                                                   _enumerations, hostName} {}
+      _declared(repository, hostName),
+      _enumerations(maxEnumerations), _environment{repository,    _registration, _providers,
+                                                   _enumerations, _declared,     hostName} {}
 
 void ServerDispatcher::dispatch(const Operation& operation, const RequestContext& context,
                                 ResultSink& sink) {

@@ -37,6 +37,7 @@ public:
 private:
     const Registration _registration;
     ProviderHost _providers;
+    DeclaredInstances _declared;
     OpenEnumerations _enumerations;
     const Environment _environment;
 };
