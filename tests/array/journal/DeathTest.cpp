@@ -4,6 +4,7 @@
 #include "tests/array/ArrayFixture.h"
 #include "tests/array/support/Child.h"
 #include "tests/array/support/FaultyDisk.h"
+#include "tests/array/support/OlderFormat.h"
 
 namespace array {
 namespace {
@@ -87,6 +88,26 @@ TEST(Death, InAnyWriteOfANewArrayLeavesAllOfItOrNothing) {
                                           fs::remove_all(state);
                                       });
     EXPECT_GT(deaths, 10);
+}
+
+TEST(Death, InAnyWriteOfAMigrationLeavesTheOlderFormatOrTheNewer) {
+    const TemporaryDirectory directory;
+    const fs::path state = directory.path() / "state";
+    Array::openOrCreate(state)->change([](Change& change) {
+        change.create(Volume{"0A0B", {}, 0, 0});
+    });
+    makeOlder(state / "array.db");
+    const int deaths = dieInEachWrite(
+        [&] { Array::open(state); },
+        [&](bool isAcknowledged) {
+            const int format = formatOf(state / "array.db");
+            EXPECT_TRUE(format == 2 || (format == 1 && !isAcknowledged)) << format;
+            EXPECT_EQ(Array::open(state)->snapshot()->count(Pegasus::CLASSID_VOLUME), 1u);
+            EXPECT_TRUE(Array::open(state)->check().empty());
+            if (!isAcknowledged)
+                makeOlder(state / "array.db");
+        });
+    EXPECT_GT(deaths, 3);
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include <SQLiteCpp/Database.h>
 
 #include "tests/array/ArrayFixture.h"
+#include "tests/array/support/OlderFormat.h"
 
 namespace array {
 namespace {
@@ -171,17 +172,6 @@ TEST_F(StateDirectoryTest, ANewerFormatIsRefusedAndBothAreNamed) {
                       ": the array is kept in format 7, and this program reads "
                       "format 2. Use the program that made it, or put a backup in "
                       "its place.");
-}
-
-// Makes the closed array one of format 1.
-void makeOlder(const fs::path& database) {
-    SQLite::Database(database.string(), SQLite::OPEN_READWRITE)
-        .exec("DROP INDEX unit_lun; CREATE INDEX unit_target ON unit (target); "
-              "PRAGMA user_version = 1");
-}
-
-int formatOf(const fs::path& database) {
-    return SQLite::Database(database.string()).execAndGet("PRAGMA user_version").getInt();
 }
 
 TEST_F(StateDirectoryTest, AnOlderFormatIsBroughtToThisOne) {
