@@ -126,6 +126,14 @@ TEST(Stop, IsHeededFromTheFirstMomentOn) {
     }
 }
 
+TEST(Reload, WithoutTlsChangesNothing) {
+    const Array array;
+    Smisd smisd(array.state());
+    smisd.process().signal(SIGHUP);
+    EXPECT_THAT(roundTrip(smisd.port(), enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_EQ(smisd.stop().status, 0);
+}
+
 TEST(Stop, LeavesTheArrayAsItIs) {
     const Array array;
     const std::string before = array.arrayctl({"export"});
