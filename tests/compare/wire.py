@@ -3,7 +3,7 @@
 import re
 import socket
 
-PATIENCE = 20  # seconds for an answer to start
+PATIENCE = 5  # seconds for an answer to start
 
 
 class Answer:
