@@ -42,7 +42,7 @@ KNOWN = (
      "closing such an enumeration before its error was told"),
     (r"^pair BadHeader(Method|Object)Utf8$", r"^\+cimerror: header-mismatch$",
      "a header that is no UTF-8: OpenPegasus gives no CIMError"),
-    (rf"^pair Bad({'|'.join(STRICTER)})$", r"^\+",
+    (rf"^pair Bad({'|'.join(STRICTER)})$", r"^[-+]",
      "a broken request that smisd judges more strictly"),
     (r"^pair BadClassDelete$", r'^-.*CODE="8"(.|\n)*^\+.*CODE="7"',
      "smisd's classes are read from files and cannot be deleted by clients"),
