@@ -16,6 +16,8 @@ class Answer:
         self.headers = dict(self._pair(line) for line in lines[1:] if ":" in line)
         if self.headers.get("transfer-encoding") == "chunked":
             rest = self._unchunked(rest)
+        elif "content-length" in self.headers:  # what follows is another answer
+            rest = rest[:int(self.headers["content-length"])]
         self.body = rest
 
     @staticmethod
