@@ -86,6 +86,64 @@ void constantBody(benchmark::State& state) {
 }
 BENCHMARK(constantBody)->Threads(8)->UseRealTime();
 
+std::string instance(const std::string& className, const std::string& keys) {
+    return "<INSTANCENAME CLASSNAME=\"" + className + "\">" + keys + "</INSTANCENAME>";
+}
+
+std::string key(const std::string& name, const std::string& value) {
+    return "<KEYBINDING NAME=\"" + name + "\">" + value + "</KEYBINDING>";
+}
+
+std::string text(const std::string& value) {
+    return "<KEYVALUE VALUETYPE=\"string\">" + value + "</KEYVALUE>";
+}
+
+std::string className(const std::string& name) {
+    return "<CLASSNAME NAME=\"" + name + "\"/>";
+}
+
+std::string parameter(const std::string& name, const std::string& value) {
+    return "<IPARAMVALUE NAME=\"" + name + "\">" + value + "</IPARAMVALUE>";
+}
+
+const std::string controller =
+    instance("CIM_SCSIProtocolController", key("DeviceID", text("Ovrin:0E000001")));
+const std::string volume = instance("CIM_StorageVolume", key("DeviceID", text("Ovrin:17000001")));
+
+void associatorsOnTheWire(benchmark::State& state) {
+    WireClient client(server());
+    const std::string body = bench::intrinsicCall(
+        "Associators", parameter("ObjectName", controller) +
+                           parameter("AssocClass", className("CIM_ProtocolControllerForUnit")) +
+                           parameter("ResultClass", className("CIM_StorageVolume")));
+    for (auto _ : state)
+        client.call("Associators", "root/snia", body);
+    report(state, static_cast<std::size_t>(state.iterations()));
+}
+BENCHMARK(associatorsOnTheWire)->UseRealTime();
+
+// Which stores each unit of the controller.
+void modifyMappingOnTheWire(benchmark::State& state) {
+    WireClient client(server());
+    const auto reference = [](const std::string& path) {
+        return "<VALUE.REFERENCE>" + path + "</VALUE.REFERENCE>";
+    };
+    const std::string body = bench::intrinsicCall(
+        "ModifyInstance",
+        parameter("ModifiedInstance",
+                  "<VALUE.NAMEDINSTANCE>" +
+                      instance("CIM_ProtocolControllerForUnit",
+                               key("Dependent", reference(volume)) +
+                                   key("Antecedent", reference(controller))) +
+                      "<INSTANCE CLASSNAME=\"CIM_ProtocolControllerForUnit\">"
+                      "<PROPERTY NAME=\"DeviceAccess\" TYPE=\"uint16\"><VALUE>2</VALUE></PROPERTY>"
+                      "</INSTANCE></VALUE.NAMEDINSTANCE>"));
+    for (auto _ : state)
+        client.call("ModifyInstance", "root/snia", body);
+    report(state, static_cast<std::size_t>(state.iterations()));
+}
+BENCHMARK(modifyMappingOnTheWire)->UseRealTime();
+
 std::string stringArray(const std::string& name, const std::string& type,
                         const std::string& value) {
     return "<PARAMVALUE NAME=\"" + name + "\" PARAMTYPE=\"" + type + "\"><VALUE.ARRAY><VALUE>" +
@@ -94,7 +152,7 @@ std::string stringArray(const std::string& name, const std::string& type,
 
 // Formats numbers into a text, as printf does.
 template<class... Number>
-std::string text(const char* format, Number... numbers) {
+std::string formatted(const char* format, Number... numbers) {
     char buffer[64];
     std::snprintf(buffer, sizeof buffer, format, numbers...);
     return buffer;
@@ -106,12 +164,12 @@ void exposeAndHideOnTheWire(benchmark::State& state) {
     const int n = state.thread_index();
     const std::string service = "CIM_ControllerConfigurationService";
     const std::string common =
-        stringArray("LUNames", "string", text("6001405%025X", n + 1)) +
-        stringArray("InitiatorPortIDs", "string", text("iqn.2026-01.com.example:host%d", n)) +
+        stringArray("LUNames", "string", formatted("6001405%025X", n + 1)) +
+        stringArray("InitiatorPortIDs", "string", formatted("iqn.2026-01.com.example:host%d", n)) +
         "<PARAMVALUE NAME=\"ProtocolControllers\" PARAMTYPE=\"reference\"><VALUE.REFARRAY>"
         "<VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"CIM_SCSIProtocolController\">"
         "<KEYBINDING NAME=\"DeviceID\"><KEYVALUE VALUETYPE=\"string\">" +
-        text("Ovrin:0E%06X", n + 2) +
+        formatted("Ovrin:0E%06X", n + 2) +
         "</KEYVALUE></KEYBINDING></INSTANCENAME></VALUE.REFERENCE></VALUE.REFARRAY></PARAMVALUE>";
     const std::string expose =
         bench::extrinsicCall("ExposePaths", service,
