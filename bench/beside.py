@@ -6,25 +6,27 @@ beside.py SECONDS FILE: run by tests/compare/run, which starts both; writes the 
 import json
 import os
 import pathlib
-import re
 import sys
 
 from measuring import measure, resident
 from rows import OPENPEGASUS_OPERATIONS
 
 
-def children(pid):
-    for status in pathlib.Path("/proc").glob("[0-9]*/status"):
+def environment_of(pid):
+    return pathlib.Path(f"/proc/{pid}/environ").read_bytes().split(b"\0")
+
+
+def resident_with_agents(pid):
+    """OpenPegasus runs providers in processes of their own; all have the state directory."""
+    state = next(entry for entry in environment_of(pid) if entry.startswith(b"DRAV_STATE_DIR="))
+    total = 0
+    for process in pathlib.Path("/proc").glob("[0-9]*"):
         try:
-            parent = re.search(r"^PPid:\s+(\d+)", status.read_text(), re.M)
+            if state in environment_of(process.name):
+                total += resident(process.name)
         except OSError:
-            continue # it has ended
-        if int(parent.group(1)) == pid:
-            yield int(status.parent.name)
-
-
-def resident_with_children(pid):
-    return resident(pid) + sum(map(resident_with_children, children(pid)))
+            pass  # it has ended
+    return total
 
 
 def main():
@@ -35,7 +37,7 @@ def main():
         environment = dict(os.environ, BENCH_SERVER=f"127.0.0.1:{port}")
         names = "|".join(f"{operation}$" for operation in OPENPEGASUS_OPERATIONS)
         costs[server] = dict(measure("bench_wire", names, environment, seconds))
-        costs[server]["memory"] = resident_with_children(pid)
+        costs[server]["memory"] = resident_with_agents(pid)
     pathlib.Path(file).write_text(json.dumps(costs))
 
 
