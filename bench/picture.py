@@ -16,7 +16,7 @@ def colour(row):
 
 def draw(rows, file):
     """Writes the rows to an SVG file; the axis is logarithmic, since ratios are."""
-    pyplot.rcParams["svg.hashsalt"] = "bench"
+    pyplot.rcParams.update({"svg.hashsalt": "bench", "svg.fonttype": "none"})
     figure, axes = pyplot.subplots(figsize=(11, 0.34 * len(rows) + 1))
     places = range(len(rows))
     axes.barh(places, [row["ratio"] for row in rows], color=[colour(row) for row in rows])
