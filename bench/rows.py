@@ -105,6 +105,7 @@ RATIOS = [
           "change/real_time/threads:1"),
     ratio("changes per second of 16 threads, against flushes", "flush/real_time", "1,000",
           "change/real_time/threads:16"),
+    growth("getInstance of a host", "getHost", "100,000", "1,000"),
     growth("a change", "change/real_time/threads:1", "100,000", "1,000"),
     growth("a change", "change/real_time/threads:1", "1,000,000", "1,000"),
     ratio("reads per second beside 1 writer, against none", "readBesideWriters/0", "1,000",
