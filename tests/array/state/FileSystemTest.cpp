@@ -37,7 +37,6 @@ TEST_F(FileSystemTest, AFullOneLeavesTheLastGoodState) {
         ASSERT_LT(made, 100000u);
     }
     EXPECT_EQ(failure.code, ErrorCode::StateFull);
-    EXPECT_EQ(failure.code, ErrorCode::StateFull);
     EXPECT_EQ(failure.message, databaseIn(state()).string() +
                                    ": database or disk is full. Nothing was changed. Make room on "
                                    "the file system and try again.");
