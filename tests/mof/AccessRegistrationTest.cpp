@@ -80,7 +80,12 @@ TEST(AccessRegistration, IsOneThatTheServerAccepts) {
 }
 
 TEST(AccessRegistration, NamesTheModule) {
-    const CIMInstance& module = instances().at(0);
+    std::vector<CIMInstance> modules;
+    for (const CIMInstance& instance : instances())
+        if (instance.getClassName() == CIMName("PG_ProviderModule"))
+            modules.push_back(instance);
+    ASSERT_EQ(modules.size(), 1U);
+    const CIMInstance& module = modules[0];
     EXPECT_EQ(textOf(module, "Location"), "AccessProviders");
     EXPECT_EQ(textOf(module, "InterfaceType"), "C++Default");
     EXPECT_EQ(textOf(module, "InterfaceVersion"), "2.5.0");
