@@ -45,6 +45,7 @@ void WorkerPool::work() {
             return _jobs.empty() ? _ending : _running < _workers && _returning == 0;
         });
         if (_jobs.empty()) {
+            _jobPosted.notify_all(); // who looked while jobs were queued looks again
             return;
         }
         Job job = std::move(_jobs.front());

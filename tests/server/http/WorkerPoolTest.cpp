@@ -60,6 +60,24 @@ TEST(WorkerPool, JobThatWaitsLeavesItsWorkerToOthers) {
     EXPECT_EQ(done, 5);
 }
 
+TEST(WorkerPool, EndsAllThreadsThatWereIdleWhenItWasToldToWhileJobsWereQueued) {
+    WorkerPool pool(1);
+    Gate manyThreads;
+    for (int i = 0; i < 8; ++i) {
+        pool.post([&] { pool.whileWaiting([&] { manyThreads.wait(); }); });
+    }
+    manyThreads.awaitWaiting(8);
+    manyThreads.open();
+    Gate busy;
+    pool.post([&] { busy.wait(); });
+    busy.awaitWaiting(1);
+    pool.post([] {});
+
+    std::jthread joining([&] { pool.join(); });
+    std::this_thread::sleep_for(50ms); // its threads have been told, and wait on
+    busy.open();
+}
+
 TEST(WorkerPool, JobThatHasWaitedNeedsAFreeWorker) {
     std::atomic<int> running{0};
     std::atomic<int> most{0};
