@@ -64,6 +64,16 @@ private:
     PulledEnumeration& _enumeration;
 };
 
+template<class Step>
+void endingOnError(PulledEnumeration& enumeration, const Step& step) {
+    try {
+        step();
+    } catch (...) {
+        enumeration.queue.close();
+        throw;
+    }
+}
+
 void requireAllowed(const OpenEnumeration& operation) {
     const Uint32 timeout = operation.operationTimeout.value_or(defaultTimeout);
     const bool hasQuery = operation.filterQuery.size() > 0;
@@ -152,18 +162,12 @@ bool passOn(PulledEnumeration& enumeration, Uint32 count, ResultSink& sink) {
     return count > 0 && enumeration.queue.atEnd();
 }
 
-// What a request that opens or pulls says. An error ends the enumeration.
+// What a request that opens or pulls says.
 void pull(PulledEnumeration& enumeration, Uint32 count, ResultSink& sink) {
-    bool isComplete = true;
     if (enumeration.traits.includeClassOrigin) {
         sink.includeClassOrigin();
     }
-    try {
-        isComplete = passOn(enumeration, std::min(count, maximumObjectCount), sink);
-    } catch (...) {
-        enumeration.queue.close();
-        throw;
-    }
+    const bool isComplete = passOn(enumeration, std::min(count, maximumObjectCount), sink);
     if (isComplete) {
         enumeration.queue.close();
     }
@@ -180,10 +184,12 @@ void carryOut(const OpenEnumeration& operation, const Request& request) {
     const auto enumeration = request.server.enumerations.open(traitsOf(operation, request),
                                                               producerOf(operation, request));
     const Pulling pulling(*enumeration);
-    if (operation.maxObjectCount == 0) {
-        enumeration->queue.requireNoError();
-    }
-    pull(*enumeration, operation.maxObjectCount, request.sink);
+    endingOnError(*enumeration, [&] {
+        if (operation.maxObjectCount == 0) {
+            enumeration->queue.requireNoError();
+        }
+        pull(*enumeration, operation.maxObjectCount, request.sink);
+    });
 }
 
 void carryOut(const PullEnumeration& operation, const Request& request) {
@@ -196,7 +202,8 @@ void carryOut(const PullEnumeration& operation, const Request& request) {
         enumeration->queue.close();
         refuse(CIM_ERR_FAILED, "Open and Pull Message types do not match.");
     }
-    pull(*enumeration, operation.maxObjectCount, request.sink);
+    endingOnError(*enumeration,
+                  [&] { pull(*enumeration, operation.maxObjectCount, request.sink); });
 }
 
 void carryOut(const CloseEnumeration& operation, const Request& request) {

@@ -151,6 +151,13 @@ TEST_F(PullOperationsTest, AnErrorBeforeTheFirstResultAnswersTheOpen) {
                 ElementsAre("error 7 Scripted::enumerateInstances"));
 }
 
+TEST_F(PullOperationsTest, OpensThatFailLeaveNothingOpen) {
+    const Lines refused{"error 7 Scripted::enumerateInstances"};
+    for (int i = 0; i < 100; ++i) { // more than may be open at once
+        ASSERT_EQ(run(instancesOf("Test_Refusing", 0)), refused) << i;
+    }
+}
+
 TEST_F(PullOperationsTest, AnErrorInTheMiddleAnswersThePullThatMeetsIt) {
     EXPECT_THAT(take(instancesOf("Test_Risky", 10)), ElementsAre("error 1 failed after one"));
 }
