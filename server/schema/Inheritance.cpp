@@ -36,6 +36,7 @@ struct PropertyAccess {
     static Uint32 count(const CIMClass& of) { return of.getPropertyCount(); }
     static Uint32 find(const CIMClass& in, const CIMName& name) { return in.findProperty(name); }
     static CIMConstProperty get(const CIMClass& of, Uint32 i) { return of.getProperty(i); }
+    static CIMProperty get(CIMClass& of, Uint32 i) { return of.getProperty(i); }
     static void add(CIMClass& to, const CIMProperty& feature) { to.addProperty(feature); }
 };
 
@@ -44,21 +45,31 @@ struct MethodAccess {
     static Uint32 count(const CIMClass& of) { return of.getMethodCount(); }
     static Uint32 find(const CIMClass& in, const CIMName& name) { return in.findMethod(name); }
     static CIMConstMethod get(const CIMClass& of, Uint32 i) { return of.getMethod(i); }
+    static CIMMethod get(CIMClass& of, Uint32 i) { return of.getMethod(i); }
     static void add(CIMClass& to, const CIMMethod& feature) { to.addMethod(feature); }
 };
 
-// The superclass's features that the class does not declare anew, then the class's own.
+// The superclass's features that the class does not declare anew. What the superclass inherited
+// itself is shared with it.
+template<class Access>
+void inheritFeatures(CIMClass& result, const CIMClass& declared, CIMClass superclass) {
+    for (Uint32 i = 0; i < Access::count(superclass); ++i) {
+        typename Access::Feature feature = Access::get(superclass, i);
+        if (Access::find(declared, feature.getName()) != PEG_NOT_FOUND)
+            continue;
+        if (!feature.getPropagated()) {
+            feature = feature.clone();
+            feature.setPropagated(true);
+        }
+        Access::add(result, feature);
+    }
+}
+
 template<class Access>
 void addFeatures(CIMClass& result, const CIMClass& declared, const CIMClass* superclass) {
     using Feature = typename Access::Feature;
-    for (Uint32 i = 0; superclass && i < Access::count(*superclass); ++i) {
-        const auto inherited = Access::get(*superclass, i);
-        if (Access::find(declared, inherited.getName()) != PEG_NOT_FOUND)
-            continue;
-        Feature feature = inherited.clone();
-        feature.setPropagated(true);
-        Access::add(result, feature);
-    }
+    if (superclass)
+        inheritFeatures<Access>(result, declared, *superclass);
     for (Uint32 i = 0; i < Access::count(declared); ++i) {
         Feature feature = Access::get(declared, i).clone();
         feature.setClassOrigin(declared.getClassName());

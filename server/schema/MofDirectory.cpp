@@ -12,9 +12,9 @@ void readMofDirectory(const std::filesystem::path& directory, Repository& reposi
     readMof(directory / "access-schema.mof", elements, repository);
     readMof(directory / "interop-schema.mof", interop, repository);
     readMof(directory / "interop-instances.mof", interop, repository);
+    // A copy shares the declarations.
     for (const char* name : otherInteropNamespaces) {
-        readMof(directory / "interop-schema.mof", CIMNamespaceName(name), repository);
-        readMof(directory / "interop-instances.mof", CIMNamespaceName(name), repository);
+        repository.open(CIMNamespaceName(name)) = repository.open(interop);
     }
     readMof(directory / "access-registration.mof", interop, repository);
 }
