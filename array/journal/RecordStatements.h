@@ -1,6 +1,7 @@
 #ifndef ARRAY_JOURNAL_RECORD_STATEMENTS_H
 #define ARRAY_JOURNAL_RECORD_STATEMENTS_H
 
+#include <optional>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -91,29 +92,29 @@ private:
 template<class Record>
 class LoadStatement {
 public:
-    explicit LoadStatement(SQLite::Database& database)
-        : _one(database, selectText() + " WHERE id = ?"),
-          _all(database, selectText() + " ORDER BY id") {}
+    explicit LoadStatement(SQLite::Database& database) : _database(database) {}
 
     // True, and fills in the record, if there is a row of the id.
     bool one(Id id, Record& record) {
-        const Run run(_one);
-        _one.bind(1, id);
-        const bool found = _one.executeStep();
+        if (!_one)
+            _one.emplace(_database, selectText() + " WHERE id = ?");
+        const Run run(*_one);
+        _one->bind(1, id);
+        const bool found = _one->executeStep();
         if (found)
-            read(_one, record);
+            read(*_one, record);
         return found;
     }
 
     // visit(id, record) for all rows, by ascending id.
     template<class Visit>
     void all(Visit&& visit) {
-        const Run run(_all);
-        while (_all.executeStep()) {
+        SQLite::Statement rows(_database, selectText() + " ORDER BY id");
+        while (rows.executeStep()) {
             Record record{};
             Id id = 0;
-            field(_all.getColumn(0), id, "id");
-            read(_all, record);
+            field(rows.getColumn(0), id, "id");
+            read(rows, record);
             visit(id, std::move(record));
         }
     }
@@ -148,8 +149,8 @@ private:
                                               " is out of range. Put a backup in its place.");
     }
 
-    SQLite::Statement _one;
-    SQLite::Statement _all;
+    SQLite::Database& _database;
+    std::optional<SQLite::Statement> _one; // once it is needed: a process alone never does
 };
 
 // One statement object for each record type of a tuple such as ForEachRecord.

@@ -12,10 +12,13 @@ namespace array {
 Follower::Follower(const std::filesystem::path& directory)
     : _file(databaseIn(directory)), _database(openDatabase(_file)), _reader(_database),
       _counter(counterIn(directory)) {
-    const Transaction read(_database, Transaction::Kind::Read);
     Snapshot first;
-    first.mutableState() = _reader.load();
+    {
+        const Transaction read(_database, Transaction::Kind::Read);
+        first.mutableState() = _reader.load();
+    }
     _current = std::make_unique<CurrentSnapshot>(SnapshotPtr::make(std::move(first)));
+    sqlite3_db_release_memory(_database.getHandle()); // hardly a page is read again
 }
 
 SnapshotPtr Follower::newest() {
