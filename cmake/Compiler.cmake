@@ -24,6 +24,10 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 # g++ 12 warns of std::string's own "text" + string at -O3 (GCC bug 105651).
 add_compile_options($<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
 
+# What nothing refers to, mostly of templates, takes memory beside what is used.
+add_compile_options("$<$<CONFIG:Release>:-ffunction-sections;-fdata-sections>")
+add_link_options($<$<CONFIG:Release>:-Wl,--gc-sections>)
+
 set(SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize=, for example address,undefined")
 if(SANITIZE)
     add_compile_options(-fsanitize=${SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
