@@ -2,6 +2,7 @@
 #define ARRAY_TURN_TURN_QUEUE_H
 
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -9,7 +10,8 @@
 namespace array {
 
 // Where threads queue up with requests of which one at a time is worked on, or many at once for
-// about the same price: the thread whose turn comes works for all that wait by then.
+// about the same price: those that come while a batch is worked on make the next one, and the first
+// of them works for all.
 template<class Request>
 class TurnQueue {
 public:
@@ -17,36 +19,39 @@ public:
     // must not throw. Requests are in a batch in the order in which they came.
     template<class Work>
     void submit(Request& request, Work&& work) {
-        Place place{&request, false};
         std::unique_lock lock(_mutex);
-        _waiting.push_back(&place);
-        _changed.wait(lock, [&] { return place.isDone || !_isTaken; });
-        if (place.isDone)
+        if (!_next)
+            _next = std::make_shared<Batch>();
+        const std::shared_ptr<Batch> batch = _next;
+        batch->requests.push_back(&request);
+        if (batch->requests.size() > 1) {
+            batch->done.wait(lock, [&] { return batch->isDone; });
             return;
-
+        }
+        _turnFree.wait(lock, [&] { return !_isTaken; });
         _isTaken = true;
-        const std::vector<Place*> places = std::exchange(_waiting, {});
+        _next = nullptr;
         lock.unlock();
-        std::vector<Request*> batch;
-        for (const Place* each : places)
-            batch.push_back(each->request);
-        work(batch);
+        work(std::as_const(batch->requests));
         lock.lock();
-        for (Place* each : places)
-            each->isDone = true;
         _isTaken = false;
-        _changed.notify_all();
+        batch->isDone = true;
+        lock.unlock();
+        // Only those wake who can go on, and first who has the longest way to go.
+        _turnFree.notify_one();
+        batch->done.notify_all();
     }
 
 private:
-    struct Place {
-        Request* request;
-        bool isDone;
+    struct Batch {
+        std::vector<Request*> requests;
+        std::condition_variable done;
+        bool isDone = false;
     };
 
     std::mutex _mutex;
-    std::condition_variable _changed;
-    std::vector<Place*> _waiting; // guarded by _mutex, as is all below
+    std::condition_variable _turnFree; // awaited by the first of the next batch
+    std::shared_ptr<Batch> _next;      // guarded by _mutex, as is all below and each batch
     bool _isTaken = false;
 };
 

@@ -50,12 +50,15 @@ TEST(TurnQueue, WhoHasTheTurnWorksForAllThatWait) {
         isWorking = true;
         while (!mayStop)
             std::this_thread::yield();
+        for (Request* waiting : batch)
+            ++waiting->worked;
     };
     std::vector<std::thread> threads;
     const auto submit = [&] {
         threads.emplace_back([&] {
             Request request;
             queue.submit(request, work);
+            EXPECT_EQ(request.worked, 1);
         });
     };
     submit();
