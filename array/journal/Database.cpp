@@ -114,7 +114,7 @@ void setUp(SQLite::Database& database, const fs::path& file) {
 SQLite::Database openDatabase(const fs::path& file) {
     checkFile(file);
     return withSqlite(file, [&] {
-        SQLite::Database database(file.string(), SQLite::OPEN_READWRITE,
+        SQLite::Database database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX,
                                   static_cast<int>(turnTimeout.count()));
         checkKind(database, file);
         setUp(database, file);

@@ -15,7 +15,7 @@ constexpr std::chrono::milliseconds turnTimeout{60000};
 
 // Opens an array.db for reading and writing: durable commits, foreign keys enforced. An older
 // format is brought to this one. Throws DRAVOperationFailedException, with advice, if it is
-// missing, damaged, of another program or newer.
+// missing, damaged, of another program or newer. To be used by one thread at a time.
 SQLite::Database openDatabase(const std::filesystem::path& file);
 
 // Makes an array.db without objects, with mode 0600, unless there is one. It appears complete or

@@ -26,7 +26,7 @@ std::int64_t number(std::uint64_t value) {
 } // namespace
 
 StateWriter::StateWriter(SQLite::Database& database)
-    : _database(database), _records(prepareAll<ForEachRecord<SaveStatement>>(database)),
+    : _records(prepareAll<ForEachRecord<SaveStatement>>(database)),
       _erasures(prepareAll<ForEachRecord<EraseStatement>>(database)),
       _statistics(prepareAll<ForEachStatistics<SaveStatement>>(database)),
       _grant(database, "INSERT INTO access_grant (target, initiator) VALUES (?, ?)"),
@@ -36,7 +36,9 @@ StateWriter::StateWriter(SQLite::Database& database)
       _serial(database, "INSERT INTO serial (class, last) VALUES (?, ?) "
                         "ON CONFLICT (class) DO UPDATE SET last = excluded.last"),
       _log(database, "INSERT OR IGNORE INTO log (version, id, other) VALUES (?, ?, ?)"),
-      _trimLog(database, "DELETE FROM log WHERE version <= ?") {}
+      _trimLog(database, "DELETE FROM log WHERE version <= ?"),
+      _savepoint(database, "SAVEPOINT part"), _release(database, "RELEASE part"),
+      _rollback(database, "ROLLBACK TO part") {}
 
 void StateWriter::grant(Id target, Id initiator) {
     run(_grant, target, initiator);
@@ -54,18 +56,18 @@ void StateWriter::setNames(const Names& names) {
 }
 
 void StateWriter::begin() {
-    _database.exec("SAVEPOINT part");
+    run(_savepoint);
     _kept = _changes.size();
     _keptTooMany = _tooMany;
 }
 
 void StateWriter::keep() {
-    _database.exec("RELEASE part");
+    run(_release);
 }
 
 void StateWriter::undo() {
-    _database.exec("ROLLBACK TO part");
-    _database.exec("RELEASE part");
+    run(_rollback);
+    run(_release);
     _changes.resize(_kept);
     _tooMany = _keptTooMany;
 }

@@ -55,7 +55,6 @@ private:
     void note(Id id, Id other = 0);
     void writeLog(std::uint64_t version);
 
-    SQLite::Database& _database;
     ForEachRecord<SaveStatement> _records;
     ForEachRecord<EraseStatement> _erasures;
     ForEachStatistics<SaveStatement> _statistics;
@@ -66,6 +65,9 @@ private:
     SQLite::Statement _serial;
     SQLite::Statement _log;
     SQLite::Statement _trimLog;
+    SQLite::Statement _savepoint;
+    SQLite::Statement _release;
+    SQLite::Statement _rollback;
 
     std::vector<std::pair<Id, Id>> _changes; // as in the log
     bool _tooMany = false;                   // more changes than the log takes

@@ -1,4 +1,5 @@
 #include <atomic>
+#include <chrono>
 #include <thread>
 #include <vector>
 
@@ -45,6 +46,36 @@ TEST_F(ConcurrencyTest, ChangesOfManyThreadsAreAllMadeAndShareCommits) {
     reopen();
     EXPECT_EQ(now()->count(CLASSID_INITIATOR), std::size_t{threads * each});
     EXPECT_TRUE(array().check().empty());
+}
+
+TEST_F(ConcurrencyTest, AChangeThatFailsLeavesNothingInTheCommitThatItShares) {
+    std::thread failing;
+    std::thread other;
+    change([&](Change& change) {
+        change.create(Initiator{name(0, 0), {}});
+        failing = std::thread([&] {
+            const Failure failure = failureOf([&] {
+                this->change([&](Change& next) {
+                    next.create(Initiator{name(1, 0), {}});
+                    next.create(Initiator{name(1, 1), {}});
+                    next.create(Initiator{name(1, 0), {}});
+                });
+            });
+            EXPECT_EQ(failure.code, ErrorCode::NameTaken);
+        });
+        other = std::thread([&] {
+            this->change([&](Change& next) { next.create(Initiator{name(2, 0), {}}); });
+        });
+        // Long enough for both to queue up and be the next commit.
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    });
+    failing.join();
+    other.join();
+    EXPECT_EQ(now()->version(), 2u);
+    EXPECT_EQ(now()->count(CLASSID_INITIATOR), 2u);
+    reopen();
+    EXPECT_EQ(now()->count(CLASSID_INITIATOR), 2u);
+    EXPECT_NE(now()->initiatorByName(name(2, 0)), 0u);
 }
 
 TEST_F(ConcurrencyTest, ReadersSeeWholeChangesWhileWritersWrite) {
