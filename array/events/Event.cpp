@@ -1,5 +1,6 @@
 #include "array/events/Event.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 
@@ -22,21 +23,35 @@ std::string timeText(std::int64_t microseconds) {
     return std::string(day) + fraction;
 }
 
+// A text without a character that JSON escapes, as most are, needs no second look.
+bool isPlain(const std::string& text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; });
+}
+
+std::string quoted(const std::string& text) {
+    return isPlain(text) ? '"' + text + '"'
+                         : nlohmann::json(text).dump(-1, ' ', false,
+                                                     nlohmann::json::error_handler_t::replace);
+}
+
 } // namespace
 
 std::string jsonOf(const Event& event, std::int64_t microsecondsSince1970) {
-    nlohmann::ordered_json json;
-    json["time"] = timeText(microsecondsSince1970);
-    json["process"] = getpid();
-    json["type"] = event.type;
-    json["text"] = event.text;
-    json["keyValues"] = event.keyValues;
-    json["channel"] = event.channel;
-    json["severity"] = event.severity;
-    json["operation"] = event.operation;
-    json["file"] = event.file;
-    json["line"] = event.line;
-    return json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+    std::string json = "{\"time\":" + quoted(timeText(microsecondsSince1970));
+    const auto add = [&json](const char* name, const std::string& value) {
+        json.append(",\"").append(name).append("\":").append(value);
+    };
+    add("process", std::to_string(getpid()));
+    add("type", quoted(event.type));
+    add("text", quoted(event.text));
+    add("keyValues", quoted(event.keyValues));
+    add("channel", std::to_string(event.channel));
+    add("severity", std::to_string(event.severity));
+    add("operation", quoted(event.operation));
+    add("file", quoted(event.file));
+    add("line", std::to_string(event.line));
+    return json + '}';
 }
 
 } // namespace array

@@ -5,6 +5,7 @@
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <stdexcept>
 #include <system_error>
@@ -35,6 +36,18 @@ void makePrivate(const std::filesystem::path& file) {
     close(descriptor);
 }
 
+// A text without a character that JSON escapes, as most are, needs no second look.
+bool isPlain(const std::string& text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; });
+}
+
+std::string quoted(const std::string& text) {
+    return isPlain(text) ? '"' + text + '"'
+                         : nlohmann::json(text).dump(-1, ' ', false,
+                                                     nlohmann::json::error_handler_t::replace);
+}
+
 } // namespace
 
 AuditLog::AuditLog() : _logger(loggerTo(std::make_shared<spdlog::sinks::stderr_sink_mt>())) {}
@@ -45,10 +58,11 @@ AuditLog::AuditLog(const std::filesystem::path& file) {
 }
 
 void AuditLog::write(const AuditRecord& record) {
-    nlohmann::ordered_json line;
-    const auto add = [&line](const char* name, const std::string& text) {
+    std::string members;
+    const auto add = [&members](const char* name, const std::string& text) {
         if (!text.empty()) {
-            line[name] = text.substr(0, longestText);
+            members.append(members.empty() ? "\"" : ",\"").append(name).append("\":");
+            members += quoted(text.substr(0, longestText));
         }
     };
     add("audit", record.event);
@@ -59,9 +73,7 @@ void AuditLog::write(const AuditRecord& record) {
     add("object", record.object);
     add("outcome", record.outcome);
     add("returned", record.returned);
-    const std::string text =
-        line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-    _logger->info("{}", text.substr(1, text.size() - 2)); // without its braces
+    _logger->info("{}", members);
 }
 
 } // namespace smisd

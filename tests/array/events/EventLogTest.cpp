@@ -57,6 +57,17 @@ TEST_F(EventLogTest, WritesALineOfJsonForEachEvent) {
                                  std::regex(R"(20\d\d-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{6}Z)")));
 }
 
+TEST_F(EventLogTest, EscapesWhatJsonMustNotHoldAndNothingElse) {
+    const Event made{"method-invoked", "a\\b\"c\n", "/~ \x7F", 1, 29, "x\xC3\xA4", "\x1F.cpp", 42};
+    EXPECT_EQ(jsonOf(made, 1767225600000042),
+              "{\"time\":\"2026-01-01T00:00:00.000042Z\",\"process\":" + std::to_string(getpid()) +
+                  R"(,"type":"method-invoked","text":"a\\b\"c\n","keyValues":"/~ )"
+                  "\x7F"
+                  R"(","channel":1,"severity":29,"operation":"x)"
+                  "\xC3\xA4"
+                  R"(","file":"\u001f.cpp","line":42})");
+}
+
 TEST_F(EventLogTest, TimesAreUtc) {
     EXPECT_NE(jsonOf(event("x"), 1767225600000042).find("\"2026-01-01T00:00:00.000042Z\""),
               std::string::npos);
