@@ -1,12 +1,14 @@
 #include "providers/frame/Trace.h"
 
 #include <iostream>
-#include <syncstream>
+#include <mutex>
 
 namespace Pegasus {
 
 void trace(const std::string& line) {
-    std::osyncstream(std::cout) << line << std::endl;
+    static std::mutex writing;
+    const std::lock_guard lock(writing);
+    std::cout << line + '\n' << std::flush;
 }
 
 std::string utf8(const String& text) {
