@@ -12,8 +12,10 @@ namespace smisd {
 constexpr std::size_t maximumHeaderBytes = 65000;
 
 struct HttpLimits {
-    unsigned connections = 256;               // open at once
-    unsigned workers = 8;                     // operations carried out at once
+    unsigned connections = 256; // open at once
+    // Operations carried out at once: more than processors, as changes that wait for the disk share
+    // its flushes.
+    unsigned workers = 32;
     std::size_t headerBytes = 64000;          // of one request, maximumHeaderBytes at most; 431
     std::size_t bodyBytes = 16 * 1024 * 1024; // of one request; 413
     unsigned depth = usualDepth;              // of the elements in a body; 400
