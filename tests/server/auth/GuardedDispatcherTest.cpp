@@ -2,6 +2,7 @@
 
 #include "server/schema/MofReader.h"
 #include "tests/server/TemporaryDirectory.h"
+#include "tests/server/operation/OperationOf.h"
 
 #include <Pegasus/Common/Exception.h>
 
@@ -24,8 +25,6 @@ using testing::IsEmpty;
 namespace smisd::test {
 namespace {
 
-const CIMNamespaceName nameSpace("root/snia");
-
 CIMObjectPath path(const char* className, const char* key = "Ovrin:0D000001") {
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(CIMName("RemoteID"), String(key), CIMKeyBinding::STRING));
@@ -37,26 +36,6 @@ CIMInstance instance(const char* className) {
     result.addProperty(CIMProperty(CIMName("Secret"), String("sesame")));
     result.setPath(path(className));
     return result;
-}
-
-// An operation on an object or a class of the test namespace.
-template<class One>
-Operation of(const CIMObjectPath& object) {
-    One one;
-    one.nameSpace = nameSpace;
-    if constexpr (requires { one.instanceName; }) {
-        one.instanceName = object;
-    } else {
-        one.objectName = object;
-    }
-    return one;
-}
-template<class One>
-Operation of(const CIMName& className) {
-    One one;
-    one.nameSpace = nameSpace;
-    one.className = className;
-    return one;
 }
 
 Operation opening(const Enumeration& enumeration) {

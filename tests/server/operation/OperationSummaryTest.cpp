@@ -1,13 +1,13 @@
 #include "server/operation/OperationSummary.h"
 
+#include "tests/server/operation/OperationOf.h"
+
 #include <gtest/gtest.h>
 
 using namespace Pegasus;
 
 namespace smisd::test {
 namespace {
-
-const CIMNamespaceName nameSpace("root/test");
 
 std::string object(const Operation& operation) {
     return std::string(objectOf(operation).toString().getCString());
@@ -17,26 +17,6 @@ CIMObjectPath instancePath() {
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(CIMName("Id"), String("1"), CIMKeyBinding::STRING));
     return CIMObjectPath(String(), CIMNamespaceName(), CIMName("T"), keys);
-}
-
-// An operation on an object or a class of the test namespace.
-template<class One>
-Operation of(const CIMObjectPath& object) {
-    One one;
-    one.nameSpace = nameSpace;
-    if constexpr (requires { one.instanceName; }) {
-        one.instanceName = object;
-    } else {
-        one.objectName = object;
-    }
-    return one;
-}
-template<class One>
-Operation of(const CIMName& className) {
-    One one;
-    one.nameSpace = nameSpace;
-    one.className = className;
-    return one;
 }
 
 TEST(OperationSummary, NamesOperations) {
@@ -111,18 +91,18 @@ TEST(OperationSummary, KnowsWhatChangesInstances) {
 }
 
 TEST(OperationSummary, KnowsTheObject) {
-    EXPECT_EQ(object(of<GetInstance>(instancePath())), "root/test:T.Id=\"1\"");
-    EXPECT_EQ(object(of<DeleteInstance>(instancePath())), "root/test:T.Id=\"1\"");
-    EXPECT_EQ(object(GetProperty{nameSpace, instancePath(), {}}), "root/test:T.Id=\"1\"");
-    EXPECT_EQ(object(SetProperty{nameSpace, instancePath(), {}, {}}), "root/test:T.Id=\"1\"");
-    EXPECT_EQ(object(of<Associators>(instancePath())), "root/test:T.Id=\"1\"");
-    EXPECT_EQ(object(InvokeMethod{nameSpace, instancePath(), {}, {}}), "root/test:T.Id=\"1\"");
-    EXPECT_EQ(object(of<EnumerateInstances>(CIMName("T"))), "root/test:T");
+    EXPECT_EQ(object(of<GetInstance>(instancePath())), "root/snia:T.Id=\"1\"");
+    EXPECT_EQ(object(of<DeleteInstance>(instancePath())), "root/snia:T.Id=\"1\"");
+    EXPECT_EQ(object(GetProperty{nameSpace, instancePath(), {}}), "root/snia:T.Id=\"1\"");
+    EXPECT_EQ(object(SetProperty{nameSpace, instancePath(), {}, {}}), "root/snia:T.Id=\"1\"");
+    EXPECT_EQ(object(of<Associators>(instancePath())), "root/snia:T.Id=\"1\"");
+    EXPECT_EQ(object(InvokeMethod{nameSpace, instancePath(), {}, {}}), "root/snia:T.Id=\"1\"");
+    EXPECT_EQ(object(of<EnumerateInstances>(CIMName("T"))), "root/snia:T");
     CIMInstance instance(CIMName("T"));
-    EXPECT_EQ(object(CreateInstance{nameSpace, instance}), "root/test:T");
+    EXPECT_EQ(object(CreateInstance{nameSpace, instance}), "root/snia:T");
     instance.setPath(instancePath());
     EXPECT_EQ(object(ModifyInstance{nameSpace, instance, true, CIMPropertyList()}),
-              "root/test:T.Id=\"1\"");
+              "root/snia:T.Id=\"1\"");
     EXPECT_TRUE(objectOf(EnumerateQualifiers{nameSpace}).getClassName().isNull());
     EXPECT_TRUE(objectOf(of<EnumerateClasses>(CIMName())).getNameSpace().equal(nameSpace));
 }
