@@ -1,3 +1,5 @@
+#include <array>
+#include <cstdio>
 #include <string>
 
 #include "bench/Bench.h"
@@ -42,6 +44,27 @@ void findVolumeByKey(benchmark::State& state) {
     bench::report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(findVolumeByKey);
+
+// Each time another of a thousand volumes, from all over an array with as many hosts as volumes, so
+// that the way to most of them is not in the processor's first caches.
+void findManyVolumesByKey(benchmark::State& state) {
+    DRAVEngine& engine = *DRAVEngine::_getInstance();
+    const Uint32 volumes =
+        engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_INITIATOR).size();
+    std::array<String, 1000> keys;
+    for (Uint32 i = 0; i < keys.size(); ++i) {
+        char text[33];
+        std::snprintf(text, sizeof text, "6001405%025X", volumes / Uint32(keys.size()) * i);
+        keys[i] = ManagedObject::hexToBin(text);
+        if (engine.getObjectIDByKey(CLASSID_VOLUME, keys[i]) == 0)
+            state.SkipWithError("no such volume");
+    }
+    std::size_t i = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(engine.getObjectIDByKey(CLASSID_VOLUME, keys[i++ % keys.size()]));
+    bench::report(state, static_cast<std::size_t>(state.iterations()));
+}
+BENCHMARK(findManyVolumesByKey);
 
 void enumerateMappings(benchmark::State& state) {
     bench::Ready<ProtocolControllerForUnitProvider> ready;

@@ -19,7 +19,7 @@ ARRAYS = {
 
 # Array: which benchmarks run on it, in process and on the wire.
 SIZES = ("enumerateHosts|enumerateControllers|enumerateMappings|getHost|getController|"
-         "findHostByName|findVolumeByKey")
+         "findHostByName|findVolumeByKey|findManyVolumesByKey")
 RUNS = {
     "one object of each kind": ("getHost", "getHostOnTheWire/real_time/threads:1$"),
     "100,000 hosts": ("enumerateHosts", "enumerateHostsOnTheWire|loopback"),
@@ -67,6 +67,8 @@ RATIOS = [
         ("a volume found by its key", "findVolumeByKey", 1.3),
     )
 ] + [
+    growth("another volume of 1,000 found each time", "findManyVolumesByKey", "1,000,000",
+           "1,000"),
     ratio("associators of a volume: a unit visited, against reading it", "associatorsOfVolume",
           "10,000 units", "readUnits", at_most=1.5),
     ratio("the same where each target has the volume: controllers are built",
