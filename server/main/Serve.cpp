@@ -4,6 +4,7 @@
 #include "server/auth/GuardedDispatcher.h"
 #include "server/dispatch/ServerDispatcher.h"
 #include "server/http/RequestHandler.h"
+#include "server/main/StandardOutput.h"
 #include "server/main/StateDirectory.h"
 #include "server/monitor/Health.h"
 #include "server/monitor/MeasuredDispatcher.h"
@@ -84,9 +85,9 @@ std::string listenOn(const Options& options, HttpServer& server) {
 }
 
 Gauges gaugesOf(const HttpServer& server, const Options& options,
-                const ServerDispatcher& dispatcher) {
+                const ServerDispatcher& dispatcher, const StandardOutput& output) {
     return {server.connections(), options.limits.workers, server.busyWorkers(),
-            dispatcher.openEnumerations()};
+            dispatcher.openEnumerations(), output.dropped()};
 }
 
 } // namespace
@@ -95,6 +96,7 @@ void serve(const Options& options) {
     if (!options.state.empty()) {
         passStateDirectory(options.state);
     }
+    const StandardOutput output; // the module writes lines to it
     AuditLog audit = openAudit(options);
     Metrics metrics;
     const std::unique_ptr<Authenticator> authenticator = openAuthenticator(options, audit, metrics);
@@ -109,7 +111,7 @@ void serve(const Options& options) {
     RequestHandler handler(measured, authenticator.get(), hostName, options.limits);
     HttpServer* running = nullptr;
     const MonitorPages monitor(
-        [&] { return metrics.text(gaugesOf(*running, options, dispatcher)); },
+        [&] { return metrics.text(gaugesOf(*running, options, dispatcher, output)); },
         [&] { return whyNotHealthy(dispatcher); });
     HttpServer server(
         options.limits,

@@ -67,6 +67,8 @@ std::string Metrics::text(const Gauges& gauges) const {
                   gauges.busyWorkers);
     out += single("smisd_open_enumerations", "gauge", "Enumerations that are open for pulling.",
                   gauges.openEnumerations);
+    out += single("smisd_dropped_lines_total", "counter",
+                  "Lines of standard output that nobody read in time.", gauges.droppedLines);
     return out;
 }
 

@@ -17,6 +17,7 @@ struct Gauges {
     unsigned workers = 0;
     unsigned busyWorkers = 0;
     unsigned openEnumerations = 0;
+    std::uint64_t droppedLines = 0; // a counter that stands elsewhere
 };
 
 // Thread-safe.

@@ -151,5 +151,25 @@ TEST(Stop, OutputThatNobodyReadsEndsNothing) {
     EXPECT_EQ(smisd.stop().status, 0);
 }
 
+// Each of the requests writes a line, and the pipe holds some 1,400 of them.
+TEST(Output, ThatStaysUnreadKeepsNoClientWaiting) {
+    const Array array;
+    Smisd smisd(array.state());
+    std::string hundred;
+    for (int i = 0; i < 100; ++i) {
+        hundred += requestBytes(readFile(std::string(PAIRS) + "/EnumerateHosts.request"));
+    }
+    for (int i = 0; i < 20; ++i) {
+        const std::string answers = roundTrip(smisd.port(), hundred);
+        std::size_t count = 0;
+        for (std::size_t at = 0; (at = answers.find("HTTP/1.1 200 OK\r\n", at)) != answers.npos;
+             ++at) {
+            ++count;
+        }
+        ASSERT_EQ(count, 100U) << i;
+    }
+    EXPECT_EQ(smisd.stop().status, 0);
+}
+
 } // namespace
 } // namespace wire

@@ -47,13 +47,15 @@ TEST(Metrics, SumDurationsInBuckets) {
 TEST(Metrics, ShowFailedLoginsAndGauges) {
     Metrics metrics;
     metrics.loginFailed();
-    const std::string text = metrics.text({3, 8, 2, 1});
+    const std::string text = metrics.text({3, 8, 2, 1, 7});
     EXPECT_THAT(text, HasSubstr("# TYPE smisd_failed_logins_total counter\n"
                                 "smisd_failed_logins_total 1\n"));
     EXPECT_THAT(text, HasSubstr("\nsmisd_connections 3\n"));
     EXPECT_THAT(text, HasSubstr("\nsmisd_workers 8\n"));
     EXPECT_THAT(text, HasSubstr("\nsmisd_workers_busy 2\n"));
     EXPECT_THAT(text, HasSubstr("\nsmisd_open_enumerations 1\n"));
+    EXPECT_THAT(text, HasSubstr("# TYPE smisd_dropped_lines_total counter\n"
+                                "smisd_dropped_lines_total 7\n"));
 }
 
 struct Inner : Dispatcher {
