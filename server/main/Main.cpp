@@ -6,10 +6,14 @@
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <thread>
+
+#include <malloc.h>
 
 namespace {
 
@@ -23,6 +27,14 @@ void startLog(const std::string& level, const std::string& format) {
     spdlog::set_level(spdlog::level::from_str(level));
 }
 
+// Each of many threads would get an arena of its own and keep in it what one answer took; no more
+// of them allocate at once than there are processors.
+void shareArenas() {
+#ifdef M_ARENA_MAX
+    mallopt(M_ARENA_MAX, 2 * std::max(1, static_cast<int>(std::thread::hardware_concurrency())));
+#endif
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -32,6 +44,7 @@ int main(int argc, char** argv) {
     }
     // The module writes to standard output, whose reader may go before the server does.
     std::signal(SIGPIPE, SIG_IGN);
+    shareArenas();
     startLog(parsed.options->logLevel, parsed.options->logFormat);
     try {
         if (parsed.options->hashPasswordFor.empty()) {
