@@ -15,15 +15,19 @@ void HeldAnswer::add(const std::string& piece) {
         _channel.send(framed(piece));
         return;
     }
-    _held += piece;
-    if (_held.size() > _limit) {
+    _held.push_back(piece);
+    _heldBytes += piece.size();
+    if (_heldBytes > _limit) {
         begin();
     }
 }
 
 void HeldAnswer::finish() {
     if (!_begun) {
-        _channel.send(answerHead(_request, _held.size(), _keepOpen) + _held);
+        _held.front().insert(0, answerHead(_request, _heldBytes, _keepOpen));
+        for (std::string& piece : _held) {
+            _channel.send(std::move(piece));
+        }
     } else if (!_request.http10) {
         _channel.send(lastChunk());
     }
@@ -34,7 +38,9 @@ void HeldAnswer::begin() {
     _keepOpen = _keepOpen && !_request.http10;
     _channel.send(_request.http10 ? endlessAnswerHead(_request)
                                   : chunkedAnswerHead(_request, _keepOpen));
-    _channel.send(framed(std::exchange(_held, {})));
+    for (std::string& piece : _held) {
+        _channel.send(framed(std::exchange(piece, {})));
+    }
 }
 
 std::string HeldAnswer::framed(const std::string& piece) const {

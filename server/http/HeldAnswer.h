@@ -6,10 +6,12 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace smisd {
 
-// Collects the pieces of a body. One that stays within the limit is sent whole, with its length.
+// Collects the pieces of a body, one at least. One that stays within the limit is sent when it is
+// complete, with its length.
 // A longer one is begun when it passes the limit: in chunks, or, over HTTP/1.0, up to the end of
 // the connection. From then on an error cannot be reported any more; the caller leaves the body
 // without its end.
@@ -37,7 +39,8 @@ private:
     ResponseChannel& _channel;
     bool _keepOpen;
     bool _begun = false;
-    std::string _held; // until it is begun
+    std::vector<std::string> _held; // until it is begun; never one text, which would be copied
+    std::size_t _heldBytes = 0;
 };
 
 } // namespace smisd

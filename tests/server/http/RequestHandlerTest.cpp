@@ -254,6 +254,20 @@ protected:
     static constexpr int many = 10'000;
 };
 
+TEST_F(LongAnswer, UpToTheLimitGoesOutInPiecesWithItsLength) {
+    dispatcher.answer = [&](ResultSink& sink) {
+        deliver(sink, 250);
+        EXPECT_EQ(channel.sends, 0);
+    };
+    EXPECT_TRUE(handle(enumerateRequest()));
+    EXPECT_EQ(channel.sends, 3);
+    const size_t bodyBegin = channel.bytes.find("\r\n\r\n") + 4;
+    EXPECT_EQ(channel.bytes.size() - bodyBegin, 11510U);
+    EXPECT_THAT(channel.bytes.substr(0, bodyBegin),
+                HasSubstr("\r\ncontent-length: 0000011510\r\n"));
+    EXPECT_TRUE(channel.bytes.ends_with("</CIM>\n"));
+}
+
 TEST_F(LongAnswer, GoesOutInChunksWithoutTrailer) {
     int sendsBefore = 0;
     dispatcher.answer = [&](ResultSink& sink) {
