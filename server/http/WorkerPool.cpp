@@ -12,10 +12,12 @@ WorkerPool::~WorkerPool() {
 }
 
 void WorkerPool::post(Job job) {
-    const std::lock_guard lock(_mutex);
-    _jobs.push_back(std::move(job));
-    startThreadIfNeeded();
-    _jobPosted.notify_one();
+    {
+        const std::lock_guard lock(_mutex);
+        _jobs.push_back(std::move(job));
+        startThreadIfNeeded();
+    }
+    _jobPosted.notify_one(); // who wakes needs the lock
 }
 
 // A job that could run has a thread that will take it.
@@ -33,6 +35,16 @@ void WorkerPool::startThreadIfNeeded() {
     }
 }
 
+bool WorkerPool::canBegin() const {
+    return !_jobs.empty() && _running < _workers && _returning == 0;
+}
+
+void WorkerPool::wakeForNextJob() {
+    if (canBegin()) {
+        _jobPosted.notify_one();
+    }
+}
+
 unsigned WorkerPool::running() const {
     const std::lock_guard lock(_mutex);
     return _running;
@@ -41,9 +53,7 @@ unsigned WorkerPool::running() const {
 void WorkerPool::work() {
     std::unique_lock lock(_mutex);
     for (;;) {
-        _jobPosted.wait(lock, [this] {
-            return _jobs.empty() ? _ending : _running < _workers && _returning == 0;
-        });
+        _jobPosted.wait(lock, [this] { return canBegin() || (_jobs.empty() && _ending); });
         if (_jobs.empty()) {
             _jobPosted.notify_all(); // who looked while jobs were queued looks again
             return;
@@ -53,14 +63,14 @@ void WorkerPool::work() {
         --_idle;
         ++_running;
         startThreadIfNeeded();
+        wakeForNextJob();
         lock.unlock();
         job();
         job = nullptr;
         lock.lock();
         --_running;
         ++_idle;
-        _workerFree.notify_one();
-        _jobPosted.notify_one();
+        _workerFree.notify_one(); // the next job, if nobody returns, is this thread's own
     }
 }
 
@@ -70,7 +80,7 @@ void WorkerPool::whileWaiting(const std::function<void()>& wait) {
         --_running;
         startThreadIfNeeded();
         _workerFree.notify_one();
-        _jobPosted.notify_one();
+        wakeForNextJob();
     }
     wait();
     std::unique_lock lock(_mutex);
@@ -80,8 +90,8 @@ void WorkerPool::whileWaiting(const std::function<void()>& wait) {
     ++_running;
     if (_running < _workers) {
         _workerFree.notify_one();
-        _jobPosted.notify_one();
     }
+    wakeForNextJob();
 }
 
 void WorkerPool::join() {

@@ -37,7 +37,9 @@ public:
 
 private:
     void work();
+    bool canBegin() const; // the first job
     void startThreadIfNeeded();
+    void wakeForNextJob();
 
     const unsigned _workers;
 

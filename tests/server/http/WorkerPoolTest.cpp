@@ -78,6 +78,30 @@ TEST(WorkerPool, EndsAllThreadsThatWereIdleWhenItWasToldToWhileJobsWereQueued) {
     busy.open();
 }
 
+TEST(WorkerPool, AllFreeWorkersBeginJobsOnceOneThatHasWaitedGoesOn) {
+    WorkerPool pool(3);
+    Gate mayReturn;
+    Gate mayEnd;
+    pool.post([&] {
+        pool.whileWaiting([&] { mayReturn.wait(); });
+        mayEnd.wait();
+    });
+    mayReturn.awaitWaiting(1);
+    Gate busy;
+    for (int i = 0; i < 3; ++i) {
+        pool.post([&] { busy.wait(); });
+    }
+    busy.awaitWaiting(3);
+    for (int i = 0; i < 2; ++i) {
+        pool.post([&] { mayEnd.wait(); });
+    }
+    mayReturn.open();
+    std::this_thread::sleep_for(20ms); // it needs a worker now
+    busy.open();
+    mayEnd.awaitWaiting(3);
+    mayEnd.open();
+}
+
 TEST(WorkerPool, JobThatHasWaitedNeedsAFreeWorker) {
     std::atomic<int> running{0};
     std::atomic<int> most{0};
