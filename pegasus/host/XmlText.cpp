@@ -1,29 +1,42 @@
 #include <Pegasus/Common/Utf.h>
 #include <algorithm>
-#include <array>
 #include <host/XmlText.h>
 
 namespace Pegasus::Xml {
 
 namespace {
 
+template<class Unit>
+bool isPlain(Unit c) {
+    return c > 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>' && c != '"' && c != '\'';
+}
+
+// Appends ASCII characters, if all are such as `isFit` takes. No branch in the loop, so that it
+// works on many at a time.
+template<class Unit, class IsFit>
+bool appendIfAll(Text& out, const Unit* units, std::size_t count, IsFit isFit) {
+    char* const to = out.room(count);
+    unsigned unfit = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        to[i] = static_cast<char>(units[i]);
+        unfit |= !isFit(units[i]);
+    }
+    if (unfit == 0)
+        out.added(count);
+    return unfit == 0;
+}
+
 // Replaces what XML would read as markup or lose: special characters, control characters, and
 // blanks that stand at an end or beside another.
 class Escaper {
 public:
-    explicit Escaper(std::string& out) : _out(out) {}
+    explicit Escaper(Text& out) : _out(out) {}
 
-    // Characters that go out as they are, as many as there are at `p`. Most of any text.
+    // Characters that go out as they are, as many as there are at `p`.
     template<class Unit>
     const Unit* takePlain(const Unit* p, const Unit* end) {
-        const Unit* const begin = p;
-        while (p != end && *p < 0x80 && _isPlain[*p])
-            ++p;
-        if (p != begin) {
-            const std::size_t size = _out.size();
-            _out.resize(size + static_cast<std::size_t>(p - begin));
-            std::transform(begin, p, _out.data() + size,
-                           [](Unit c) { return static_cast<char>(c); });
+        for (; p != end && isPlain(*p); ++p) {
+            _out += static_cast<char>(*p);
             _blank = false;
         }
         return p;
@@ -42,14 +55,16 @@ public:
 
     // `start` is where the text began.
     void finish(std::size_t start) {
-        if (_blank && _out.size() != start)
-            _out.replace(_out.size() - 1, 1, "&#32;");
+        if (_blank && _out.size() != start) {
+            _out.cut(_out.size() - 1);
+            _out += "&#32;";
+        }
     }
 
 private:
     void _putUtf8(Uint32 c) {
-        char bytes[4];
-        _out.append(bytes, Utf::writeUtf8(bytes, c));
+        char* const bytes = _out.room(4);
+        _out.added(static_cast<std::size_t>(Utf::writeUtf8(bytes, c) - bytes));
     }
 
     void _putReference(Uint32 c) {
@@ -74,30 +89,31 @@ private:
         }
     }
 
-    static constexpr std::array<bool, 0x80> _isPlain = [] {
-        std::array<bool, 0x80> plain = {};
-        std::fill(plain.begin() + 0x21, plain.begin() + 0x7F, true);
-        for (const char c : {'&', '<', '>', '"', '\''})
-            plain[static_cast<std::size_t>(c)] = false;
-        return plain;
-    }();
-
-    std::string& _out;
+    Text& _out;
     bool _blank = true; // the last character is a blank as it is, or this is the start
 };
 
 } // namespace
 
-void appendEscaped(std::string& out, const String& text) {
+void appendName(Text& out, const CIMName& name) {
+    const String& text = name.getString();
+    const auto isAscii = [](Uint16 c) { return c < 0x80; };
+    if (!appendIfAll(out, text.getChar16Data(), text.size(), isAscii))
+        appendEscaped(out, text);
+}
+
+void appendEscaped(Text& out, const String& text) {
+    const Char16 *p = text.getChar16Data(), *const end = p + text.size();
+    if (appendIfAll(out, p, text.size(), isPlain<Uint16>)) // most texts
+        return;
     const std::size_t start = out.size();
     Escaper escaper(out);
-    const Char16 *p = text.getChar16Data(), *const end = p + text.size();
     while ((p = escaper.takePlain(p, end)) != end)
         escaper.put(Utf::readUtf16(p, end));
     escaper.finish(start);
 }
 
-void appendEscaped(std::string& out, std::string_view utf8) {
+void appendEscaped(Text& out, std::string_view utf8) {
     const std::size_t start = out.size();
     Escaper escaper(out);
     const auto* p = reinterpret_cast<const unsigned char*>(utf8.data());

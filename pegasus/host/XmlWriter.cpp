@@ -1,70 +1,69 @@
 // Qualifiers, properties, instances, classes and arguments
 
+#include <Pegasus/Common/CIMObjectRep.h>
+#include <Pegasus/Common/CIMPropertyRep.h>
 #include <host/XmlText.h>
 
 namespace Pegasus::Xml {
 
 namespace {
 
+void appendNameAttribute(Text& out, std::string_view attribute, const CIMName& name) {
+    out.append(attribute).append("=\"");
+    appendName(out, name);
+    out += '"';
+}
+
 // CLASSORIGIN and PROPAGATED of a property or method.
-template<class T>
-void appendOrigin(std::string& out, const T& x, const Parts& parts) {
-    if (parts.classOrigin && !x.getClassOrigin().isNull())
-        appendAttribute(out, " CLASSORIGIN", x.getClassOrigin().getString());
-    if (x.getPropagated())
+void appendOrigin(Text& out, const CIMName& classOrigin, bool propagated, const Parts& parts) {
+    if (parts.classOrigin && !classOrigin.isNull())
+        appendNameAttribute(out, " CLASSORIGIN", classOrigin);
+    if (propagated)
         out += " PROPAGATED=\"true\"";
 }
 
+void appendQualifiers(Text& out, const NamedList<CIMQualifier>& qualifiers, const Parts& parts) {
+    for (Uint32 i = 0; parts.qualifiers && i < qualifiers.size(); ++i)
+        appendQualifier(out, qualifiers[i]);
+}
+
+// Of a method or a parameter.
 template<class T>
-void appendQualifiers(std::string& out, const T& x, const Parts& parts) {
+void appendQualifiersOf(Text& out, const T& x, const Parts& parts) {
     for (Uint32 i = 0; parts.qualifiers && i < x.getQualifierCount(); ++i)
         appendQualifier(out, x.getQualifier(i));
 }
 
-template<class T>
-void appendProperties(std::string& out, const T& x, const Parts& parts) {
-    if (parts.properties.isNull()) {
-        for (Uint32 i = 0; i < x.getPropertyCount(); ++i)
-            appendProperty(out, x.getProperty(i), parts);
-        return;
-    }
-    for (Uint32 i = 0; i < parts.properties.size(); ++i) {
-        const Uint32 index = x.findProperty(parts.properties[i]);
-        if (index != PEG_NOT_FOUND)
-            appendProperty(out, x.getProperty(index), parts);
-    }
-}
-
-void appendArraySize(std::string& out, Uint32 size) {
+void appendArraySize(Text& out, Uint32 size) {
     if (size != 0)
-        appendPlainAttribute(out, " ARRAYSIZE", std::to_string(size));
+        out.append(" ARRAYSIZE=\"").append(std::to_string(size)) += '"';
 }
 
-void appendParameter(std::string& out, const CIMConstParameter& parameter, const Parts& parts) {
+void appendParameter(Text& out, const CIMConstParameter& parameter, const Parts& parts) {
     const bool reference = parameter.getType() == CIMTYPE_REFERENCE;
-    const char* const element =
+    const std::string_view element =
         reference             ? parameter.isArray() ? "PARAMETER.REFARRAY" : "PARAMETER.REFERENCE"
         : parameter.isArray() ? "PARAMETER.ARRAY"
                               : "PARAMETER";
-    out.append("<").append(element).append(" ");
-    appendAttribute(out, "NAME", parameter.getName().getString());
+    out.append("<").append(element);
+    appendNameAttribute(out, " NAME", parameter.getName());
     if (reference)
-        appendAttribute(out, " REFERENCECLASS", parameter.getReferenceClassName().getString());
+        appendNameAttribute(out, " REFERENCECLASS", parameter.getReferenceClassName());
     else
-        appendPlainAttribute(out, " TYPE", typeName(parameter.getType()));
+        out.append(" TYPE=\"").append(typeName(parameter.getType())) += '"';
     appendArraySize(out, parameter.getArraySize());
     out += ">\n";
-    appendQualifiers(out, parameter, parts);
+    appendQualifiersOf(out, parameter, parts);
     out.append("</").append(element).append(">\n");
 }
 
-void appendMethod(std::string& out, const CIMConstMethod& method, const Parts& parts) {
-    out += "<METHOD ";
-    appendAttribute(out, "NAME", method.getName().getString());
-    appendPlainAttribute(out, " TYPE", typeName(method.getType()));
-    appendOrigin(out, method, parts);
+void appendMethod(Text& out, const CIMConstMethod& method, const Parts& parts) {
+    out += "<METHOD NAME=\"";
+    appendName(out, method.getName());
+    out.append("\" TYPE=\"").append(typeName(method.getType())) += '"';
+    appendOrigin(out, method.getClassOrigin(), method.getPropagated(), parts);
     out += ">\n";
-    appendQualifiers(out, method, parts);
+    appendQualifiersOf(out, method, parts);
     for (Uint32 i = 0; i < method.getParameterCount(); ++i)
         appendParameter(out, method.getParameter(i), parts);
     out += "</METHOD>\n";
@@ -72,11 +71,11 @@ void appendMethod(std::string& out, const CIMConstMethod& method, const Parts& p
 
 } // namespace
 
-void appendQualifier(std::string& out, const CIMConstQualifier& qualifier) {
+void appendQualifier(Text& out, const CIMConstQualifier& qualifier) {
     const CIMFlavor& flavor = qualifier.getFlavor();
-    out += "<QUALIFIER ";
-    appendAttribute(out, "NAME", qualifier.getName().getString());
-    appendPlainAttribute(out, " TYPE", typeName(qualifier.getType()));
+    out += "<QUALIFIER NAME=\"";
+    appendName(out, qualifier.getName());
+    out.append("\" TYPE=\"").append(typeName(qualifier.getType())) += '"';
     if (qualifier.getPropagated())
         out += " PROPAGATED=\"true\"";
     if (!flavor.hasFlavor(CIMFlavor::OVERRIDABLE))
@@ -90,73 +89,100 @@ void appendQualifier(std::string& out, const CIMConstQualifier& qualifier) {
     out += "</QUALIFIER>\n";
 }
 
-void appendProperty(std::string& out, const CIMConstProperty& property, const Parts& parts) {
-    const CIMValue& value = property.getValue();
+static void appendPropertyOf(Text& out, const CIMPropertyRep& property, const Parts& parts) {
+    const CIMValue& value = property.value;
     const bool reference = value.getType() == CIMTYPE_REFERENCE;
-    const char* const element = reference         ? "PROPERTY.REFERENCE"
-                                : value.isArray() ? "PROPERTY.ARRAY"
-                                                  : "PROPERTY";
-    out.append("<").append(element).append(" ");
-    appendAttribute(out, "NAME", property.getName().getString());
+    const std::string_view element = reference         ? "PROPERTY.REFERENCE"
+                                     : value.isArray() ? "PROPERTY.ARRAY"
+                                                       : "PROPERTY";
+    out.append("<").append(element);
+    appendNameAttribute(out, " NAME", property.name);
     out += ' ';
-    if (reference && !property.getReferenceClassName().isNull())
-        appendAttribute(out, " REFERENCECLASS", property.getReferenceClassName().getString());
-    appendOrigin(out, property, parts);
-    if (!reference)
-        appendType(out, " TYPE", value);
-    appendArraySize(out, property.getArraySize());
+    if (reference && !property.referenceClassName.isNull())
+        appendNameAttribute(out, " REFERENCECLASS", property.referenceClassName);
+    appendOrigin(out, property.classOrigin, property.propagated, parts);
+    if (!reference) {
+        out += " TYPE=\"";
+        appendTypeOf(out, value);
+    }
+    appendArraySize(out, property.arraySize);
     out += ">\n";
-    appendQualifiers(out, property, parts);
+    appendQualifiers(out, property.qualifiers, parts);
     appendValue(out, value);
     out.append("</").append(element).append(">\n");
 }
 
-void appendInstance(std::string& out, const CIMConstInstance& instance, const Parts& parts) {
-    out += "<INSTANCE ";
-    appendAttribute(out, "CLASSNAME", instance.getClassName().getString());
-    out += " >\n";
-    appendQualifiers(out, instance, parts);
-    appendProperties(out, instance, parts);
+void appendProperty(Text& out, const CIMConstProperty& property, const Parts& parts) {
+    appendPropertyOf(out, PropertyAccess::content(property), parts);
+}
+
+static void appendProperties(Text& out, const NamedList<CIMProperty>& all, const Parts& parts) {
+    if (parts.properties.isNull()) {
+        for (Uint32 i = 0; i < all.size(); ++i)
+            appendPropertyOf(out, PropertyAccess::content(all[i]), parts);
+        return;
+    }
+    for (Uint32 i = 0; i < parts.properties.size(); ++i) {
+        const Uint32 index = all.find(parts.properties[i]);
+        if (index != PEG_NOT_FOUND)
+            appendPropertyOf(out, PropertyAccess::content(all[index]), parts);
+    }
+}
+
+static void appendInstanceOf(Text& out, const CIMObjectRep& instance, const Parts& parts) {
+    out += "<INSTANCE CLASSNAME=\"";
+    appendName(out, instance.path.getClassName());
+    out += "\" >\n";
+    appendQualifiers(out, instance.qualifiers, parts);
+    appendProperties(out, instance.properties, parts);
     out += "</INSTANCE>\n";
 }
 
-void appendClass(std::string& out, const CIMConstClass& cimClass, const Parts& parts) {
-    out += "<CLASS ";
-    appendAttribute(out, "NAME", cimClass.getClassName().getString());
-    out += ' ';
+void appendInstance(Text& out, const CIMInstance& instance, const Parts& parts) {
+    appendInstanceOf(out, ObjectAccess::content(instance), parts);
+}
+
+void appendClass(Text& out, const CIMConstClass& cimClass, const Parts& parts) {
+    out += "<CLASS NAME=\"";
+    appendName(out, cimClass.getClassName());
+    out += "\" ";
     if (!cimClass.getSuperClassName().isNull()) {
-        appendAttribute(out, " SUPERCLASS", cimClass.getSuperClassName().getString());
+        appendNameAttribute(out, " SUPERCLASS", cimClass.getSuperClassName());
         out += ' ';
     }
     out += ">\n";
-    appendQualifiers(out, cimClass, parts);
-    appendProperties(out, cimClass, parts);
+    const CIMObjectRep& content = ObjectAccess::content(cimClass);
+    appendQualifiers(out, content.qualifiers, parts);
+    appendProperties(out, content.properties, parts);
     for (Uint32 i = 0; i < cimClass.getMethodCount(); ++i)
         appendMethod(out, cimClass.getMethod(i), parts);
     out += "</CLASS>\n";
 }
 
-void appendObject(std::string& out, const CIMConstObject& object, const Parts& parts) {
+void appendObject(Text& out, const CIMConstObject& object, const Parts& parts) {
     if (object.isClass())
         appendClass(out, CIMConstClass(object), parts);
     else
-        appendInstance(out, CIMConstInstance(object), parts);
+        appendInstanceOf(out, ObjectAccess::content(object), parts);
 }
 
-void appendParamValue(std::string& out, const CIMParamValue& param) {
+void appendParamValue(Text& out, const CIMParamValue& param) {
     const CIMValue value = param.getValue();
-    out += "<PARAMVALUE ";
-    appendAttribute(out, "NAME", param.getParameterName());
-    if (param.isTyped())
-        appendType(out, " PARAMTYPE", value);
+    out += "<PARAMVALUE NAME=\"";
+    appendEscaped(out, param.getParameterName());
+    out += '"';
+    if (param.isTyped()) {
+        out += " PARAMTYPE=\"";
+        appendTypeOf(out, value);
+    }
     out += ">\n";
     appendValue(out, value);
     out += "</PARAMVALUE>\n";
 }
 
-void appendReturnValue(std::string& out, const CIMValue& value) {
-    out += "<RETURNVALUE ";
-    appendType(out, "PARAMTYPE", value);
+void appendReturnValue(Text& out, const CIMValue& value) {
+    out += "<RETURNVALUE PARAMTYPE=\"";
+    appendTypeOf(out, value);
     out += ">\n";
     appendValue(out, value);
     out += "</RETURNVALUE>\n";

@@ -1,4 +1,4 @@
-// CIM-XML (DSP0201) of values, paths, instances and classes, appended to a UTF-8 text.
+// CIM-XML (DSP0201) of values, paths, instances and classes, appended to a text.
 //
 // Nothing here throws but std::bad_alloc, UninitializedObjectException for an uninitialized handle,
 // and MalformedObjectNameException for a REFERENCE key whose text is no path. What was appended
@@ -15,7 +15,7 @@
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/CIMValue.h>
-#include <string>
+#include <host/Text.h>
 #include <string_view>
 
 namespace Pegasus::Xml {
@@ -31,44 +31,41 @@ struct Parts {
 
 // Text with the characters replaced that XML or its white-space rules would change. Fit for
 // content and for attributes in double quotes.
-PEGASUS_EXPORT void appendEscaped(std::string& out, const String& text);
-PEGASUS_EXPORT void appendEscaped(std::string& out, std::string_view utf8);
+PEGASUS_EXPORT void appendEscaped(Text& out, const String& text);
+PEGASUS_EXPORT void appendEscaped(Text& out, std::string_view utf8);
 
 // VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for a null.
-PEGASUS_EXPORT void appendValue(std::string& out, const CIMValue& value);
+PEGASUS_EXPORT void appendValue(Text& out, const CIMValue& value);
 
-PEGASUS_EXPORT void appendQualifier(std::string& out, const CIMConstQualifier& qualifier);
+PEGASUS_EXPORT void appendQualifier(Text& out, const CIMConstQualifier& qualifier);
 // PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE
-PEGASUS_EXPORT void appendProperty(std::string& out, const CIMConstProperty& property,
+PEGASUS_EXPORT void appendProperty(Text& out, const CIMConstProperty& property,
                                    const Parts& parts = {});
 // INSTANCE: without its path
-PEGASUS_EXPORT void appendInstance(std::string& out, const CIMConstInstance& instance,
-                                   const Parts& parts = {});
-PEGASUS_EXPORT void appendClass(std::string& out, const CIMConstClass& cimClass,
-                                const Parts& parts = {});
+PEGASUS_EXPORT void appendInstance(Text& out, const CIMInstance& instance, const Parts& parts = {});
+PEGASUS_EXPORT void appendClass(Text& out, const CIMConstClass& cimClass, const Parts& parts = {});
 // INSTANCE or CLASS
-PEGASUS_EXPORT void appendObject(std::string& out, const CIMConstObject& object,
-                                 const Parts& parts = {});
+PEGASUS_EXPORT void appendObject(Text& out, const CIMConstObject& object, const Parts& parts = {});
 
 // INSTANCENAME: class and keys
-PEGASUS_EXPORT void appendInstanceName(std::string& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendInstanceName(Text& out, const CIMObjectPath& path);
 // LOCALNAMESPACEPATH
-PEGASUS_EXPORT void appendLocalNamespacePath(std::string& out, const CIMNamespaceName& nameSpace);
+PEGASUS_EXPORT void appendLocalNamespacePath(Text& out, const CIMNamespaceName& nameSpace);
 // NAMESPACEPATH: HOST and LOCALNAMESPACEPATH
-PEGASUS_EXPORT void appendNamespacePath(std::string& out, const String& host,
+PEGASUS_EXPORT void appendNamespacePath(Text& out, const String& host,
                                         const CIMNamespaceName& nameSpace);
-PEGASUS_EXPORT void appendLocalInstancePath(std::string& out, const CIMObjectPath& path);
-PEGASUS_EXPORT void appendInstancePath(std::string& out, const CIMObjectPath& path);
-PEGASUS_EXPORT void appendClassName(std::string& out, const CIMName& className);
-PEGASUS_EXPORT void appendLocalClassPath(std::string& out, const CIMObjectPath& path);
-PEGASUS_EXPORT void appendClassPath(std::string& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendLocalInstancePath(Text& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendInstancePath(Text& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendClassName(Text& out, const CIMName& className);
+PEGASUS_EXPORT void appendLocalClassPath(Text& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendClassPath(Text& out, const CIMObjectPath& path);
 // VALUE.REFERENCE around INSTANCEPATH, LOCALINSTANCEPATH or INSTANCENAME: with what the path has of
 // host and namespace.
-PEGASUS_EXPORT void appendValueReference(std::string& out, const CIMObjectPath& path);
+PEGASUS_EXPORT void appendValueReference(Text& out, const CIMObjectPath& path);
 
-PEGASUS_EXPORT void appendParamValue(std::string& out, const CIMParamValue& param);
+PEGASUS_EXPORT void appendParamValue(Text& out, const CIMParamValue& param);
 // RETURNVALUE
-PEGASUS_EXPORT void appendReturnValue(std::string& out, const CIMValue& value);
+PEGASUS_EXPORT void appendReturnValue(Text& out, const CIMValue& value);
 
 } // namespace Pegasus::Xml
 

@@ -9,12 +9,12 @@ using namespace Pegasus;
 namespace smisd {
 namespace {
 
-void appendFlag(std::string& out, const char* attribute, bool value) {
-    out += std::string(" ") + attribute + (value ? "=\"true\"" : "=\"false\"");
+void appendFlag(Text& out, const char* attribute, bool value) {
+    out.append(" ").append(attribute).append(value ? "=\"true\"" : "=\"false\"");
 }
 
 // Only what differs from the defaults of the DTD.
-void appendFlavor(std::string& out, const CIMFlavor& flavor) {
+void appendFlavor(Text& out, const CIMFlavor& flavor) {
     if (!flavor.hasFlavor(CIMFlavor::OVERRIDABLE)) {
         appendFlag(out, "OVERRIDABLE", false);
     }
@@ -26,7 +26,7 @@ void appendFlavor(std::string& out, const CIMFlavor& flavor) {
     }
 }
 
-void appendScope(std::string& out, const QualifierScope& scope) {
+void appendScope(Text& out, const QualifierScope& scope) {
     const struct {
         const char* attribute;
         bool included;
@@ -45,10 +45,10 @@ void appendScope(std::string& out, const QualifierScope& scope) {
 
 } // namespace
 
-void appendQualifierDeclaration(std::string& out, const QualifierDeclaration& declaration) {
+void appendQualifierDeclaration(Text& out, const QualifierDeclaration& declaration) {
     out += "<QUALIFIER.DECLARATION NAME=\"";
     Xml::appendEscaped(out, declaration.name.getString());
-    out += std::string("\" TYPE=\"") + cimTypeToString(declaration.value.getType()) + "\"";
+    out.append("\" TYPE=\"").append(cimTypeToString(declaration.value.getType())).append("\"");
     if (declaration.value.isArray()) {
         appendFlag(out, "ISARRAY", true);
     }

@@ -3,11 +3,11 @@
 
 #include "server/operation/QualifierDeclaration.h"
 
-#include <string>
+#include <host/Text.h>
 
 namespace smisd {
 
 // Appends a QUALIFIER.DECLARATION.
-void appendQualifierDeclaration(std::string& out, const QualifierDeclaration& declaration);
+void appendQualifierDeclaration(Pegasus::Text& out, const QualifierDeclaration& declaration);
 
 } // namespace smisd

@@ -18,9 +18,10 @@ const char* responseElement(const MessageHead& head) {
     return head.intrinsic ? "IMETHODRESPONSE" : "METHODRESPONSE";
 }
 
-std::string startOf(const MessageHead& head) {
-    std::string text = "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n"
-                       "<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">\n<MESSAGE ID=\"";
+Text startOf(const MessageHead& head) {
+    Text text;
+    text += "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n"
+            "<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">\n<MESSAGE ID=\"";
     Xml::appendEscaped(text, std::string_view(head.messageId));
     text += "\" PROTOCOLVERSION=\"1.0\">\n<SIMPLERSP>\n<";
     text += responseElement(head);
@@ -77,15 +78,15 @@ std::string ResponseWriter::finish() {
     if (_hasResults) {
         _text += "</IRETURNVALUE>\n";
     }
-    _text += _outParameters;
-    return std::exchange(_text, {}) + endOf(_head);
+    _text += _outParameters.view();
+    _text += endOf(_head);
+    return std::string(_text.view());
 }
 
 std::string ResponseWriter::finishAfterError() {
     if (!_flushed) {
-        return startOf(_head) + endOf(_head);
+        return std::string(startOf(_head).view()) + endOf(_head);
     }
-    _text.clear();
     return "</IRETURNVALUE>\n" + endOf(_head);
 }
 
@@ -105,7 +106,8 @@ void ResponseWriter::flushIfDue() {
     }
     _pendingCount = 0;
     _flushed = true;
-    _flush(std::exchange(_text, {}));
+    _flush(_text.view());
+    _text.clear();
 }
 
 void ResponseWriter::limitProperties(const CIMPropertyList& properties) {
@@ -117,11 +119,11 @@ void ResponseWriter::includeClassOrigin() {
 }
 
 void ResponseWriter::instance(const CIMInstance& instance) {
-    add([&](std::string& out) { Xml::appendInstance(out, instance, _parts); });
+    add([&](Text& out) { Xml::appendInstance(out, instance, _parts); });
 }
 
 void ResponseWriter::namedInstance(const CIMInstance& instance) {
-    add([&](std::string& out) {
+    add([&](Text& out) {
         out += "<VALUE.NAMEDINSTANCE>\n";
         Xml::appendInstanceName(out, instance.getPath());
         Xml::appendInstance(out, instance, _parts);
@@ -130,11 +132,11 @@ void ResponseWriter::namedInstance(const CIMInstance& instance) {
 }
 
 void ResponseWriter::instanceName(const CIMObjectPath& path) {
-    add([&](std::string& out) { Xml::appendInstanceName(out, path); });
+    add([&](Text& out) { Xml::appendInstanceName(out, path); });
 }
 
 void ResponseWriter::objectWithPath(const CIMObject& object) {
-    add([&](std::string& out) {
+    add([&](Text& out) {
         out += "<VALUE.OBJECTWITHPATH>\n";
         if (object.isClass()) {
             Xml::appendClassPath(out, object.getPath());
@@ -147,7 +149,7 @@ void ResponseWriter::objectWithPath(const CIMObject& object) {
 }
 
 void ResponseWriter::objectPath(const CIMObjectPath& path) {
-    add([&](std::string& out) {
+    add([&](Text& out) {
         out += "<OBJECTPATH>\n";
         if (_ofClass) {
             Xml::appendClassPath(out, path);
@@ -159,7 +161,7 @@ void ResponseWriter::objectPath(const CIMObjectPath& path) {
 }
 
 void ResponseWriter::instanceWithPath(const CIMObjectPath& path, const CIMInstance& instance) {
-    add([&](std::string& out) {
+    add([&](Text& out) {
         out += "<VALUE.INSTANCEWITHPATH>\n";
         Xml::appendInstancePath(out, path);
         Xml::appendInstance(out, instance, _parts);
@@ -168,14 +170,14 @@ void ResponseWriter::instanceWithPath(const CIMObjectPath& path, const CIMInstan
 }
 
 void ResponseWriter::instancePath(const CIMObjectPath& path) {
-    add([&](std::string& out) { Xml::appendInstancePath(out, path); });
+    add([&](Text& out) { Xml::appendInstancePath(out, path); });
 }
 
 void ResponseWriter::returnValue(const CIMValue& value) {
     if (!_head.intrinsic) {
         Xml::appendReturnValue(_text, value);
     } else if (!value.isNull()) {
-        add([&](std::string& out) { Xml::appendValue(out, value); });
+        add([&](Text& out) { Xml::appendValue(out, value); });
     }
 }
 
@@ -184,22 +186,24 @@ void ResponseWriter::outParameter(const CIMParamValue& parameter) {
 }
 
 void ResponseWriter::classDeclaration(const CIMClass& declaration) {
-    add([&](std::string& out) { Xml::appendClass(out, declaration); });
+    add([&](Text& out) { Xml::appendClass(out, declaration); });
 }
 
 void ResponseWriter::className(const CIMName& name) {
-    add([&](std::string& out) { Xml::appendClassName(out, name); });
+    add([&](Text& out) { Xml::appendClassName(out, name); });
 }
 
 void ResponseWriter::qualifier(const QualifierDeclaration& declaration) {
-    add([&](std::string& out) { appendQualifierDeclaration(out, declaration); });
+    add([&](Text& out) { appendQualifierDeclaration(out, declaration); });
 }
 
 std::string errorBody(const MessageHead& head, const CIMException& error) {
-    std::string text =
-        startOf(head) + "<ERROR CODE=\"" + std::to_string(error.getCode()) + "\" DESCRIPTION=\"";
+    Text text = startOf(head);
+    text.append("<ERROR CODE=\"").append(std::to_string(error.getCode()));
+    text += "\" DESCRIPTION=\"";
     Xml::appendEscaped(text, std::string_view(errorDescription(error)));
-    return text + "\"/>" + endOf(head);
+    text.append("\"/>").append(endOf(head));
+    return std::string(text.view());
 }
 
 std::string errorDescription(const CIMException& error) {

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace smisd {
 
@@ -20,7 +21,7 @@ namespace smisd {
 // results. What it throws, passes through the delivering call. One thread at a time.
 class ResponseWriter : public ResultSink {
 public:
-    using Flush = std::function<void(std::string piece)>;
+    using Flush = std::function<void(std::string_view piece)>;
 
     // `head` and `operation` outlive the writer.
     ResponseWriter(const MessageHead& head, const Operation& operation, Flush flush = nullptr);
@@ -56,12 +57,12 @@ private:
 
     const MessageHead& _head;
     const Flush _flush;
-    bool _ofClass;              // the operation is on the associations of a class
-    Pegasus::Xml::Parts _parts; // what of an instance goes out
-    std::string _text;          // of the body, not yet flushed
-    std::string _outParameters; // follow what is returned
-    unsigned _pendingCount = 0; // of results in _text
-    bool _hasResults = false;   // IRETURNVALUE was opened
+    bool _ofClass;                // the operation is on the associations of a class
+    Pegasus::Xml::Parts _parts;   // what of an instance goes out
+    Pegasus::Text _text;          // of the body, not yet flushed
+    Pegasus::Text _outParameters; // follow what is returned
+    unsigned _pendingCount = 0;   // of results in _text
+    bool _hasResults = false;     // IRETURNVALUE was opened
     bool _flushed = false;
 };
 

@@ -10,12 +10,12 @@ HeldAnswer::HeldAnswer(const CimRequest& request, bool keepOpen, std::size_t lim
                        ResponseChannel& channel)
     : _request(request), _limit(limit), _channel(channel), _keepOpen(keepOpen) {}
 
-void HeldAnswer::add(const std::string& piece) {
+void HeldAnswer::add(std::string_view piece) {
     if (_begun) {
         _channel.send(framed(piece));
         return;
     }
-    _held.push_back(piece);
+    _held.emplace_back(piece);
     _heldBytes += piece.size();
     if (_heldBytes > _limit) {
         begin();
@@ -43,8 +43,8 @@ void HeldAnswer::begin() {
     }
 }
 
-std::string HeldAnswer::framed(const std::string& piece) const {
-    return _request.http10 ? piece : chunk(piece);
+std::string HeldAnswer::framed(std::string_view piece) const {
+    return _request.http10 ? std::string(piece) : chunk(piece);
 }
 
 } // namespace smisd

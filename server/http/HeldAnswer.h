@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace smisd {
@@ -22,7 +23,7 @@ public:
     HeldAnswer(const CimRequest& request, bool keepOpen, std::size_t limit,
                ResponseChannel& channel);
 
-    void add(const std::string& piece);
+    void add(std::string_view piece);
     void finish();
 
     // Whether a part of it was sent.
@@ -32,7 +33,7 @@ public:
 
 private:
     void begin();
-    std::string framed(const std::string& piece) const;
+    std::string framed(std::string_view piece) const;
 
     const CimRequest& _request;
     const std::size_t _limit;

@@ -76,7 +76,7 @@ bool sendWhole(const Exchange& exchange, const std::string& body) {
 // gone ends the connection: the client sees that the end is missing.
 bool answerPlain(const Exchange& exchange) {
     HeldAnswer held(exchange.request, exchange.keepOpen, exchange.answerBytes, exchange.channel);
-    ResponseWriter writer = writerOf(exchange, [&](const std::string& piece) { held.add(piece); });
+    ResponseWriter writer = writerOf(exchange, [&](std::string_view piece) { held.add(piece); });
     const Error error = carriedOut(exchange, writer);
     if (!error) {
         held.add(writer.finish());
@@ -95,7 +95,7 @@ bool answerPlain(const Exchange& exchange) {
 // after the first chunk has its bare text there, as OpenPegasus does it.
 bool answerInChunks(const Exchange& exchange) {
     std::string head = chunkedAnswerHead(exchange.request, exchange.keepOpen);
-    const auto send = [&](const std::string& piece) {
+    const auto send = [&](std::string_view piece) {
         exchange.channel.send(std::exchange(head, {}) + chunk(piece));
     };
     ResponseWriter writer = writerOf(exchange, send);

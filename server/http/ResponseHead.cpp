@@ -84,10 +84,12 @@ std::string endlessAnswerHead(const CimRequest& request) {
     return startOfAnswer() + operationHeaders(request) + endOfHead(false);
 }
 
-std::string chunk(const std::string& piece) {
+std::string chunk(std::string_view piece) {
     std::array<char, 32> size{};
     std::snprintf(size.data(), size.size(), "%zx", piece.size());
-    return size.data() + (endOfLine + piece) + endOfLine;
+    std::string text;
+    text.reserve(piece.size() + size.size() + 4); // of pieces this long a copy is enough
+    return text.append(size.data()).append(endOfLine).append(piece).append(endOfLine);
 }
 
 std::string lastChunk() {

@@ -137,9 +137,9 @@ Uint32 CIMConstObject::getPropertyCount() const {
 }
 
 String CIMConstObject::toString() const {
-    std::string xml;
+    Text xml;
     Xml::appendObject(xml, *this);
-    return String(xml.data(), static_cast<Uint32>(xml.size()));
+    return String(xml.view().data(), static_cast<Uint32>(xml.size()));
 }
 
 Boolean CIMConstObject::identical(const CIMConstObject& x) const {

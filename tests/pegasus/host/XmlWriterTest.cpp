@@ -6,18 +6,19 @@ using namespace Pegasus;
 
 // What one of the writers appends for its arguments.
 template<class... Parameter, class... Argument>
-static std::string xml(void (*writer)(std::string&, Parameter...), const Argument&... arguments) {
-    std::string out = "|";
+static std::string xml(void (*writer)(Text&, Parameter...), const Argument&... arguments) {
+    Text out;
+    out += '|';
     writer(out, arguments...);
-    return out;
+    return std::string(out.view());
 }
 
 static std::string escaped(const String& text) {
-    std::string out, fromUtf8;
+    Text out, fromUtf8;
     Xml::appendEscaped(out, text);
     Xml::appendEscaped(fromUtf8, std::string_view(utf8(text)));
-    EXPECT_EQ(out, fromUtf8);
-    return out;
+    EXPECT_EQ(out.view(), fromUtf8.view());
+    return std::string(out.view());
 }
 
 static std::string value(const CIMValue& x) {
@@ -50,10 +51,10 @@ TEST(XmlEscapes, OtherCharactersAreRawUtf8) {
 }
 
 TEST(XmlEscapes, MalformedUtf8IsReplaced) {
-    std::string out;
+    Text out;
     Xml::appendEscaped(out, std::string_view("a\xFF"
                                              "b"));
-    EXPECT_EQ(out, "a\xEF\xBF\xBD"
+    EXPECT_EQ(out.view(), "a\xEF\xBF\xBD"
                    "b");
 }
 
@@ -165,7 +166,7 @@ static CIMInstance sample() {
 
 TEST(XmlInstance, WritesEverythingByDefault) {
     EXPECT_EQ(
-        xml(Xml::appendInstance, CIMConstInstance(sample()), Xml::Parts()),
+        xml(Xml::appendInstance, sample(), Xml::Parts()),
         "|<INSTANCE CLASSNAME=\"C\" >\n"
         "<QUALIFIER NAME=\"Q\" TYPE=\"boolean\">\n<VALUE>TRUE</VALUE>\n</QUALIFIER>\n"
         "<PROPERTY NAME=\"Id\"  CLASSORIGIN=\"Base\" PROPAGATED=\"true\" TYPE=\"string\">\n"
@@ -186,7 +187,7 @@ TEST(XmlInstance, LeavesQualifiersAndOriginOut) {
     Xml::Parts parts;
     parts.qualifiers = false;
     parts.classOrigin = false;
-    const std::string out = xml(Xml::appendInstance, CIMConstInstance(sample()), parts);
+    const std::string out = xml(Xml::appendInstance, sample(), parts);
     EXPECT_EQ(out.find("QUALIFIER"), std::string::npos);
     EXPECT_EQ(out.find("CLASSORIGIN"), std::string::npos);
     EXPECT_NE(out.find("PROPAGATED"), std::string::npos);
@@ -200,13 +201,13 @@ TEST(XmlInstance, TakesThePropertiesOfTheListInItsOrderWithTheirOwnSpelling) {
     parts.qualifiers = false;
     parts.classOrigin = false;
     parts.properties = CIMPropertyList(names);
-    EXPECT_EQ(xml(Xml::appendInstance, CIMConstInstance(sample()), parts),
+    EXPECT_EQ(xml(Xml::appendInstance, sample(), parts),
               "|<INSTANCE CLASSNAME=\"C\" >\n"
               "<PROPERTY NAME=\"Null\"  TYPE=\"uint8\">\n</PROPERTY>\n"
               "<PROPERTY NAME=\"Id\"  PROPAGATED=\"true\" TYPE=\"string\">\n<VALUE>x</VALUE>\n"
               "</PROPERTY>\n</INSTANCE>\n");
     parts.properties = CIMPropertyList(Array<CIMName>());
-    EXPECT_EQ(xml(Xml::appendInstance, CIMConstInstance(sample()), parts),
+    EXPECT_EQ(xml(Xml::appendInstance, sample(), parts),
               "|<INSTANCE CLASSNAME=\"C\" >\n</INSTANCE>\n");
 }
 
@@ -228,6 +229,15 @@ TEST(XmlClass, WritesSuperclassMethodsAndParameters) {
               "<PARAMETER.REFERENCE NAME=\"r\" REFERENCECLASS=\"D\">\n</PARAMETER.REFERENCE>\n"
               "<PARAMETER.REFARRAY NAME=\"rs\" REFERENCECLASS=\"D\">\n</PARAMETER.REFARRAY>\n"
               "</METHOD>\n</CLASS>\n");
+}
+
+TEST(XmlInstance, NamesMayHaveOtherThanAsciiLetters) {
+    CIMInstance instance(CIMName("Caf\xC3\xA9"));
+    instance.addProperty(CIMProperty(CIMName("\xC3\x84"), CIMValue(String("a b"))));
+    EXPECT_EQ(xml(Xml::appendInstance, instance, Xml::Parts()),
+              "|<INSTANCE CLASSNAME=\"Caf\xC3\xA9\" >\n"
+              "<PROPERTY NAME=\"\xC3\x84\"  TYPE=\"string\">\n<VALUE>a b</VALUE>\n</PROPERTY>\n"
+              "</INSTANCE>\n");
 }
 
 TEST(XmlObject, IsWrittenAsWhatItIs) {

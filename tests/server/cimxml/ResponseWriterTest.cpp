@@ -212,7 +212,7 @@ struct Pieces {
     MessageHead head{"7", "EnumerateInstanceNames", true};
     Operation operation = EnumerateInstanceNames();
     ResponseWriter writer{head, operation,
-                          [this](std::string piece) { pieces.push_back(std::move(piece)); }};
+                          [this](std::string_view piece) { pieces.emplace_back(piece); }};
 
     void deliver(int count) {
         for (int i = 0; i < count; ++i) {
