@@ -20,6 +20,8 @@ if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
+# Nobody replaces functions of our libraries, so that they may be inlined there.
+add_compile_options(-fno-semantic-interposition)
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 # g++ 12 warns of std::string's own "text" + string at -O3 (GCC bug 105651).
 add_compile_options($<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)

@@ -1,5 +1,7 @@
 #include "providers/frame/Paths.h"
 
+#include <utility>
+
 #include "engine/CurrentName.h"
 #include "engine/DRAVEngine.h"
 #include "engine/DRAVKeys.h"
@@ -7,19 +9,19 @@
 
 namespace Pegasus {
 
-CIMObjectPath modulePath(const CIMName& className, const Array<CIMKeyBinding>& keys) {
+CIMObjectPath modulePath(const CIMName& className, Array<CIMKeyBinding> keys) {
     return CIMObjectPath(currentName(DRAVEngine::_OvrinHostNamePtr), SNIA_NAMESPACE, className,
-                         keys);
+                         std::move(keys));
 }
 
 CIMObjectPath modulePath(const CIMName& className, const CIMName& keyName, Uint32 id) {
     Array<CIMKeyBinding> keys;
     keys.append(stringKey(keyName, DRAVObjectKey(id)));
-    return modulePath(className, keys);
+    return modulePath(className, std::move(keys));
 }
 
-CIMKeyBinding stringKey(const CIMName& name, const String& value) {
-    return CIMKeyBinding(name, value, CIMKeyBinding::STRING);
+CIMKeyBinding stringKey(const CIMName& name, String value) {
+    return CIMKeyBinding(name, std::move(value), CIMKeyBinding::STRING);
 }
 
 CIMQualifier keyQualifier() {
@@ -27,8 +29,8 @@ CIMQualifier keyQualifier() {
     return CIMQualifier(name, CIMValue(true), CIMFlavor::NONE, false);
 }
 
-CIMProperty keyProperty(const CIMName& name, const CIMValue& value) {
-    CIMProperty property(name, value);
+CIMProperty keyProperty(const CIMName& name, CIMValue value) {
+    CIMProperty property(name, std::move(value));
     property.addQualifier(keyQualifier());
     return property;
 }

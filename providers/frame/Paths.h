@@ -13,18 +13,18 @@
 namespace Pegasus {
 
 // The path of an object of ours: the array's host and the namespace "root/snia".
-CIMObjectPath modulePath(const CIMName& className, const Array<CIMKeyBinding>& keys);
+CIMObjectPath modulePath(const CIMName& className, Array<CIMKeyBinding> keys);
 
 // The same for an engine object that is named by one key, the text of its id.
 CIMObjectPath modulePath(const CIMName& className, const CIMName& keyName, Uint32 id);
 
-CIMKeyBinding stringKey(const CIMName& name, const String& value);
+CIMKeyBinding stringKey(const CIMName& name, String value);
 
 // The mark of a key property: "Key", true, no flavor, not propagated.
 CIMQualifier keyQualifier();
 
 // A property that carries it.
-CIMProperty keyProperty(const CIMName& name, const CIMValue& value);
+CIMProperty keyProperty(const CIMName& name, CIMValue value);
 
 } // namespace Pegasus
 

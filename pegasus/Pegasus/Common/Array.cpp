@@ -1,5 +1,4 @@
 #include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/ArrayRep.h>
 #include <Pegasus/Common/CIMClass.h>
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMInstance.h>
@@ -11,15 +10,6 @@
 #include <utility>
 
 namespace Pegasus {
-
-template<class T>
-Array<T>::Array(const Array& x) noexcept : _rep(x._rep) {
-    if (_rep)
-        _rep->owners.fetch_add(1, std::memory_order_relaxed);
-}
-
-template<class T>
-Array<T>::Array(Array&& x) noexcept : _rep(std::exchange(x._rep, nullptr)) {}
 
 template<class T>
 Array<T>::Array(Uint32 size) : Array(size, T()) {}
@@ -35,42 +25,8 @@ Array<T>::Array(const T* items, Uint32 size) {
 }
 
 template<class T>
-Array<T>::~Array() {
-    ArrayRep<T>::dropOwner(_rep);
-}
-
-template<class T>
-Array<T>& Array<T>::operator=(const Array& x) noexcept {
-    Array copy(x);
-    swap(copy);
-    return *this;
-}
-
-template<class T>
-Array<T>& Array<T>::operator=(Array&& x) noexcept {
-    swap(x);
-    return *this;
-}
-
-template<class T>
-void Array<T>::swap(Array& x) {
-    std::swap(_rep, x._rep);
-}
-
-template<class T>
-Uint32 Array<T>::size() const {
-    return _rep ? _rep->size : 0;
-}
-
-template<class T>
 Uint32 Array<T>::getCapacity() const {
     return _rep ? _rep->capacity : 0;
-}
-
-template<class T>
-const T* Array<T>::getData() const {
-    alignas(T) static const char nothing[sizeof(T)] = {}; // an address, never read
-    return _rep ? _rep->items() : reinterpret_cast<const T*>(nothing);
 }
 
 template<class T>
@@ -91,7 +47,7 @@ const T& Array<T>::operator[](Uint32 index) const {
 // Makes the body ours alone, with room for so many elements.
 template<class T>
 void Array<T>::_own(std::size_t capacity) {
-    if (_rep && !_rep->shared() && _rep->capacity >= capacity)
+    if (_rep && !_rep->owners.shared() && _rep->capacity >= capacity)
         return;
     auto* rep = ArrayRep<T>::make(std::max<std::size_t>(capacity, size()));
     if (_rep)
@@ -100,9 +56,16 @@ void Array<T>::_own(std::size_t capacity) {
     ArrayRep<T>::dropOwner(std::exchange(_rep, rep));
 }
 
+// Room to grow, so that appending takes constant time on average.
+template<class T>
+std::size_t Array<T>::_capacityFor(std::size_t wanted) const {
+    const std::size_t smallest = 4;
+    return std::max({wanted, 2 * std::size_t(size()), smallest});
+}
+
 template<class T>
 void Array<T>::clear() {
-    if (_rep && !_rep->shared()) {
+    if (_rep && !_rep->owners.shared()) {
         std::destroy_n(_rep->items(), size());
         _rep->size = 0;
     } else {
@@ -126,6 +89,15 @@ void Array<T>::grow(Uint32 n, const T& x) {
 template<class T>
 void Array<T>::append(const T& x) {
     insert(size(), &x, 1);
+}
+
+template<class T>
+void Array<T>::append(T&& x) {
+    T item(std::move(x)); // it may be one of our own
+    if (!_rep || _rep->owners.shared() || _rep->size == _rep->capacity)
+        _own(_capacityFor(std::size_t(size()) + 1));
+    new (_rep->items() + size()) T(std::move(item));
+    ++_rep->size;
 }
 
 template<class T>
@@ -160,11 +132,10 @@ void Array<T>::insert(Uint32 index, const T* x, Uint32 n) {
     if (n == 0)
         return;
     const std::size_t wanted = std::size_t(size()) + n;
-    if (index == size() && _rep && !_rep->shared() && wanted <= _rep->capacity) {
+    if (index == size() && _rep && !_rep->owners.shared() && wanted <= _rep->capacity) {
         std::uninitialized_copy_n(x, n, _rep->items() + index);
     } else { // `x` may point into the old body: copied before that is taken apart
-        const std::size_t smallest = 4;
-        auto* rep = ArrayRep<T>::make(std::max({wanted, 2 * std::size_t(size()), smallest}));
+        auto* rep = ArrayRep<T>::make(_capacityFor(wanted));
         std::uninitialized_copy_n(x, n, rep->items() + index);
         if (_rep) {
             _rep->transfer(0, index, rep->items());

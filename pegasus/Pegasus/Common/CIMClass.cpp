@@ -11,7 +11,7 @@ static CIMClassRep* classOf(const Shared<CIMObjectRep>& rep) {
 }
 
 static bool isKey(const CIMProperty& property) {
-    return isTrue(PropertyAccess::qualifiers(property), "Key");
+    return isTrue(PropertyAccess::content(property).qualifiers, "Key");
 }
 
 CIMClass::CIMClass(CIMObjectRep* rep) : _rep(rep) {}

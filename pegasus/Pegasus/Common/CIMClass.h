@@ -99,6 +99,7 @@ public:
 private:
     friend class CIMClass;
     friend class CIMConstObject;
+    friend struct ObjectAccess;
     Shared<CIMObjectRep> _rep;
 };
 

@@ -20,8 +20,8 @@ const CIMObjectPath& CIMInstance::getPath() const {
     return _rep->path;
 }
 
-void CIMInstance::setPath(const CIMObjectPath& path) {
-    _rep->setPath(path);
+void CIMInstance::setPath(CIMObjectPath path) {
+    _rep->setPath(std::move(path));
 }
 
 CIMInstance& CIMInstance::addQualifier(const CIMQualifier& x) {
@@ -37,8 +37,8 @@ void CIMInstance::removeQualifier(Uint32 index) {
     _rep->qualifiers.remove(index);
 }
 
-CIMInstance& CIMInstance::addProperty(const CIMProperty& x) {
-    _rep->addProperty(x);
+CIMInstance& CIMInstance::addProperty(CIMProperty x) {
+    _rep->addProperty(std::move(x));
     return *this;
 }
 

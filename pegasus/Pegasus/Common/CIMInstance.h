@@ -22,7 +22,7 @@ public:
 
     const CIMName& getClassName() const;
     const CIMObjectPath& getPath() const;
-    void setPath(const CIMObjectPath& path);
+    void setPath(CIMObjectPath path);
 
     CIMInstance& addQualifier(const CIMQualifier& x);
     Uint32 findQualifier(const CIMName& name) const;
@@ -31,7 +31,7 @@ public:
     void removeQualifier(Uint32 index);
     Uint32 getQualifierCount() const;
 
-    CIMInstance& addProperty(const CIMProperty& x); // shares the property
+    CIMInstance& addProperty(CIMProperty x); // shares the property
     Uint32 findProperty(const CIMName& name) const;
     CIMProperty getProperty(Uint32 index);
     CIMConstProperty getProperty(Uint32 index) const;
@@ -50,6 +50,7 @@ private:
     friend class CIMConstInstance;
     friend class CIMConstObject;
     friend class CIMObject;
+    friend struct ObjectAccess;
     explicit CIMInstance(CIMObjectRep* rep);
 
     Shared<CIMObjectRep> _rep;

@@ -5,9 +5,6 @@
 
 namespace Pegasus {
 
-CIMKeyBinding::CIMKeyBinding(const CIMName& name, const String& value, Type type)
-    : _name(name), _value(value), _type(type) {}
-
 static CIMKeyBinding::Type keyTypeOf(const CIMValue& value) {
     if (value.isArray())
         throw TypeMismatchException();

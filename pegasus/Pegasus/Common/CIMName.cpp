@@ -1,7 +1,41 @@
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/Exception.h>
+#include <mutex>
+#include <string>
+#include <unordered_map>
 
 namespace Pegasus {
+
+// Names given as C strings: literals, nearly all, of which every instance has copies. They are kept
+// for good, since copying a text that never ends costs no locked instruction. A program that makes
+// up such names at run time gets ordinary ones when the room is used up.
+class KeptNames {
+public:
+    String get(const char* name) {
+        const String made(name);
+        const std::lock_guard lock(_mutex);
+        const auto kept = _names.find(name);
+        if (kept != _names.end())
+            return kept->second;
+        if (made.size() != 0 && _names.size() < most) {
+            made._rep->owners.keepForever();
+            _names.emplace(name, made);
+        }
+        return made;
+    }
+
+    // Never destroyed: names are dropped until the very end of the program.
+    static KeptNames& instance() {
+        static auto* const names = new KeptNames;
+        return *names;
+    }
+
+private:
+    static constexpr std::size_t most = 1000;
+
+    std::mutex _mutex;
+    std::unordered_map<std::string, String> _names;
+};
 
 static bool startsName(Uint32 c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
@@ -32,7 +66,7 @@ CIMName::CIMName(const String& name) : _name(name) {
         throw InvalidNameException(_name);
 }
 
-CIMName::CIMName(const char* name) : CIMName(String(name)) {}
+CIMName::CIMName(const char* name) : CIMName(KeptNames::instance().get(name)) {}
 
 CIMName& CIMName::operator=(const String& name) {
     return *this = CIMName(name);
@@ -72,7 +106,8 @@ CIMNamespaceName::CIMNamespaceName(const String& name) : _name(name) {
         _name.remove(0, 1);
 }
 
-CIMNamespaceName::CIMNamespaceName(const char* name) : CIMNamespaceName(String(name)) {}
+CIMNamespaceName::CIMNamespaceName(const char* name)
+    : CIMNamespaceName(KeptNames::instance().get(name)) {}
 
 CIMNamespaceName& CIMNamespaceName::operator=(const String& name) {
     return *this = CIMNamespaceName(name);

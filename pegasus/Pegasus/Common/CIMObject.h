@@ -98,6 +98,7 @@ private:
     friend class CIMConstClass;
     friend class CIMConstInstance;
     friend class CIMObject;
+    friend struct ObjectAccess;
     Shared<CIMObjectRep> _rep;
 };
 

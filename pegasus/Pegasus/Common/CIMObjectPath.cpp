@@ -16,22 +16,25 @@ static const CIMObjectPathRep& contentOf(const Shared<CIMObjectPathRep>& rep) {
 }
 
 static void checkHost(const String& host) {
-    if (host.size() != 0 && !isLegalHost(host))
+    static thread_local String checked; // nearly all paths name one host
+    if (host.size() == 0 || String::equal(host, checked))
+        return;
+    if (!isLegalHost(host))
         throwMalformedObjectName(host, "invalid hostname");
+    checked = host;
 }
 
 // In order, with each reference in its canonical form.
-static Array<CIMKeyBinding> canonicalKeys(const Array<CIMKeyBinding>& given) {
-    Array<CIMKeyBinding> keys = given;
-    for (Uint32 i = 0; i < given.size(); ++i) {
-        if (given[i].getType() != CIMKeyBinding::REFERENCE)
+static void makeCanonical(Array<CIMKeyBinding>& keys) {
+    for (Uint32 i = 0; i < keys.size(); ++i) {
+        const CIMKeyBinding& key = std::as_const(keys)[i];
+        if (key.getType() != CIMKeyBinding::REFERENCE)
             continue;
-        const String text = CIMObjectPath(given[i].getValue()).toString();
-        if (text != given[i].getValue())
+        const String text = CIMObjectPath(key.getValue()).toString();
+        if (text != key.getValue())
             keys[i].setValue(text);
     }
     sortKeys(keys);
-    return keys;
 }
 
 CIMObjectPath::CIMObjectPath(const String& objectName) {
@@ -39,8 +42,8 @@ CIMObjectPath::CIMObjectPath(const String& objectName) {
 }
 
 CIMObjectPath::CIMObjectPath(const String& host, const CIMNamespaceName& nameSpace,
-                             const CIMName& className, const Array<CIMKeyBinding>& keyBindings) {
-    set(host, nameSpace, className, keyBindings);
+                             const CIMName& className, Array<CIMKeyBinding> keyBindings) {
+    set(host, nameSpace, className, std::move(keyBindings));
 }
 
 CIMObjectPath& CIMObjectPath::operator=(const String& objectName) {
@@ -53,14 +56,15 @@ void CIMObjectPath::clear() {
 }
 
 void CIMObjectPath::set(const String& host, const CIMNamespaceName& nameSpace,
-                        const CIMName& className, const Array<CIMKeyBinding>& keyBindings) {
+                        const CIMName& className, Array<CIMKeyBinding> keyBindings) {
     checkHost(host);
+    makeCanonical(keyBindings);
     Shared<CIMObjectPathRep> rep(new CIMObjectPathRep);
-    rep->keys = canonicalKeys(keyBindings);
+    rep->keys = std::move(keyBindings);
     rep->host = host;
     rep->nameSpace = nameSpace;
     rep->className = className;
-    _rep = rep;
+    _rep = std::move(rep);
 }
 
 void CIMObjectPath::set(const String& objectName) {
@@ -68,7 +72,7 @@ void CIMObjectPath::set(const String& objectName) {
     String reason;
     if (!parseObjectPath(objectName, *rep, reason))
         throwMalformedObjectName(objectName, reason);
-    _rep = rep;
+    _rep = std::move(rep);
 }
 
 const String& CIMObjectPath::getHost() const {
@@ -100,9 +104,9 @@ const Array<CIMKeyBinding>& CIMObjectPath::getKeyBindings() const {
     return contentOf(_rep).keys;
 }
 
-void CIMObjectPath::setKeyBindings(const Array<CIMKeyBinding>& keyBindings) {
-    const Array<CIMKeyBinding> keys = canonicalKeys(keyBindings);
-    _rep.own().keys = keys;
+void CIMObjectPath::setKeyBindings(Array<CIMKeyBinding> keyBindings) {
+    makeCanonical(keyBindings);
+    _rep.own().keys = std::move(keyBindings);
 }
 
 String CIMObjectPath::toString() const {

@@ -19,7 +19,8 @@ public:
     enum Type { BOOLEAN, STRING, NUMERIC, REFERENCE };
 
     CIMKeyBinding() = default; // no name, "", STRING
-    CIMKeyBinding(const CIMName& name, const String& value, Type type);
+    CIMKeyBinding(const CIMName& name, String value, Type type)
+        : _name(name), _value(std::move(value)), _type(type) {}
     // The type follows from the value's; an array or an object throws TypeMismatchException.
     CIMKeyBinding(const CIMName& name, const CIMValue& value);
 
@@ -53,12 +54,12 @@ public:
     CIMObjectPath() = default;
     CIMObjectPath(const String& objectName);
     CIMObjectPath(const String& host, const CIMNamespaceName& nameSpace, const CIMName& className,
-                  const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
+                  Array<CIMKeyBinding> keyBindings = Array<CIMKeyBinding>());
     CIMObjectPath& operator=(const String& objectName);
 
     void clear();
     void set(const String& host, const CIMNamespaceName& nameSpace, const CIMName& className,
-             const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
+             Array<CIMKeyBinding> keyBindings = Array<CIMKeyBinding>());
     void set(const String& objectName);
 
     // The references live until this path is changed or gone.
@@ -69,7 +70,7 @@ public:
     const CIMName& getClassName() const;
     void setClassName(const CIMName& className);
     const Array<CIMKeyBinding>& getKeyBindings() const;
-    void setKeyBindings(const Array<CIMKeyBinding>& keyBindings);
+    void setKeyBindings(Array<CIMKeyBinding> keyBindings);
 
     String toString() const;
     Boolean identical(const CIMObjectPath& x) const;

@@ -17,17 +17,17 @@ CIMObjectRep::CIMObjectRep(const CIMObjectRep& x)
         PropertyAccess::setContained(properties[i], true);
 }
 
-void CIMObjectRep::setPath(const CIMObjectPath& x) {
+void CIMObjectRep::setPath(CIMObjectPath x) {
     if (x.getClassName().isNull())
         throwUninitializedObject();
     if (x.getClassName() != path.getClassName())
         throw TypeMismatchException();
-    path = x;
+    path = std::move(x);
 }
 
-void CIMObjectRep::addProperty(const CIMProperty& x) {
-    properties.add(x, "property");
-    PropertyAccess::setContained(x, true);
+void CIMObjectRep::addProperty(CIMProperty x) {
+    properties.add(std::move(x), "property");
+    PropertyAccess::setContained(properties[properties.size() - 1], true);
 }
 
 void CIMObjectRep::removeProperty(Uint32 index) {
@@ -50,16 +50,16 @@ bool CIMClassRep::identical(const CIMObjectRep& x) const {
     return superClassName == other.superClassName && methods.identical(other.methods);
 }
 
-CIMObjectRep* instanceRep(const Shared<CIMObjectRep>& rep) {
+const Shared<CIMObjectRep>& instanceRep(const Shared<CIMObjectRep>& rep) {
     if (!rep || rep->isClass())
         throw DynamicCastFailedException();
-    return rep.get();
+    return rep;
 }
 
-CIMObjectRep* classRep(const Shared<CIMObjectRep>& rep) {
+const Shared<CIMObjectRep>& classRep(const Shared<CIMObjectRep>& rep) {
     if (!rep || !rep->isClass())
         throw DynamicCastFailedException();
-    return rep.get();
+    return rep;
 }
 
 bool isTrue(const NamedList<CIMQualifier>& qualifiers, const char* name) {

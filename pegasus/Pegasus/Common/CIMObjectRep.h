@@ -13,8 +13,8 @@ class CIMObjectRep : public SharedRep {
 public:
     explicit CIMObjectRep(const CIMName& className); // null: UninitializedObjectException
 
-    void setPath(const CIMObjectPath& x);
-    void addProperty(const CIMProperty& x);
+    void setPath(CIMObjectPath x);
+    void addProperty(CIMProperty x);
     void removeProperty(Uint32 index);
 
     virtual bool isClass() const { return false; }
@@ -46,8 +46,16 @@ private:
 };
 
 // The body if it is an instance's, or a class's; else DynamicCastFailedException.
-CIMObjectRep* instanceRep(const Shared<CIMObjectRep>& rep);
-CIMObjectRep* classRep(const Shared<CIMObjectRep>& rep);
+// What handles hide. Going through their functions costs a handle for each property.
+struct ObjectAccess {
+    template<class Handle>
+    static const CIMObjectRep& content(const Handle& handle) {
+        return *handle._rep;
+    }
+};
+
+const Shared<CIMObjectRep>& instanceRep(const Shared<CIMObjectRep>& rep);
+const Shared<CIMObjectRep>& classRep(const Shared<CIMObjectRep>& rep);
 
 // Whether the qualifier is there and TRUE.
 bool isTrue(const NamedList<CIMQualifier>& qualifiers, const char* name);

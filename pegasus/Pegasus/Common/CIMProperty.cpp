@@ -5,10 +5,10 @@ namespace Pegasus {
 
 CIMProperty::CIMProperty(CIMPropertyRep* rep) : _rep(rep) {}
 
-CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize,
+CIMProperty::CIMProperty(const CIMName& name, CIMValue value, Uint32 arraySize,
                          const CIMName& referenceClassName, const CIMName& classOrigin,
                          Boolean propagated)
-    : _rep(new CIMPropertyRep(name, value, arraySize, referenceClassName, classOrigin,
+    : _rep(new CIMPropertyRep(name, std::move(value), arraySize, referenceClassName, classOrigin,
                               propagated)) {}
 
 const CIMName& CIMProperty::getName() const {
@@ -59,8 +59,8 @@ void CIMProperty::setPropagated(Boolean propagated) {
     _rep->propagated = propagated;
 }
 
-CIMProperty& CIMProperty::addQualifier(const CIMQualifier& x) {
-    _rep->qualifiers.add(x, "qualifier");
+CIMProperty& CIMProperty::addQualifier(CIMQualifier x) {
+    _rep->qualifiers.add(std::move(x), "qualifier");
     return *this;
 }
 

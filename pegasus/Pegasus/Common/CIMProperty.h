@@ -22,7 +22,7 @@ class CIMPropertyRep;
 class PEGASUS_COMMON_LINKAGE CIMProperty {
 public:
     CIMProperty() = default;
-    CIMProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize = 0,
+    CIMProperty(const CIMName& name, CIMValue value, Uint32 arraySize = 0,
                 const CIMName& referenceClassName = CIMName(),
                 const CIMName& classOrigin = CIMName(), Boolean propagated = false);
 
@@ -41,7 +41,7 @@ public:
     Boolean getPropagated() const;
     void setPropagated(Boolean propagated);
 
-    CIMProperty& addQualifier(const CIMQualifier& x);
+    CIMProperty& addQualifier(CIMQualifier x);
     Uint32 findQualifier(const CIMName& name) const; // PEG_NOT_FOUND if there is none
     CIMQualifier getQualifier(Uint32 index);
     CIMConstQualifier getQualifier(Uint32 index) const;
@@ -86,6 +86,7 @@ public:
 
 private:
     friend class CIMProperty;
+    friend struct PropertyAccess;
     Shared<CIMPropertyRep> _rep;
 };
 

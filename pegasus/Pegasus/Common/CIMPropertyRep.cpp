@@ -3,10 +3,10 @@
 
 namespace Pegasus {
 
-CIMPropertyRep::CIMPropertyRep(const CIMName& name_, const CIMValue& value_, Uint32 arraySize_,
+CIMPropertyRep::CIMPropertyRep(const CIMName& name_, CIMValue value_, Uint32 arraySize_,
                                const CIMName& referenceClassName_, const CIMName& classOrigin_,
                                bool propagated_)
-    : value(value_), arraySize(arraySize_), propagated(propagated_),
+    : value(std::move(value_)), arraySize(arraySize_), propagated(propagated_),
       referenceClassName(referenceClassName_), classOrigin(classOrigin_) {
     setName(name_);
     const bool reference = value.getType() == CIMTYPE_REFERENCE;

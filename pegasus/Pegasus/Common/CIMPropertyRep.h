@@ -10,7 +10,7 @@ namespace Pegasus {
 // The body of a property. Internal.
 class CIMPropertyRep final : public SharedRep {
 public:
-    CIMPropertyRep(const CIMName& name, const CIMValue& value, Uint32 arraySize,
+    CIMPropertyRep(const CIMName& name, CIMValue value, Uint32 arraySize,
                    const CIMName& referenceClassName, const CIMName& classOrigin, bool propagated);
     CIMPropertyRep(const CIMPropertyRep& x); // a deep copy that is in no object
 
@@ -31,8 +31,9 @@ public:
 };
 
 struct PropertyAccess {
-    static const NamedList<CIMQualifier>& qualifiers(const CIMProperty& property) {
-        return property._rep->qualifiers;
+    template<class Handle>
+    static const CIMPropertyRep& content(const Handle& property) {
+        return *property._rep;
     }
     static void setContained(const CIMProperty& property, bool contained) {
         property._rep->contained.store(contained, std::memory_order_relaxed);

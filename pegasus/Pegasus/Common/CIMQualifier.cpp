@@ -5,9 +5,9 @@ namespace Pegasus {
 
 class CIMQualifierRep final : public SharedRep {
 public:
-    CIMQualifierRep(const CIMName& name_, const CIMValue& value_, const CIMFlavor& flavor_,
+    CIMQualifierRep(const CIMName& name_, CIMValue value_, const CIMFlavor& flavor_,
                     bool propagated_)
-        : value(value_), flavor(flavor_), propagated(propagated_) {
+        : value(std::move(value_)), flavor(flavor_), propagated(propagated_) {
         setName(name_);
     }
 
@@ -23,9 +23,9 @@ public:
     bool propagated;
 };
 
-CIMQualifier::CIMQualifier(const CIMName& name, const CIMValue& value, const CIMFlavor& flavor,
+CIMQualifier::CIMQualifier(const CIMName& name, CIMValue value, const CIMFlavor& flavor,
                            Boolean propagated)
-    : _rep(new CIMQualifierRep(name, value, flavor, propagated)) {}
+    : _rep(new CIMQualifierRep(name, std::move(value), flavor, propagated)) {}
 
 const CIMName& CIMQualifier::getName() const {
     return _rep->name;

@@ -21,7 +21,7 @@ class PEGASUS_COMMON_LINKAGE CIMQualifier {
 public:
     CIMQualifier() = default;
     // A null name throws UninitializedObjectException.
-    CIMQualifier(const CIMName& name, const CIMValue& value,
+    CIMQualifier(const CIMName& name, CIMValue value,
                  const CIMFlavor& flavor = CIMFlavor(CIMFlavor::NONE), Boolean propagated = false);
 
     const CIMName& getName() const;

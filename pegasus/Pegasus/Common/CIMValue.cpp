@@ -13,13 +13,12 @@ CIMValue::CIMValue(CIMType type, Boolean isArray, Uint32 arraySize) {
     Access::setNull(*this, type, isArray, arraySize);
 }
 
-void CIMValueAccess::drop(CIMValue& value) {
-    if (!isPlain(value))
-        visit(value, []<class T>(const T& content) { content.~T(); });
+void CIMValue::_dropShared() {
+    visit(*this, []<class T>(const T& content) { content.~T(); });
 }
 
 void CIMValueAccess::copy(CIMValue& value, const CIMValue& from) {
-    if (isPlain(from)) {
+    if (from._isPlain()) {
         std::memcpy(value._content, from._content, sizeof value._content);
         value._type = from._type;
         value._isArray = from._isArray;
@@ -33,19 +32,10 @@ CIMValue::CIMValue(const CIMValue& x) noexcept {
     Access::copy(*this, x);
 }
 
-// The content of every type may be moved as bytes: a number, or one pointer to a shared body.
-CIMValue::CIMValue(CIMValue&& x) noexcept : CIMValue() {
-    *this = std::move(x);
-}
-
-CIMValue::~CIMValue() {
-    Access::drop(*this);
-}
-
 CIMValue& CIMValue::operator=(const CIMValue& x) noexcept {
     if (this == &x)
         return *this;
-    Access::drop(*this);
+    _drop();
     Access::copy(*this, x);
     return *this;
 }
@@ -67,7 +57,7 @@ void CIMValue::clear() {
 }
 
 void CIMValue::setNullValue(CIMType type, Boolean isArray, Uint32 arraySize) {
-    Access::drop(*this);
+    _drop();
     Access::setNull(*this, type, isArray, arraySize);
 }
 

@@ -7,6 +7,7 @@
 #include <Pegasus/Common/CIMType.h>
 #include <Pegasus/Common/Char16.h>
 #include <Pegasus/Common/String.h>
+#include <cstring>
 
 namespace Pegasus {
 
@@ -62,8 +63,11 @@ public:
     CIMValue(const Array<CIMObject>& x);
     CIMValue(const Array<CIMInstance>& x);
     CIMValue(const CIMValue& x) noexcept;
-    CIMValue(CIMValue&& x) noexcept;
-    ~CIMValue();
+    CIMValue(CIMValue&& x) noexcept : _type(x._type), _isArray(x._isArray), _isNull(x._isNull) {
+        std::memcpy(_content, x._content, sizeof _content);
+        x._becomeNull();
+    }
+    ~CIMValue() { _drop(); }
     CIMValue& operator=(const CIMValue& x) noexcept;
     CIMValue& operator=(CIMValue&& x) noexcept;
 
@@ -153,7 +157,25 @@ public:
 private:
     friend struct CIMValueAccess;
 
-    // Every CIM type fits, as all but the numbers are one pointer to a shared body.
+    // Whether the bytes are all there is to the content: a number, or the size of a null.
+    bool _isPlain() const { return _isNull || (!_isArray && _type <= CIMTYPE_CHAR16); }
+
+    // A null Boolean, whatever the content was.
+    void _becomeNull() {
+        std::memset(_content, 0, sizeof _content);
+        _type = CIMTYPE_BOOLEAN;
+        _isArray = false;
+        _isNull = true;
+    }
+    // Ends the content; the bytes are nothing then.
+    void _drop() {
+        if (!_isPlain())
+            _dropShared();
+    }
+    void _dropShared();
+
+    // Every CIM type fits, as all but the numbers are one pointer to a shared body; so the content
+    // of every type may be moved as bytes.
     alignas(8) unsigned char _content[8];
     Uint8 _type;
     bool _isArray;

@@ -43,9 +43,6 @@ struct CIMValueAccess {
         return *std::launder(reinterpret_cast<const T*>(value._content));
     }
 
-    // Ends the content; the bytes are nothing then.
-    static void drop(CIMValue& value);
-
     // Takes over another's content, where the bytes are nothing.
     static void copy(CIMValue& value, const CIMValue& from);
 
@@ -66,11 +63,6 @@ struct CIMValueAccess {
         value._isArray = isArrayType<T>;
         value._isNull = false;
         new (value._content) T(std::move(content));
-    }
-
-    // Whether the bytes are all there is to the content: a number, or the size of a null.
-    static bool isPlain(const CIMValue& value) {
-        return value._isNull || (!value._isArray && value._type <= CIMTYPE_CHAR16);
     }
 };
 

@@ -13,11 +13,11 @@ template<class T>
 class NamedList {
 public:
     // A name twice throws AlreadyExistsException, which says what `kind` of thing it is.
-    void add(const T& x, const char* kind) {
+    void add(T x, const char* kind) {
         const CIMName& name = x.getName();
         if (find(name) != PEG_NOT_FOUND)
             throw AlreadyExistsException(String(kind) + " \"" + name.getString() + "\"");
-        _items.append(x);
+        _items.append(std::move(x));
     }
 
     Uint32 find(const CIMName& name) const {

@@ -7,7 +7,7 @@
 #define Pegasus_SharedRep_h
 
 #include <Pegasus/Common/Linkage.h>
-#include <atomic>
+#include <Pegasus/Common/OwnerCount.h>
 #include <utility>
 
 namespace Pegasus {
@@ -15,21 +15,21 @@ namespace Pegasus {
 class PEGASUS_COMMON_LINKAGE SharedRep {
 public:
     SharedRep() = default;
-    SharedRep(const SharedRep&) {} // a copy has no owner yet
+    SharedRep(const SharedRep&) {} // a copy has owners of its own
     SharedRep& operator=(const SharedRep&) = delete;
     virtual ~SharedRep();
 
-    void addOwner() { _owners.fetch_add(1, std::memory_order_relaxed); }
+    void addOwner() { _owners.add(); }
     void dropOwner() {
-        if (_owners.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        if (_owners.drop())
             _end();
     }
-    bool shared() const { return _owners.load(std::memory_order_acquire) > 1; }
+    bool shared() const { return _owners.shared(); }
 
 private:
     void _end();
 
-    std::atomic<Uint32> _owners{0};
+    OwnerCount _owners;
 };
 
 [[noreturn]] PEGASUS_COMMON_LINKAGE void throwUninitializedObject();
@@ -40,7 +40,8 @@ template<class T>
 class Shared {
 public:
     Shared() = default;
-    explicit Shared(T* rep) : _rep(rep) { _rep->addOwner(); }
+    // Of a new body, whose first owner this is.
+    explicit Shared(T* rep) : _rep(rep) {}
     Shared(const Shared& other) noexcept : _rep(other._rep) {
         if (_rep)
             _rep->addOwner();

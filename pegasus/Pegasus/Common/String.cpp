@@ -1,6 +1,5 @@
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
-#include <Pegasus/Common/StringRep.h>
 #include <algorithm>
 #include <new>
 #include <utility>
@@ -14,14 +13,9 @@ StringRep* StringRep::make(std::size_t capacity) {
     if (capacity > mostUnits)
         throw std::bad_alloc();
     void* place = ::operator new(sizeof(StringRep) + (capacity + 1) * sizeof(Char16));
-    auto* rep = new (place) StringRep{{1}, 0, static_cast<Uint32>(capacity)};
+    auto* rep = new (place) StringRep{{}, 0, static_cast<Uint32>(capacity)};
     rep->setSize(0);
     return rep;
-}
-
-void StringRep::dropOwner(StringRep* rep) {
-    if (rep && rep->owners.fetch_sub(1, std::memory_order_acq_rel) == 1)
-        ::operator delete(rep);
 }
 
 static Uint32 lengthOf(const Char16* str) {
@@ -32,12 +26,6 @@ static Uint32 lengthOf(const Char16* str) {
         ++n;
     return n;
 }
-
-String::String(const String& str) noexcept : _rep(str._rep) {
-    StringRep::addOwner(_rep);
-}
-
-String::String(String&& str) noexcept : _rep(std::exchange(str._rep, nullptr)) {}
 
 String::String(const String& str, Uint32 n) {
     if (n > str.size())
@@ -52,21 +40,6 @@ String::String(const Char16* str) : String(str, lengthOf(str)) {}
 
 String::String(const Char16* str, Uint32 n) {
     append(str, n);
-}
-
-String::~String() {
-    StringRep::dropOwner(_rep);
-}
-
-String& String::operator=(const String& str) noexcept {
-    StringRep::addOwner(str._rep);
-    StringRep::dropOwner(std::exchange(_rep, str._rep));
-    return *this;
-}
-
-String& String::operator=(String&& str) noexcept {
-    std::swap(_rep, str._rep);
-    return *this;
 }
 
 String& String::assign(const String& str) {
@@ -95,7 +68,7 @@ void String::clear() {
 
 // Makes the body ours alone, with room for so many units.
 void String::_own(std::size_t capacity) {
-    if (_rep && !_rep->shared() && _rep->capacity >= capacity)
+    if (_rep && !_rep->owners.shared() && _rep->capacity >= capacity)
         return;
     StringRep* rep = StringRep::make(std::max<std::size_t>(capacity, size()));
     std::copy_n(getChar16Data(), size(), rep->text());
@@ -117,7 +90,7 @@ String& String::append(const Char16* str, Uint32 n) {
     if (n == 0)
         return *this;
     const std::size_t wanted = std::size_t(size()) + n;
-    if (_rep && !_rep->shared() && wanted <= _rep->capacity) {
+    if (_rep && !_rep->owners.shared() && wanted <= _rep->capacity) {
         std::copy_n(str, n, _rep->text() + size());
     } else { // `str` may point into the old body: that goes last
         StringRep* rep = StringRep::make(_rep ? std::max(wanted, 2 * std::size_t(size())) : wanted);
@@ -156,15 +129,6 @@ void String::toLower() {
         if (Uint16(*c) >= 'A' && Uint16(*c) <= 'Z')
             *c = static_cast<Uint16>(*c + ('a' - 'A'));
     }
-}
-
-Uint32 String::size() const {
-    return _rep ? _rep->size : 0;
-}
-
-const Char16* String::getChar16Data() const {
-    static constexpr Char16 nothing;
-    return _rep ? _rep->text() : &nothing;
 }
 
 Char16& String::operator[](Uint32 index) {

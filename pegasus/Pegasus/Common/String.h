@@ -3,12 +3,13 @@
 
 #include <Pegasus/Common/Char16.h>
 #include <Pegasus/Common/Linkage.h>
+#include <Pegasus/Common/StringRep.h>
 #include <iosfwd>
+#include <utility>
 
 namespace Pegasus {
 
 class String;
-struct StringRep;
 
 // UTF-8 text ending with NUL, as String::getCString() makes it. The pointer is null in a
 // default-constructed one and lives as long as the CString.
@@ -41,17 +42,24 @@ public:
     static const String EMPTY;
 
     constexpr String() noexcept = default;
-    String(const String& str) noexcept;
-    String(String&& str) noexcept;
+    String(const String& str) noexcept : _rep(str._rep) { StringRep::addOwner(_rep); }
+    String(String&& str) noexcept : _rep(std::exchange(str._rep, nullptr)) {}
     String(const String& str, Uint32 n);
     String(const Char16* str);
     String(const Char16* str, Uint32 n);
     String(const char* str);
     String(const char* str, Uint32 n);
-    ~String();
+    ~String() { StringRep::dropOwner(_rep); }
 
-    String& operator=(const String& str) noexcept;
-    String& operator=(String&& str) noexcept;
+    String& operator=(const String& str) noexcept {
+        StringRep::addOwner(str._rep);
+        StringRep::dropOwner(std::exchange(_rep, str._rep));
+        return *this;
+    }
+    String& operator=(String&& str) noexcept {
+        std::swap(_rep, str._rep);
+        return *this;
+    }
     String& assign(const String& str);
     String& assign(const Char16* str);
     String& assign(const Char16* str, Uint32 n);
@@ -66,8 +74,8 @@ public:
     void remove(Uint32 index, Uint32 size = PEG_NOT_FOUND);
     void toLower();
 
-    Uint32 size() const;
-    const Char16* getChar16Data() const;
+    Uint32 size() const { return _rep ? _rep->size : 0; }
+    const Char16* getChar16Data() const { return _rep ? _rep->text() : &_nothing; }
     CString getCString() const;
     Char16& operator[](Uint32 index);
     const Char16 operator[](Uint32 index) const;
@@ -85,6 +93,9 @@ public:
     static Boolean equalNoCase(const String& s1, const String& s2);
 
 private:
+    friend class KeptNames;
+    static constexpr Char16 _nothing = {};
+
     void _own(std::size_t capacity);
 
     StringRep* _rep = nullptr; // null: empty

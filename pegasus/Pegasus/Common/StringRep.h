@@ -4,17 +4,17 @@
 #define Pegasus_StringRep_h
 
 #include <Pegasus/Common/Char16.h>
-#include <atomic>
+#include <Pegasus/Common/OwnerCount.h>
+#include <new>
 
 namespace Pegasus {
 
 struct StringRep {
-    std::atomic<Uint32> owners;
+    OwnerCount owners;
     Uint32 size;     // units before the ending U+0000
     Uint32 capacity; // units, the ending one not counted
 
     Char16* text() { return reinterpret_cast<Char16*>(this + 1); }
-    bool shared() const { return owners.load(std::memory_order_acquire) > 1; }
     void setSize(Uint32 n) {
         size = n;
         text()[n] = Uint16(0);
@@ -24,9 +24,12 @@ struct StringRep {
     static StringRep* make(std::size_t capacity);
     static void addOwner(StringRep* rep) { // null is nobody's
         if (rep)
-            rep->owners.fetch_add(1, std::memory_order_relaxed);
+            rep->owners.add();
     }
-    static void dropOwner(StringRep* rep);
+    static void dropOwner(StringRep* rep) {
+        if (rep && rep->owners.drop())
+            ::operator delete(rep);
+    }
 };
 
 static_assert(sizeof(StringRep) % alignof(Char16) == 0);

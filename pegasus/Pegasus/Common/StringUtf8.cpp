@@ -2,7 +2,6 @@
 
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
-#include <Pegasus/Common/StringRep.h>
 #include <Pegasus/Common/Utf.h>
 #include <algorithm>
 #include <cstring>
@@ -30,6 +29,17 @@ namespace Pegasus {
     throw Exception(String(text.data(), static_cast<Uint32>(text.size())));
 }
 
+// Whether all is ASCII, as in most texts: then it is copied. No branch in the loop, so that it
+// works on many bytes at a time.
+static bool widenAscii(const unsigned char* bytes, std::size_t count, Char16* out) {
+    unsigned all = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        all |= bytes[i];
+        out[i] = bytes[i];
+    }
+    return all < 0x80;
+}
+
 static std::size_t lengthOf(const char* str) {
     if (!str)
         throw Exception("null pointer");
@@ -47,10 +57,12 @@ String::String(const char* str, Uint32 n) {
     made._rep = StringRep::make(n); // no text has more units than bytes
     const auto* const begin = reinterpret_cast<const unsigned char*>(str);
     const unsigned char* const end = begin + n;
-    const unsigned char* p = begin;
     Char16* out = made._rep->text();
-    for (; p != end && *p < 0x80; ++p) // most texts have nothing else
-        *out++ = *p;
+    const unsigned char* p = begin;
+    if (widenAscii(begin, n, out)) {
+        p += n;
+        out += n;
+    }
     while (p != end) {
         const Uint32 c = Utf::readUtf8(p, end);
         if (c == Utf::malformed)

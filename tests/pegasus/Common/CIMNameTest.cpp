@@ -1,6 +1,8 @@
 #include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMName.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 using namespace Pegasus;
 
@@ -60,6 +62,22 @@ TEST(CIMName, ClearMakesNull) {
     CIMName name("a");
     name.clear();
     EXPECT_TRUE(name.isNull());
+}
+
+TEST(CIMName, IsUntouchedByChangesOfItsText) {
+    String text = CIMName("Kept").getString();
+    text.append(Char16('!'));
+    text[0] = Char16('k');
+    EXPECT_EQ(text, "kept!");
+    EXPECT_EQ(CIMName("Kept").getString(), "Kept");
+}
+
+TEST(CIMName, ThereMayBeAnyNumber) {
+    std::vector<CIMName> names;
+    for (int i = 0; i < 3000; ++i)
+        names.push_back(CIMName(("n" + std::to_string(i)).c_str()));
+    for (int i = 0; i < 3000; ++i)
+        ASSERT_EQ(utf8(names[std::size_t(i)].getString()), "n" + std::to_string(i));
 }
 
 TEST(CIMNamespaceName, ElementsAreNamesJoinedBySlashes) {

@@ -36,6 +36,15 @@ TEST(Threads, OneStringIsCopiedReadAndItsCopiesChanged) {
     EXPECT_EQ(shared, "shared text");
 }
 
+TEST(Threads, OneNameIsMadeCopiedAndDropped) {
+    atOnce([&] {
+        const CIMName name("MadeByAllThreads");
+        const CIMName copy(name);
+        ASSERT_EQ(copy.getString().size(), 16u);
+    });
+    EXPECT_EQ(CIMName("MadeByAllThreads").getString(), "MadeByAllThreads");
+}
+
 TEST(Threads, OneArrayIsCopiedReadAndItsCopiesChanged) {
     const Array<String> shared(3, String("element"));
     atOnce([&] {

@@ -55,7 +55,7 @@ TEST(XmlEscapes, MalformedUtf8IsReplaced) {
     Xml::appendEscaped(out, std::string_view("a\xFF"
                                              "b"));
     EXPECT_EQ(out.view(), "a\xEF\xBF\xBD"
-                   "b");
+                          "b");
 }
 
 TEST(XmlValue, EachScalarHasItsText) {

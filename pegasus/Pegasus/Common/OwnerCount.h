@@ -1,0 +1,40 @@
+// How many handles or values own a body. Not a header of OpenPegasus.
+
+#ifndef Pegasus_OwnerCount_h
+#define Pegasus_OwnerCount_h
+
+#include <Pegasus/Common/Config.h>
+#include <atomic>
+
+namespace Pegasus {
+
+// Starts with one. Locked instructions are what a short-lived object costs most of all, so they are
+// spared where nobody else can be about. Threads: owners may come and go at once.
+class OwnerCount {
+public:
+    void add() {
+        if (_count.load(std::memory_order_relaxed) != forever)
+            _count.fetch_add(1, std::memory_order_relaxed);
+    }
+
+    // Returns whether that was the last owner.
+    bool drop() {
+        const Uint32 count = _count.load(std::memory_order_acquire);
+        return count == 1 ||
+               (count != forever && _count.fetch_sub(1, std::memory_order_acq_rel) == 1);
+    }
+
+    bool shared() const { return _count.load(std::memory_order_acquire) > 1; }
+
+    // The body will never end, and counts as shared. To be said by its only owner.
+    void keepForever() { _count.store(forever, std::memory_order_relaxed); }
+
+private:
+    static constexpr Uint32 forever = Uint32(-1);
+
+    std::atomic<Uint32> _count{1};
+};
+
+} // namespace Pegasus
+
+#endif
