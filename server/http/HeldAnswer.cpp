@@ -15,7 +15,7 @@ void HeldAnswer::add(std::string_view piece) {
         _channel.send(framed(piece));
         return;
     }
-    _held.emplace_back(piece);
+    _held.push_back(_channel.piece().append(piece));
     _heldBytes += piece.size();
     if (_heldBytes > _limit) {
         begin();
@@ -44,7 +44,7 @@ void HeldAnswer::begin() {
 }
 
 std::string HeldAnswer::framed(std::string_view piece) const {
-    return _request.http10 ? std::string(piece) : chunk(piece);
+    return _request.http10 ? _channel.piece().append(piece) : chunk(piece, _channel.piece());
 }
 
 } // namespace smisd

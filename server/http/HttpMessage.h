@@ -41,6 +41,9 @@ public:
     // not wait for the client.
     virtual void send(std::string bytes) = 0;
 
+    // An empty text to fill and send; maybe with the room of one that was sent.
+    virtual std::string piece() { return {}; }
+
     // In a request's handler: returns after this time; another request has the worker meanwhile.
     virtual void wait(std::chrono::milliseconds time) = 0;
 };

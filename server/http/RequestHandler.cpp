@@ -96,7 +96,7 @@ bool answerPlain(const Exchange& exchange) {
 bool answerInChunks(const Exchange& exchange) {
     std::string head = chunkedAnswerHead(exchange.request, exchange.keepOpen);
     const auto send = [&](std::string_view piece) {
-        exchange.channel.send(std::exchange(head, {}) + chunk(piece));
+        exchange.channel.send(std::exchange(head, {}) + chunk(piece, exchange.channel.piece()));
     };
     ResponseWriter writer = writerOf(exchange, send);
     const Error error = carriedOut(exchange, writer);

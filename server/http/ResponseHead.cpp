@@ -84,12 +84,13 @@ std::string endlessAnswerHead(const CimRequest& request) {
     return startOfAnswer() + operationHeaders(request) + endOfHead(false);
 }
 
-std::string chunk(std::string_view piece) {
+std::string chunk(std::string_view piece, std::string text) {
     std::array<char, 32> size{};
     std::snprintf(size.data(), size.size(), "%zx", piece.size());
-    std::string text;
+    text.clear();
     text.reserve(piece.size() + size.size() + 4); // of pieces this long a copy is enough
-    return text.append(size.data()).append(endOfLine).append(piece).append(endOfLine);
+    text.append(size.data()).append(endOfLine).append(piece).append(endOfLine);
+    return text;
 }
 
 std::string lastChunk() {

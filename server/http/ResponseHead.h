@@ -21,7 +21,8 @@ std::string chunkedAnswerHead(const CimRequest& request, bool keepOpen);
 // Of a body that ends with the connection, for HTTP/1.0.
 std::string endlessAnswerHead(const CimRequest& request);
 
-std::string chunk(std::string_view piece);
+// The second text is only there for its room.
+std::string chunk(std::string_view piece, std::string text = {});
 std::string lastChunk();
 // The last chunk after an error; `description` is what a body would have said in its place.
 std::string lastChunk(int statusCode, const std::string& description);

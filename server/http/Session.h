@@ -7,6 +7,7 @@
 #include "server/http/ReadErrors.h"
 #include "server/http/ResponseHead.h"
 #include "server/http/SessionHost.h"
+#include "server/http/SparePieces.h"
 
 #include <boost/beast/http.hpp>
 
@@ -62,6 +63,7 @@ public:
             self->write();
         });
     }
+    std::string piece() override { return _spares.take(); }
     void wait(std::chrono::milliseconds time) override {
         _host.workers.whileWaiting([time] { std::this_thread::sleep_for(time); });
     }
@@ -79,6 +81,7 @@ private:
 
     void awaitRequest() {
         enterState(State::idle);
+        _spares.clear();
         skipEmptyLines();
         if (_host.stopping) {
             end();
@@ -247,6 +250,7 @@ private:
         _backlog.sent(count);
         _writtenBytes += count;
         if (_writtenBytes == _output.front().size()) {
+            _spares.give(std::move(_output.front()));
             _output.pop_front();
             _writtenBytes = 0;
         }
@@ -296,6 +300,7 @@ private:
     bool _keepOpen = false;        // after this response
     bool _writing = false;         // a write is under way
     Backlog _backlog;              // bytes on the way to _output, or in it
+    SparePieces _spares;
 };
 
 } // namespace smisd

@@ -41,6 +41,7 @@ TEST(ChunkedAnswer, AnnouncesItsTrailer) {
               "CIMOperation: MethodResponse\r\n"
               "Trailer: CIMStatusCode, CIMStatusCodeDescription, Content-Language\r\n\r\n");
     EXPECT_EQ(chunk(std::string(26, 'x')), "1a\r\n" + std::string(26, 'x') + "\r\n");
+    EXPECT_EQ(chunk("x", "what was sent before"), "1\r\nx\r\n");
     EXPECT_EQ(lastChunk(), "0\r\n\r\n");
     EXPECT_EQ(
         lastChunk(7, "CIM_ERR_NOT_SUPPORTED: T::op\r\nX: y"),
