@@ -165,20 +165,6 @@ TEST(Array, ElementsThatAreHandlesStaySharedInACopy) {
     EXPECT_EQ(a[0].getPropertyCount(), 1u);
 }
 
-TEST(Array, TakesOverAnElementOfItsOwn) {
-    Array<String> a;
-    for (const char* text : {"a", "b", "c", "d"})
-        a.append(String(text));
-    const Array<String> copy(a);
-    a.append(std::move(a[0])); // as many as there is room for
-    ASSERT_EQ(a.size(), 5u);
-    EXPECT_EQ(a[4], "a");
-    a.append(std::move(a[4]));
-    EXPECT_EQ(a[5], "a");
-    EXPECT_EQ(copy.size(), 4u);
-    EXPECT_EQ(copy[0], "a");
-}
-
 // The element types that the library knows.
 template<class T>
 class ArrayOf : public testing::Test {};

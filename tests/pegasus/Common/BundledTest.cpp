@@ -22,6 +22,20 @@ TEST(Bundled, RemoveOfAnyRangeBeyondTheEndOfAnArrayThrows) {
     EXPECT_EQ(a.size(), 3u);
 }
 
+TEST(Bundled, ArrayTakesOverAnElementOfItsOwn) {
+    Array<String> a;
+    for (const char* text : {"a", "b", "c", "d"})
+        a.append(String(text));
+    const Array<String> copy(a);
+    a.append(std::move(a[0])); // as many as there is room for
+    ASSERT_EQ(a.size(), 5u);
+    EXPECT_EQ(a[4], "a");
+    a.append(std::move(a[4]));
+    EXPECT_EQ(a[5], "a");
+    EXPECT_EQ(copy.size(), 4u);
+    EXPECT_EQ(copy[0], "a");
+}
+
 TEST(Bundled, RemoveOfATailBeyondTheEndOfAStringThrows) {
     String s("abc");
     EXPECT_THROW(s.remove(4), IndexOutOfBoundsException);
