@@ -5,7 +5,6 @@
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <stdexcept>
 #include <system_error>
@@ -36,16 +35,8 @@ void makePrivate(const std::filesystem::path& file) {
     close(descriptor);
 }
 
-// A text without a character that JSON escapes, as most are, needs no second look.
-bool isPlain(const std::string& text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; });
-}
-
 std::string quoted(const std::string& text) {
-    return isPlain(text) ? '"' + text + '"'
-                         : nlohmann::json(text).dump(-1, ' ', false,
-                                                     nlohmann::json::error_handler_t::replace);
+    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
 } // namespace
