@@ -52,8 +52,8 @@ public:
     ~String() { StringRep::dropOwner(_rep); }
 
     String& operator=(const String& str) noexcept {
-        StringRep::addOwner(str._rep);
-        StringRep::dropOwner(std::exchange(_rep, str._rep));
+        String copy(str);
+        std::swap(_rep, copy._rep);
         return *this;
     }
     String& operator=(String&& str) noexcept {
