@@ -1,6 +1,6 @@
 #include <Pegasus/Common/Utf.h>
-#include <algorithm>
 #include <host/XmlText.h>
+#include <string>
 
 namespace Pegasus::Xml {
 

@@ -11,11 +11,10 @@
 
 namespace smisd {
 
-// Collects the pieces of a body, one at least. One that stays within the limit is sent when it is
-// complete, with its length.
-// A longer one is begun when it passes the limit: in chunks, or, over HTTP/1.0, up to the end of
-// the connection. From then on an error cannot be reported any more; the caller leaves the body
-// without its end.
+// Collects the pieces of a body, one at least. A body that stays within the limit is sent when it
+// is complete, with its length. A longer one is begun when it passes the limit: in chunks, or, over
+// HTTP/1.0, up to the end of the connection. From then on an error cannot be reported any more; the
+// caller leaves the body without its end.
 //
 // One thread; all functions but the constructor throw ConnectionLost.
 class HeldAnswer {
