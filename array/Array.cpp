@@ -2,15 +2,15 @@
 
 #include <unistd.h>
 
-#include "array/ErrorCode.h"
-#include "array/check/Check.h"
+#include "array/change/Committer.h"
+#include "array/change/Follower.h"
+#include "array/database/Check.h"
+#include "array/database/Database.h"
+#include "array/database/Failures.h"
+#include "array/database/StateDirectory.h"
 #include "array/events/EventLog.h"
 #include "array/fabric/SimulatedFabric.h"
-#include "array/journal/Database.h"
-#include "array/journal/SqliteFailure.h"
-#include "array/state/StateDirectory.h"
-#include "array/turn/Follower.h"
-#include "array/turn/Writer.h"
+#include "array/model/ErrorCode.h"
 
 namespace array {
 
@@ -19,8 +19,9 @@ namespace {
 // The names of an array that has not been given any: those of the machine.
 Names machineNames() {
     char name[256] = "";
-    if (gethostname(name, sizeof name - 1) != 0 || name[0] == '\0')
+    if (gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') {
         return {"localhost", "localhost"};
+    }
     const std::string host = name;
     return {host, host.substr(0, host.find('.'))};
 }
@@ -38,7 +39,7 @@ public:
     const std::unique_ptr<Fabric> fabric;
     EventLog events;
     Follower follower;
-    Writer writer;
+    Committer writer;
 };
 
 Array::Array(std::unique_ptr<Impl> impl) : _impl(std::move(impl)) {}
@@ -47,8 +48,9 @@ Array::~Array() = default;
 std::unique_ptr<Array> Array::open(const std::filesystem::path& directory,
                                    std::unique_ptr<Fabric> fabric) {
     checkStateDirectory(directory);
-    if (!fabric)
+    if (!fabric) {
         fabric = std::make_unique<SimulatedFabric>();
+    }
     return withSqlite(databaseIn(directory), [&] {
         return std::unique_ptr<Array>(
             new Array(std::make_unique<Impl>(directory, std::move(fabric))));
@@ -80,8 +82,9 @@ void Array::change(const std::function<void(Change&)>& make) {
 Id Array::login(const LoginRequest& request) {
     LoginResult result;
     change([&](Change& change) { result = _impl->fabric->login(change, request); });
-    if (result.session == 0)
+    if (result.session == 0) {
         fail(result.code, result.message);
+    }
     return result.session;
 }
 

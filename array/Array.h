@@ -1,5 +1,4 @@
-#ifndef ARRAY_ARRAY_H
-#define ARRAY_ARRAY_H
+#pragma once
 
 #include <cstdint>
 #include <filesystem>
@@ -8,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "array/Change.h"
-#include "array/Records.h"
-#include "array/Snapshot.h"
-#include "array/fabric/Fabric.h"
+#include "array/change/Change.h"
+#include "array/change/Fabric.h"
+#include "array/model/Records.h"
+#include "array/model/Snapshot.h"
 
 namespace array {
 
@@ -79,5 +78,3 @@ private:
 };
 
 } // namespace array
-
-#endif

@@ -1,9 +1,6 @@
-#ifndef BENCH_BENCH_H
-#define BENCH_BENCH_H
+#pragma once
 
 #include <cstdio>
-
-#include <benchmark/benchmark.h>
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObject.h>
@@ -12,6 +9,7 @@
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Common/ResponseHandler.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
+#include <benchmark/benchmark.h>
 
 #include "engine/DRAVEngine.h"
 
@@ -64,9 +62,10 @@ struct Ready {
 inline Pegasus::CIMObjectPath path(const char* className, const char* key = nullptr,
                                    const Pegasus::String& value = Pegasus::String()) {
     Pegasus::Array<Pegasus::CIMKeyBinding> keys;
-    if (key)
+    if (key) {
         keys.append(
             Pegasus::CIMKeyBinding(Pegasus::CIMName(key), value, Pegasus::CIMKeyBinding::STRING));
+    }
     return Pegasus::CIMObjectPath("array1.example.com", Pegasus::CIMNamespaceName("root/snia"),
                                   Pegasus::CIMName(className), keys);
 }
@@ -80,5 +79,3 @@ inline void report(benchmark::State& state, std::size_t objects) {
 }
 
 } // namespace bench
-
-#endif

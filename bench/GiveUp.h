@@ -1,5 +1,4 @@
-#ifndef BENCH_GIVE_UP_H
-#define BENCH_GIVE_UP_H
+#pragma once
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,5 +13,3 @@ namespace bench {
 }
 
 } // namespace bench
-
-#endif

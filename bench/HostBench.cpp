@@ -12,9 +12,10 @@ const CIMPropertyList everything;
 void enumerateHosts(benchmark::State& state) {
     bench::Ready<StorageHardwareIDProvider> ready;
     bench::Instances handler;
-    for (auto _ : state)
+    for (auto _ : state) {
         ready.provider.enumerateInstances(ready.context, bench::path("CIM_StorageHardwareID"),
                                           false, false, everything, handler);
+    }
     bench::report(state, handler.delivered);
 }
 BENCHMARK(enumerateHosts);
@@ -57,9 +58,11 @@ void getHost(benchmark::State& state) {
     bench::Instances handler;
     const CIMObjectPath host =
         bench::path("CIM_StorageHardwareID", "InstanceID", DRAVObjectKey(0x0D000001));
-    for (auto _ : state)
-        for (int i = 0; i < 100; ++i)
+    for (auto _ : state) {
+        for (int i = 0; i < 100; ++i) {
             ready.provider.getInstance(ready.context, host, false, false, everything, handler);
+        }
+    }
     bench::report(state, handler.delivered);
 }
 BENCHMARK(getHost);
@@ -67,8 +70,9 @@ BENCHMARK(getHost);
 void findHostByName(benchmark::State& state) {
     DRAVEngine& engine = *DRAVEngine::_getInstance();
     const String name("iqn.2026-01.com.example:host7");
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(engine.getiSCSIObjectIDByName(CLASSID_INITIATOR, name));
+    }
     bench::report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(findHostByName);

@@ -1,11 +1,11 @@
 #include "bench/Loopback.h"
 
+#include <sys/socket.h>
+#include <unistd.h>
 #include <utility>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include "bench/GiveUp.h"
 
@@ -19,8 +19,9 @@ Loopback::Loopback(std::string bytes)
     socklen_t size = sizeof here;
     auto* address = reinterpret_cast<sockaddr*>(&here);
     if (bind(_listening, address, size) != 0 || listen(_listening, 1) != 0 ||
-        getsockname(_listening, address, &size) != 0)
+        getsockname(_listening, address, &size) != 0) {
         giveUp("cannot listen on the loopback interface");
+    }
     _address = "127.0.0.1:" + std::to_string(ntohs(here.sin_port));
     _thread = std::jthread([this] { serve(); });
 }
@@ -34,14 +35,16 @@ Loopback::~Loopback() {
 void Loopback::serve() const {
     const int client = accept(_listening, nullptr, nullptr);
     char request;
-    while (recv(client, &request, 1, 0) == 1)
+    while (recv(client, &request, 1, 0) == 1) {
         for (std::size_t sent = 0; sent < _bytes.size();) {
             const ssize_t count =
                 send(client, _bytes.data() + sent, _bytes.size() - sent, MSG_NOSIGNAL);
-            if (count <= 0)
+            if (count <= 0) {
                 return;
+            }
             sent += static_cast<std::size_t>(count);
         }
+    }
     close(client);
 }
 

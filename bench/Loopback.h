@@ -1,5 +1,4 @@
-#ifndef BENCH_LOOPBACK_H
-#define BENCH_LOOPBACK_H
+#pragma once
 
 #include <string>
 #include <thread>
@@ -26,5 +25,3 @@ private:
 };
 
 } // namespace bench
-
-#endif

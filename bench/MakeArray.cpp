@@ -26,9 +26,10 @@ void fill(array::Change& change, const Sizes& sizes) {
     change.setNames({"array1.example.com", "array1"});
     const array::Id endpoint = change.create(array::Endpoint{"192.0.2.10", 3260});
     std::vector<array::Id> hosts;
-    for (unsigned i = 0; i < sizes.hosts; ++i)
+    for (unsigned i = 0; i < sizes.hosts; ++i) {
         hosts.push_back(change.create(
             array::Initiator{"iqn.2026-01.com.example:host" + std::to_string(i), ""}));
+    }
 
     unsigned volumes = 0;
     const auto newVolume = [&] {

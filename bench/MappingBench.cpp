@@ -18,9 +18,10 @@ const CIMPropertyList everything;
 void enumerateControllers(benchmark::State& state) {
     bench::Ready<SCSIProtocolControllerProvider> ready;
     bench::Instances handler;
-    for (auto _ : state)
+    for (auto _ : state) {
         ready.provider.enumerateInstances(ready.context, bench::path("CIM_SCSIProtocolController"),
                                           false, false, everything, handler);
+    }
     bench::report(state, handler.delivered);
 }
 BENCHMARK(enumerateControllers);
@@ -30,8 +31,9 @@ void getController(benchmark::State& state) {
     bench::Instances handler;
     const CIMObjectPath controller =
         bench::path("CIM_SCSIProtocolController", "DeviceID", DRAVObjectKey(0x0E000001));
-    for (auto _ : state)
+    for (auto _ : state) {
         ready.provider.getInstance(ready.context, controller, false, false, everything, handler);
+    }
     bench::report(state, handler.delivered);
 }
 BENCHMARK(getController);
@@ -39,8 +41,9 @@ BENCHMARK(getController);
 void findVolumeByKey(benchmark::State& state) {
     DRAVEngine& engine = *DRAVEngine::_getInstance();
     const String key = ManagedObject::hexToBin("60014050000000000000000000000007");
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(engine.getObjectIDByKey(CLASSID_VOLUME, key));
+    }
     bench::report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(findVolumeByKey);
@@ -56,12 +59,14 @@ void findManyVolumesByKey(benchmark::State& state) {
         char text[33];
         std::snprintf(text, sizeof text, "6001405%025X", volumes / Uint32(keys.size()) * i);
         keys[i] = ManagedObject::hexToBin(text);
-        if (engine.getObjectIDByKey(CLASSID_VOLUME, keys[i]) == 0)
+        if (engine.getObjectIDByKey(CLASSID_VOLUME, keys[i]) == 0) {
             state.SkipWithError("no such volume");
+        }
     }
     std::size_t i = 0;
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(engine.getObjectIDByKey(CLASSID_VOLUME, keys[i++ % keys.size()]));
+    }
     bench::report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(findManyVolumesByKey);
@@ -69,10 +74,11 @@ BENCHMARK(findManyVolumesByKey);
 void enumerateMappings(benchmark::State& state) {
     bench::Ready<ProtocolControllerForUnitProvider> ready;
     bench::Instances handler;
-    for (auto _ : state)
+    for (auto _ : state) {
         ready.provider.enumerateInstances(ready.context,
                                           bench::path("CIM_ProtocolControllerForUnit"), false,
                                           false, everything, handler);
+    }
     bench::report(state, handler.delivered);
 }
 BENCHMARK(enumerateMappings);
@@ -80,8 +86,10 @@ BENCHMARK(enumerateMappings);
 std::size_t countUnits() {
     DRAVEngine& engine = *DRAVEngine::_getInstance();
     std::size_t units = 0;
-    for (const Uint32 target : engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET))
+    for (const Uint32 target :
+         engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET)) {
         units += engine.enumerateAssociatedObjects(target, CLASSID_LOGICAL_UNIT).size();
+    }
     return units;
 }
 
@@ -92,10 +100,11 @@ void associatorsOf(benchmark::State& state, Uint32 volumeId) {
     const std::size_t units = countUnits();
     const CIMObjectPath volume =
         bench::path("CIM_StorageVolume", "DeviceID", DRAVObjectKey(volumeId));
-    for (auto _ : state)
+    for (auto _ : state) {
         ready.provider.associators(ready.context, volume, CIMName("CIM_ProtocolControllerForUnit"),
                                    CIMName("CIM_SCSIProtocolController"), "", "", false, false,
                                    everything, handler);
+    }
     bench::report(state, units * state.iterations());
 }
 
@@ -116,10 +125,11 @@ void associatorsOfController(benchmark::State& state) {
     bench::Objects handler;
     const CIMObjectPath controller =
         bench::path("CIM_SCSIProtocolController", "DeviceID", DRAVObjectKey(0x0E000001));
-    for (auto _ : state)
+    for (auto _ : state) {
         ready.provider.associators(
             ready.context, controller, CIMName("CIM_ProtocolControllerForUnit"),
             CIMName("CIM_StorageVolume"), "", "", false, false, everything, handler);
+    }
     bench::report(state, handler.delivered);
 }
 BENCHMARK(associatorsOfController);
@@ -184,8 +194,9 @@ void exposeAndHide(benchmark::State& state) {
         for (const char* method : {"ExposePaths", "HidePaths"}) {
             ready.provider.invokeMethod(ready.context, service, CIMName(method), call.parameters,
                                         handler);
-            if (handler.returned != 0)
+            if (handler.returned != 0) {
                 state.SkipWithError("a volume was not found");
+            }
         }
     }
     bench::report(state, static_cast<std::size_t>(volumes * state.iterations()));

@@ -27,9 +27,10 @@ void walk(benchmark::State& state, const Walk& walk) {
             ->enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_ISCSI_SESSION)
             .size();
     const CIMObjectPath source = bench::path(walk.sourceClass, walk.key, walk.value);
-    for (auto _ : state)
+    for (auto _ : state) {
         ready.provider.associatorNames(ready.context, source, CIMName(walk.association),
                                        CIMName(walk.resultClass), "", "", handler);
+    }
     bench::report(state, state.iterations() * (walk.visitsAll ? sessions : 1));
 }
 

@@ -1,6 +1,5 @@
 #include <chrono>
 #include <fstream>
-
 #include <unistd.h>
 
 #include "bench/Bench.h"
@@ -29,8 +28,9 @@ void load() {
 }
 
 void startUp(benchmark::State& state) {
-    for (auto _ : state)
+    for (auto _ : state) {
         state.SetIterationTime(loadTime.count());
+    }
     bench::report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(startUp)->UseManualTime()->Iterations(1);
@@ -49,8 +49,9 @@ BENCHMARK(memory)->Iterations(1);
 int main(int argc, char** argv) {
     load();
     benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;
+    }
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -1,14 +1,13 @@
 // The array behind the engine: its changes against flushes of the disk, and reads beside writers.
 
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <thread>
-#include <vector>
-
-#include <fcntl.h>
 #include <unistd.h>
+#include <vector>
 
 #include "bench/Bench.h"
 #include "engine/DRAVInitiator.h"
@@ -27,11 +26,13 @@ void flush(benchmark::State& state) {
     constexpr off_t pages = 1000;
     const auto writePage = [&](off_t number) {
         const off_t at = number % pages * static_cast<off_t>(page.size());
-        if (pwrite(file, page.data(), page.size(), at) < 0)
+        if (pwrite(file, page.data(), page.size(), at) < 0) {
             state.SkipWithError("cannot write beside the state directory");
+        }
     };
-    for (off_t number = 0; number < pages; ++number)
+    for (off_t number = 0; number < pages; ++number) {
         writePage(number);
+    }
     fsync(file);
     off_t number = 0;
     for (auto _ : state) {
@@ -66,8 +67,9 @@ private:
 
 void change(benchmark::State& state) {
     Changed host(static_cast<Uint32>(state.thread_index()));
-    for (auto _ : state)
+    for (auto _ : state) {
         host.change();
+    }
     bench::report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(change)->Threads(1)->Threads(16)->UseRealTime();
@@ -75,16 +77,19 @@ BENCHMARK(change)->Threads(1)->Threads(16)->UseRealTime();
 // Reads a host while so many threads change others as fast as they can.
 void readBesideWriters(benchmark::State& state) {
     std::vector<std::jthread> writers;
-    for (Uint32 i = 0; i < state.range(0); ++i)
+    for (Uint32 i = 0; i < state.range(0); ++i) {
         writers.emplace_back([i](const std::stop_token& stop) {
-            for (Changed host(i + 1); !stop.stop_requested();)
+            for (Changed host(i + 1); !stop.stop_requested();) {
                 host.change();
+            }
         });
+    }
     DRAVEngine& engine = *DRAVEngine::_getInstance();
     const Uint32 id =
         engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_INITIATOR)[0];
-    for (auto _ : state)
+    for (auto _ : state) {
         delete engine.getObject(CLASSID_INITIATOR, id);
+    }
     bench::report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(readBesideWriters)->Arg(0)->Arg(1)->Arg(4);

@@ -21,8 +21,9 @@ std::string server() {
 
 std::size_t count(const std::string& text, const std::string& part) {
     std::size_t found = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
         ++found;
+    }
     return found;
 }
 
@@ -44,8 +45,9 @@ void enumerateHostsOnTheWire(benchmark::State& state) {
     const std::string body = enumerateHosts();
     const std::size_t hosts =
         count(client.call("EnumerateInstances", "root/snia", body), "<VALUE.NAMEDINSTANCE>");
-    for (auto _ : state)
+    for (auto _ : state) {
         client.callAndDrop("EnumerateInstances", "root/snia", body);
+    }
     report(state, hosts * static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(enumerateHostsOnTheWire)->UseRealTime();
@@ -57,8 +59,9 @@ void loopback(benchmark::State& state) {
     const std::size_t hosts = count(answer, "<VALUE.NAMEDINSTANCE>");
     const bench::Loopback writer(answer);
     WireClient reader(writer.address());
-    for (auto _ : state)
+    for (auto _ : state) {
         reader.receive("x", answer.size());
+    }
     report(state, hosts * static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(loopback)->UseRealTime();
@@ -70,8 +73,9 @@ void getHostOnTheWire(benchmark::State& state) {
                        "CLASSNAME=\"CIM_StorageHardwareID\"><KEYBINDING NAME=\"InstanceID\">"
                        "<KEYVALUE VALUETYPE=\"string\">Ovrin:0D000001</KEYVALUE></KEYBINDING>"
                        "</INSTANCENAME></IPARAMVALUE>");
-    for (auto _ : state)
+    for (auto _ : state) {
         client.call("GetInstance", "root/snia", body);
+    }
     report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(getHostOnTheWire)->Threads(1)->Threads(8)->Threads(64)->UseRealTime();
@@ -80,8 +84,9 @@ BENCHMARK(getHostOnTheWire)->Threads(1)->Threads(8)->Threads(64)->UseRealTime();
 void constantBody(benchmark::State& state) {
     WireClient client(server());
     const std::string body = bench::intrinsicCall("GetInstance", std::string(200, 'x'));
-    for (auto _ : state)
+    for (auto _ : state) {
         client.call("GetInstance", "root/snia", body);
+    }
     report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(constantBody)->Threads(8)->UseRealTime();
@@ -116,8 +121,9 @@ void associatorsOnTheWire(benchmark::State& state) {
         "Associators", parameter("ObjectName", controller) +
                            parameter("AssocClass", className("CIM_ProtocolControllerForUnit")) +
                            parameter("ResultClass", className("CIM_StorageVolume")));
-    for (auto _ : state)
+    for (auto _ : state) {
         client.call("Associators", "root/snia", body);
+    }
     report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(associatorsOnTheWire)->UseRealTime();
@@ -138,8 +144,9 @@ void modifyMappingOnTheWire(benchmark::State& state) {
                       "<INSTANCE CLASSNAME=\"CIM_ProtocolControllerForUnit\">"
                       "<PROPERTY NAME=\"DeviceAccess\" TYPE=\"uint16\"><VALUE>2</VALUE></PROPERTY>"
                       "</INSTANCE></VALUE.NAMEDINSTANCE>"));
-    for (auto _ : state)
+    for (auto _ : state) {
         client.call("ModifyInstance", "root/snia", body);
+    }
     report(state, static_cast<std::size_t>(state.iterations()));
 }
 BENCHMARK(modifyMappingOnTheWire)->UseRealTime();
@@ -178,9 +185,12 @@ void exposeAndHideOnTheWire(benchmark::State& state) {
     const std::string hide = bench::extrinsicCall("HidePaths", service, common);
     const std::string object = "root/snia:" + service;
     for (auto _ : state) {
-        for (const auto& [method, body] : {std::pair{"ExposePaths", &expose}, {"HidePaths", &hide}})
-            if (client.call(method, object, *body).find("<VALUE>0</VALUE>") == std::string::npos)
+        for (const auto& [method, body] :
+             {std::pair{"ExposePaths", &expose}, {"HidePaths", &hide}}) {
+            if (client.call(method, object, *body).find("<VALUE>0</VALUE>") == std::string::npos) {
                 state.SkipWithError("the volume was not found");
+            }
+        }
     }
     report(state, static_cast<std::size_t>(state.iterations()));
 }

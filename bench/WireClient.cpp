@@ -1,12 +1,12 @@
 #include "bench/WireClient.h"
 
 #include <cstdlib>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include "bench/GiveUp.h"
 
@@ -32,12 +32,14 @@ WireClient::WireClient(const std::string& address)
     sockaddr_in server{};
     server.sin_family = AF_INET;
     server.sin_port = htons(static_cast<std::uint16_t>(std::stoul(address.substr(colon + 1))));
-    if (inet_pton(AF_INET, address.substr(0, colon).c_str(), &server.sin_addr) != 1)
+    if (inet_pton(AF_INET, address.substr(0, colon).c_str(), &server.sin_addr) != 1) {
         giveUp("no IPv4 address: " + address);
+    }
     const int on = 1;
     setsockopt(_socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    if (connect(_socket, reinterpret_cast<const sockaddr*>(&server), sizeof server) != 0)
+    if (connect(_socket, reinterpret_cast<const sockaddr*>(&server), sizeof server) != 0) {
         giveUp("cannot connect to " + address);
+    }
 }
 
 WireClient::~WireClient() {
@@ -48,8 +50,9 @@ const std::string& WireClient::call(const std::string& method, const std::string
                                     const std::string& body) {
     _dropping = false;
     answer(method, object, body);
-    if (_body.find("<ERROR") != std::string::npos)
+    if (_body.find("<ERROR") != std::string::npos) {
         giveUp("error: " + _body);
+    }
     return _body;
 }
 
@@ -67,48 +70,55 @@ void WireClient::answer(const std::string& method, const std::string& object,
         "CIMOperation: MethodCall\r\nCIMMethod: " +
         method + "\r\nCIMObject: " + object + "\r\nContent-Length: " + std::to_string(body.size()) +
         "\r\n\r\n" + body;
-    if (send(_socket, request.data(), request.size(), 0) != static_cast<ssize_t>(request.size()))
+    if (send(_socket, request.data(), request.size(), 0) != static_cast<ssize_t>(request.size())) {
         giveUp("the server closed the connection");
+    }
 
     const std::string head = line("\r\n\r\n");
-    if (head.compare(0, 12, "HTTP/1.1 200") != 0)
+    if (head.compare(0, 12, "HTTP/1.1 200") != 0) {
         giveUp("answer: " + head.substr(0, head.find('\r')));
+    }
     _body.clear();
     _bodySize = 0;
     const std::size_t length = head.find("ontent-length: ");
-    if (length != std::string::npos)
+    if (length != std::string::npos) {
         readBody(std::strtoul(head.c_str() + length + 15, nullptr, 10));
-    else
+    } else {
         readChunks();
+    }
 }
 
 void WireClient::receive(const std::string& request, std::size_t size) {
     sendAll(request);
     for (std::size_t received = 0; received < size;) {
         const ssize_t count = recv(_socket, _buffer.data(), _buffer.size(), 0);
-        if (count <= 0)
+        if (count <= 0) {
             giveUp("the server closed the connection");
+        }
         received += static_cast<std::size_t>(count);
     }
 }
 
 void WireClient::sendAll(const std::string& request) {
-    if (send(_socket, request.data(), request.size(), 0) != static_cast<ssize_t>(request.size()))
+    if (send(_socket, request.data(), request.size(), 0) != static_cast<ssize_t>(request.size())) {
         giveUp("the server closed the connection");
+    }
 }
 
 void WireClient::fill() {
     const ssize_t count = recv(_socket, _buffer.data(), _buffer.size(), 0);
-    if (count <= 0)
+    if (count <= 0) {
         giveUp("the server closed the connection");
+    }
     _received = {_buffer.data(), static_cast<std::size_t>(count)};
 }
 
 std::string WireClient::line(std::string_view end) {
     std::string text;
     while (!text.ends_with(end)) {
-        if (_received.empty())
+        if (_received.empty()) {
             fill();
+        }
         text += _received.front();
         _received.remove_prefix(1);
     }
@@ -118,11 +128,13 @@ std::string WireClient::line(std::string_view end) {
 void WireClient::readBody(std::size_t size) {
     _bodySize += size;
     while (size > 0) {
-        if (_received.empty())
+        if (_received.empty()) {
             fill();
+        }
         const std::string_view part = _received.substr(0, size);
-        if (!_dropping)
+        if (!_dropping) {
             _body += part;
+        }
         _received.remove_prefix(part.size());
         size -= part.size();
     }

@@ -1,5 +1,4 @@
-#ifndef BENCH_WIRE_CLIENT_H
-#define BENCH_WIRE_CLIENT_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -49,5 +48,3 @@ std::string extrinsicCall(const std::string& method, const std::string& classNam
                           const std::string& parameters);
 
 } // namespace bench
-
-#endif

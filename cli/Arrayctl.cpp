@@ -5,9 +5,9 @@
 #include <CLI/CLI.hpp>
 #include <Pegasus/Common/Exception.h>
 
-#include "array/ErrorCode.h"
 #include "array/description/Reader.h"
-#include "array/engine/Text.h"
+#include "array/model/ErrorCode.h"
+#include "array/model/Text.h"
 #include "cli/commands/Commands.h"
 
 namespace cli {
@@ -48,8 +48,9 @@ void define(CLI::App& app, Context& context) {
                    "State directory; else $DRAV_STATE_DIR, else /var/lib/smisd")
         ->type_name("DIR");
     app.add_flag("--json", context.json, "Write JSON, for programs");
-    for (const AddCommands addCommand : commands)
+    for (const AddCommands addCommand : commands) {
         addCommand(app, context);
+    }
     for (const Family& family : families) {
         CLI::App* inFamily = app.add_subcommand(family.name, family.description);
         inFamily->require_subcommand(1)->fallthrough();
@@ -76,8 +77,9 @@ int run(Context& context) {
     } catch (const std::exception& error) {
         return failed(context, Refused, error.what());
     }
-    if (!context.out.flush())
+    if (!context.out.flush()) {
         return failed(context, Refused, "The output cannot be written.");
+    }
     return Done;
 }
 

@@ -1,7 +1,6 @@
-#ifndef CLI_ARRAYCTL_H
-#define CLI_ARRAYCTL_H
+#pragma once
 
-#include "cli/Context.h"
+#include "cli/Command.h"
 
 namespace cli {
 
@@ -27,5 +26,3 @@ constexpr ExitStatus exitStatuses[] = {
 int arrayctl(int argc, const char* const* argv, Context& context);
 
 } // namespace cli
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef CLI_CODES_H
-#define CLI_CODES_H
+#pragma once
 
 #include <cstdint>
 
@@ -10,5 +9,3 @@ const char* digestText(std::uint16_t code);
 const char* authText(std::uint16_t code);
 
 } // namespace cli
-
-#endif

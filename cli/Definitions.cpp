@@ -8,10 +8,12 @@ namespace {
 
 void collect(const CLI::App& app, const std::string& path, std::vector<DefinedCommand>& commands) {
     const auto below = app.get_subcommands([](const CLI::App*) { return true; });
-    if (below.empty())
+    if (below.empty()) {
         commands.push_back({path, &app});
-    for (const CLI::App* each : below)
+    }
+    for (const CLI::App* each : below) {
         collect(*each, path + (path.empty() ? "" : " ") + each->get_name(), commands);
+    }
 }
 
 } // namespace
@@ -40,8 +42,9 @@ std::string typeOf(const CLI::Option& option) {
 std::string choiceOf(const CLI::Option& option) {
     const std::string type = option.get_type_name();
     const std::size_t begin = type.find('{');
-    if (begin == std::string::npos)
+    if (begin == std::string::npos) {
         return "";
+    }
     std::string words = type.substr(begin + 1, type.find('}') - begin - 1);
     std::ranges::replace(words, ',', ' ');
     return words;

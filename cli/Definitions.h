@@ -1,5 +1,4 @@
-#ifndef CLI_DEFINITIONS_H
-#define CLI_DEFINITIONS_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -31,5 +30,3 @@ std::string typeOf(const CLI::Option& option);
 std::string choiceOf(const CLI::Option& option);
 
 } // namespace cli
-
-#endif

@@ -1,8 +1,7 @@
 #include "cli/EventReader.h"
 
-#include <utility>
-
 #include <sys/stat.h>
+#include <utility>
 
 namespace cli {
 
@@ -19,8 +18,9 @@ ino_t inodeOf(const std::filesystem::path& file) {
 EventReader::EventReader(std::filesystem::path file) : _file(std::move(file)) {}
 
 bool EventReader::next(std::string& line) {
-    if (!_text.is_open() && !openIfThere())
+    if (!_text.is_open() && !openIfThere()) {
         return false;
+    }
     // Asked before the end is met: what is appended in between is read first.
     const bool replaced = isReplaced();
     std::string part;
@@ -31,8 +31,9 @@ bool EventReader::next(std::string& line) {
         return true;
     }
     _text.clear();
-    if (!replaced)
+    if (!replaced) {
         return false;
+    }
     _text.close();
     _partial.clear();
     return next(line);
@@ -41,8 +42,9 @@ bool EventReader::next(std::string& line) {
 bool EventReader::openIfThere() {
     _inode = inodeOf(_file);
     _text.open(_file, std::ios::binary);
-    if (isReplaced())
+    if (isReplaced()) {
         _text.close(); // between the two; the next call finds the new file
+    }
     return _text.is_open();
 }
 

@@ -1,10 +1,8 @@
-#ifndef CLI_EVENT_READER_H
-#define CLI_EVENT_READER_H
+#pragma once
 
 #include <filesystem>
 #include <fstream>
 #include <string>
-
 #include <sys/types.h>
 
 namespace cli {
@@ -29,5 +27,3 @@ private:
 };
 
 } // namespace cli
-
-#endif

@@ -2,19 +2,22 @@
 
 #include <ostream>
 
-#include "array/KeyText.h"
-#include "cli/Aligned.h"
-#include "cli/Units.h"
+#include "array/description/Entries.h"
+#include "array/model/Ids.h"
+#include "cli/Quantities.h"
+#include "cli/Tree.h"
 
 namespace cli {
 
 std::string plainText(const Json& value) {
-    if (value.is_boolean())
+    if (value.is_boolean()) {
         return value.get<bool>() ? "yes" : "no";
+    }
     if (value.is_array()) {
         std::string text;
-        for (const Json& element : value)
+        for (const Json& element : value) {
             text += (text.empty() ? "" : ", ") + plainText(element);
+        }
         return text;
     }
     return value.is_string() ? value.get<std::string>() : value.dump();
@@ -35,18 +38,20 @@ void Listing::add(std::vector<Json> row) {
 }
 
 void Listing::print(Context& context) const {
-    if (context.json)
+    if (context.json) {
         printJson(context.out, toJson());
-    else
+    } else {
         printTable(context.out);
+    }
 }
 
 Json Listing::toJson() const {
     Json list = Json::array();
     for (const auto& row : _rows) {
         Json object = Json::object();
-        for (std::size_t i = 0; i < _columns.size(); ++i)
+        for (std::size_t i = 0; i < _columns.size(); ++i) {
             object[_columns[i].member] = row[i];
+        }
         list.push_back(std::move(object));
     }
     return list;
@@ -58,15 +63,18 @@ void Listing::printTable(std::ostream& out, const std::string& indent) const {
         return;
     }
     std::vector<std::vector<std::string>> lines(1);
-    for (const Column& column : _columns)
+    for (const Column& column : _columns) {
         lines.front().emplace_back(column.heading);
+    }
     for (const auto& row : _rows) {
         auto& line = lines.emplace_back();
-        for (std::size_t i = 0; i < _columns.size(); ++i)
+        for (std::size_t i = 0; i < _columns.size(); ++i) {
             line.push_back(_columns[i].text(row[i]));
+        }
     }
-    for (const std::string& line : aligned(lines))
+    for (const std::string& line : aligned(lines)) {
         out << indent << line << '\n';
+    }
 }
 
 void printJson(std::ostream& out, const Json& document) {
@@ -74,10 +82,74 @@ void printJson(std::ostream& out, const Json& document) {
 }
 
 void printCreated(Context& context, array::Id id) {
-    if (context.json)
+    if (context.json) {
         printJson(context.out, {{"key", array::keyText(id)}});
-    else
+    } else {
         context.out << array::keyText(id) << '\n';
+    }
+}
+
+using array::Id;
+using array::Snapshot;
+
+Listing initiatorListing(const Snapshot& array, const std::vector<Id>& initiators) {
+    Listing listing({{"KEY", "key"},
+                     {"NAME", "name"},
+                     {"SECRET", "secretSet", setText},
+                     {"GRANTS", "grants"},
+                     {"SESSIONS", "sessions"}});
+    for (const Id id : initiators) {
+        const array::Initiator& initiator = *array.initiator(id);
+        listing.add({array::keyText(id), initiator.name, !initiator.secret.empty(),
+                     array.countAssociated(id, Pegasus::CLASSID_TARGET),
+                     array.countAssociated(id, Pegasus::CLASSID_ISCSI_SESSION)});
+    }
+    return listing;
+}
+
+Listing unitListing(const Snapshot& array, const std::vector<Id>& units) {
+    Listing listing({{"KEY", "key"},
+                     {"TARGET", "target"},
+                     {"LUN", "lun"},
+                     {"ACCESS", "access"},
+                     {"VOLUME", "volume"},
+                     {"ELEMENT NAME", "elementName"},
+                     {"SIZE", "size", unitSizeText}});
+    for (const Id id : units) {
+        const array::LogicalUnit& unit = *array.logicalUnit(id);
+        const array::Volume* volume = array.volume(unit.volume);
+        listing.add({array::keyText(id), array.target(unit.target)->name, unit.lun,
+                     array::description::accessText(unit.access), array.volumeNameOf(id),
+                     volume != nullptr ? volume->elementName : "",
+                     volume != nullptr ? Json(volume->size) : Json()});
+    }
+    return listing;
+}
+
+std::string unitSizeText(const Json& size) {
+    return size.is_null() ? "volume is gone" : bytesText(size);
+}
+
+Listing sessionListing(const Snapshot& array, const std::vector<Id>& sessions) {
+    Listing listing({{"KEY", "key"},
+                     {"INITIATOR", "initiator"},
+                     {"TARGET", "target"},
+                     {"TSIH", "tsih"},
+                     {"CONNECTIONS", "connections"}});
+    for (const Id id : sessions) {
+        const array::Session& session = *array.session(id);
+        listing.add({array::keyText(id), array.initiator(session.initiator)->name,
+                     array.target(session.target)->name, session.tsih, portalsOf(array, id)});
+    }
+    return listing;
+}
+
+Json portalsOf(const Snapshot& array, Id session) {
+    Json portals = Json::array();
+    array.forEachAssociated(session, Pegasus::CLASSID_ISCSI_CONNECTION, [&](Id connection) {
+        portals.push_back(portalText(*array.endpoint(array.connection(connection)->endpoint)));
+    });
+    return portals;
 }
 
 } // namespace cli

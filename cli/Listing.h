@@ -1,5 +1,4 @@
-#ifndef CLI_LISTING_H
-#define CLI_LISTING_H
+#pragma once
 
 #include <functional>
 #include <string>
@@ -7,7 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/Context.h"
+#include "array/model/Snapshot.h"
+#include "cli/Command.h"
 
 namespace cli {
 
@@ -58,6 +58,15 @@ void printJson(std::ostream& out, const Json& document);
 // The id of an object that was made: its key text, for programs {"key": ...}.
 void printCreated(Context& context, array::Id id);
 
-} // namespace cli
+// The listings that more than one command shows; of these objects, in this order.
+Listing initiatorListing(const array::Snapshot& array, const std::vector<array::Id>& initiators);
+Listing unitListing(const array::Snapshot& array, const std::vector<array::Id>& units);
+Listing sessionListing(const array::Snapshot& array, const std::vector<array::Id>& sessions);
 
-#endif
+// A size of a unit's volume, which is null if the volume is gone.
+std::string unitSizeText(const Json& size);
+
+// The portals of a session's connections.
+Json portalsOf(const array::Snapshot& array, array::Id session);
+
+} // namespace cli

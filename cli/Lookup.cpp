@@ -1,9 +1,9 @@
 #include "cli/Lookup.h"
 
-#include "array/ErrorCode.h"
-#include "array/KeyText.h"
-#include "array/engine/Text.h"
-#include "cli/Units.h"
+#include "array/model/ErrorCode.h"
+#include "array/model/Ids.h"
+#include "array/model/Text.h"
+#include "cli/Quantities.h"
 #include "engine/DRAVKeys.h"
 
 namespace cli {
@@ -36,30 +36,35 @@ bool isKeyText(const std::string& text) {
 
 Id byKeyText(const Snapshot& array, const Kind& kind, const std::string& text) {
     const Id id = Pegasus::DRAVObjectID(array::fromUtf8(text)).id;
-    if (array::classOf(id) != kind.objectClass || !array.exists(id))
+    if (array::classOf(id) != kind.objectClass || !array.exists(id)) {
         failNoSuch(kind, text);
+    }
     return id;
 }
 
 template<typename ByName>
 Id find(const Snapshot& array, const Kind& kind, const std::string& text, ByName byName) {
-    if (isKeyText(text))
+    if (isKeyText(text)) {
         return byKeyText(array, kind, text);
+    }
     const Id id = byName(text);
-    if (id == 0)
+    if (id == 0) {
         failNoSuch(kind, text);
+    }
     return id;
 }
 
 Id volumeByElementName(const Snapshot& array, const std::string& text) {
     Id found = 0;
     array.forEach(Pegasus::CLASSID_VOLUME, [&](Id id) {
-        if (array.volume(id)->elementName != text)
+        if (array.volume(id)->elementName != text) {
             return;
-        if (found != 0)
+        }
+        if (found != 0) {
             array::fail(array::ErrorCode::NoSuchObject,
                         "More than one volume has the element name " + array::quoted(text) +
                             "; use the volume's name.");
+        }
         found = id;
     });
     return found;
@@ -96,14 +101,16 @@ Id findSession(const Snapshot& array, const std::string& text) {
 }
 
 Id findUnit(const Snapshot& array, const std::string& keyOrTarget, const std::string& lun) {
-    if (lun.empty())
+    if (lun.empty()) {
         return byKeyText(array, units, keyOrTarget);
+    }
     const Id target = findTarget(array, keyOrTarget);
     const Id unit = array.unitByLun(target, Pegasus::DRAVObjectIDDecimal(array::fromUtf8(lun)).id);
-    if (unit == 0)
+    if (unit == 0) {
         array::fail(array::ErrorCode::NoSuchObject, "Target " + array::quoted(keyOrTarget) +
                                                         " has no logical unit with LUN " + lun +
                                                         ".");
+    }
     return unit;
 }
 

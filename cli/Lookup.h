@@ -1,9 +1,8 @@
-#ifndef CLI_LOOKUP_H
-#define CLI_LOOKUP_H
+#pragma once
 
 #include <string>
 
-#include "array/Snapshot.h"
+#include "array/model/Snapshot.h"
 
 namespace cli {
 
@@ -24,5 +23,3 @@ array::Id findUnit(const array::Snapshot& array, const std::string& keyOrTarget,
                    const std::string& lun);
 
 } // namespace cli
-
-#endif

@@ -1,9 +1,8 @@
-#ifndef CLI_MAP_H
-#define CLI_MAP_H
+#pragma once
 
 #include <iosfwd>
 
-#include "array/Snapshot.h"
+#include "array/model/Snapshot.h"
 #include "cli/Listing.h"
 
 namespace cli {
@@ -17,5 +16,3 @@ Json mapOf(const array::Snapshot& array);
 void drawMap(std::ostream& out, const Json& map);
 
 } // namespace cli
-
-#endif

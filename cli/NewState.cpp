@@ -2,11 +2,10 @@
 
 #include <cerrno>
 #include <cstdlib>
-
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "array/state/FileFailure.h"
+#include "array/database/Failures.h"
 
 namespace cli {
 
@@ -22,10 +21,12 @@ void syncDirectory(const std::filesystem::path& directory) {
     const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     const bool synced = descriptor >= 0 && fsync(descriptor) == 0;
     const int error = errno;
-    if (descriptor >= 0)
+    if (descriptor >= 0) {
         close(descriptor);
-    if (!synced)
+    }
+    if (!synced) {
         array::failFile(directory, error);
+    }
 }
 
 } // namespace
@@ -33,20 +34,23 @@ void syncDirectory(const std::filesystem::path& directory) {
 NewState::NewState(const std::filesystem::path& place)
     : _place(std::filesystem::absolute(withoutSlash(place))) {
     std::string name = _place.string() + ".new-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr)
+    if (mkdtemp(name.data()) == nullptr) {
         array::failFile(_place, errno);
+    }
     _directory = name;
 }
 
 NewState::~NewState() {
     std::error_code ignored;
-    if (!_directory.empty())
+    if (!_directory.empty()) {
         std::filesystem::remove_all(_directory, ignored);
+    }
 }
 
 void NewState::putInPlace() {
-    if (std::rename(_directory.c_str(), _place.c_str()) != 0)
+    if (std::rename(_directory.c_str(), _place.c_str()) != 0) {
         array::failFile(_place, errno);
+    }
     _directory.clear();
     syncDirectory(_place.parent_path());
 }

@@ -1,5 +1,4 @@
-#ifndef CLI_NEW_STATE_H
-#define CLI_NEW_STATE_H
+#pragma once
 
 #include <filesystem>
 
@@ -29,5 +28,3 @@ private:
 };
 
 } // namespace cli
-
-#endif

@@ -1,10 +1,41 @@
 #include "cli/Report.h"
 
+#include <algorithm>
 #include <ostream>
+#include <string>
 
-#include "cli/Aligned.h"
+#include "cli/Tree.h"
 
 namespace cli {
+
+namespace {
+
+constexpr auto patience = std::chrono::seconds(1);
+constexpr auto interval = std::chrono::milliseconds(100);
+constexpr std::uint64_t barWidth = 50;
+
+} // namespace
+
+Progress::Progress(std::ostream& err, bool isTerminal, std::uint64_t total, Clock::time_point now)
+    : _err(err), _enabled(isTerminal && total > 0), _total(total), _next(now + patience) {}
+
+Progress::~Progress() {
+    if (_drawn) {
+        _err << "\r\033[K" << std::flush;
+    }
+}
+
+void Progress::update(std::uint64_t done, Clock::time_point now) {
+    if (!_enabled || now < _next) {
+        return;
+    }
+    _next = now + interval;
+    _drawn = true;
+    const double part = static_cast<double>(std::min(done, _total)) / static_cast<double>(_total);
+    std::string bar(static_cast<std::size_t>(part * barWidth), '#');
+    bar.resize(barWidth, ' ');
+    _err << "\r[" << bar << "] " << static_cast<int>(part * 100) << " %" << std::flush;
+}
 
 void Report::add(const std::string& title, const char* member, Json values) {
     _sections.push_back({title, member, std::move(values), {}});
@@ -20,17 +51,19 @@ void Report::print(Context& context) const {
         return;
     }
     for (const Section& section : _sections) {
-        if (&section != &_sections.front())
+        if (&section != &_sections.front()) {
             context.out << '\n';
+        }
         printForPeople(context.out, section);
     }
 }
 
 Json Report::toJson() const {
     Json document = Json::object();
-    for (const Section& section : _sections)
+    for (const Section& section : _sections) {
         document[section.member] =
             section.listings.empty() ? section.values : section.listings.front().toJson();
+    }
     return document;
 }
 
@@ -41,10 +74,12 @@ void Report::printForPeople(std::ostream& out, const Section& section) {
         return;
     }
     std::vector<std::vector<std::string>> lines;
-    for (const auto& [name, value] : section.values.items())
+    for (const auto& [name, value] : section.values.items()) {
         lines.push_back({name, plainText(value)});
-    for (const std::string& line : aligned(lines))
+    }
+    for (const std::string& line : aligned(lines)) {
         out << "  " << line << '\n';
+    }
 }
 
 } // namespace cli

@@ -1,9 +1,8 @@
-#ifndef CLI_SECRET_INPUT_H
-#define CLI_SECRET_INPUT_H
+#pragma once
 
 #include <string>
 
-#include "cli/Context.h"
+#include "cli/Command.h"
 
 namespace cli {
 
@@ -16,5 +15,3 @@ std::string readSecret(Context& context, const std::string& prompt);
 std::string readNewSecret(Context& context, const std::string& prompt);
 
 } // namespace cli
-
-#endif

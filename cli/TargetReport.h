@@ -1,7 +1,6 @@
-#ifndef CLI_TARGET_REPORT_H
-#define CLI_TARGET_REPORT_H
+#pragma once
 
-#include "array/Snapshot.h"
+#include "array/model/Snapshot.h"
 #include "cli/Report.h"
 
 namespace cli {
@@ -11,5 +10,3 @@ namespace cli {
 Report targetReport(const array::Snapshot& array, array::Id target);
 
 } // namespace cli
-
-#endif

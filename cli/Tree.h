@@ -1,11 +1,14 @@
-#ifndef CLI_TREE_H
-#define CLI_TREE_H
+#pragma once
 
 #include <iosfwd>
 #include <string>
 #include <vector>
 
 namespace cli {
+
+// Joins the cells of each line, two blanks or more apart, so that the cells of all lines stand in
+// columns. Texts are UTF-8; each character counts as one wide.
+std::vector<std::string> aligned(const std::vector<std::vector<std::string>>& lines);
 
 // A line of a drawn tree and what hangs below it.
 struct Branch {
@@ -17,5 +20,3 @@ struct Branch {
 void drawTree(std::ostream& out, const std::vector<Branch>& branches);
 
 } // namespace cli
-
-#endif

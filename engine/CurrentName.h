@@ -1,5 +1,4 @@
-#ifndef ENGINE_CURRENT_NAME_H
-#define ENGINE_CURRENT_NAME_H
+#pragma once
 
 #include <atomic>
 
@@ -14,5 +13,3 @@ inline const String& currentName(const String*& pointer) {
 }
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_CODES_H
-#define ENGINE_DRAV_CODES_H
+#pragma once
 
 #include <Pegasus/Common/Config.h>
 
@@ -42,5 +41,3 @@ struct DRAV_EXPORT DRAVAuthSettingFromSMI {
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_CONNECTION_SETTINGS_H
-#define ENGINE_DRAV_CONNECTION_SETTINGS_H
+#pragma once
 
 #include "engine/DRAVCodes.h"
 #include "engine/ManagedObject.h"
@@ -23,5 +22,3 @@ struct DRAV_EXPORT DRAVConnectionSettings : ManagedObject {
 };
 
 } // namespace Pegasus
-
-#endif

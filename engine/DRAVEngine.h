@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_ENGINE_H
-#define ENGINE_DRAV_ENGINE_H
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Config.h>
@@ -66,5 +65,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

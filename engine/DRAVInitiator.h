@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_INITIATOR_H
-#define ENGINE_DRAV_INITIATOR_H
+#pragma once
 
 #include "engine/ManagedObject.h"
 
@@ -15,5 +14,3 @@ struct DRAV_EXPORT DRAVInitiator : ManagedObject {
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_KEYS_H
-#define ENGINE_DRAV_KEYS_H
+#pragma once
 
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/String.h>
@@ -29,5 +28,3 @@ struct DRAV_EXPORT DRAVObjectIDDecimal {
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_LOGICAL_UNIT_H
-#define ENGINE_DRAV_LOGICAL_UNIT_H
+#pragma once
 
 #include "engine/ManagedObject.h"
 
@@ -18,5 +17,3 @@ struct DRAV_EXPORT DRAVLogicalUnit : ManagedObject {
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_OPERATION_FAILED_EXCEPTION_H
-#define ENGINE_DRAV_OPERATION_FAILED_EXCEPTION_H
+#pragma once
 
 #include <Pegasus/Provider/ProviderException.h>
 
@@ -17,5 +16,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_SESSION_SETTINGS_H
-#define ENGINE_DRAV_SESSION_SETTINGS_H
+#pragma once
 
 #include "engine/ManagedObject.h"
 
@@ -25,5 +24,3 @@ struct DRAV_EXPORT DRAVSessionSettings : ManagedObject {
 };
 
 } // namespace Pegasus
-
-#endif

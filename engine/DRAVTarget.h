@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_TARGET_H
-#define ENGINE_DRAV_TARGET_H
+#pragma once
 
 #include "engine/ManagedObject.h"
 
@@ -16,5 +15,3 @@ struct DRAV_EXPORT DRAVTarget : ManagedObject {
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_DRAV_VOLUME_H
-#define ENGINE_DRAV_VOLUME_H
+#pragma once
 
 #include "engine/ManagedObject.h"
 
@@ -17,5 +16,3 @@ struct DRAV_EXPORT DRAVVolume : ManagedObject {
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,7 +1,4 @@
-#ifndef ENGINE_EXPORT_H
-#define ENGINE_EXPORT_H
+#pragma once
 
 // What the engine libraries show to the module.
 #define DRAV_EXPORT __attribute__((visibility("default")))
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_MANAGED_OBJECT_H
-#define ENGINE_MANAGED_OBJECT_H
+#pragma once
 
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/String.h>
@@ -30,5 +29,3 @@ protected:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,8 +1,6 @@
-#ifndef ENGINE_NAME_CONSTANTS_H
-#define ENGINE_NAME_CONSTANTS_H
+#pragma once
 
 #include <cstring>
-
 #include <unistd.h>
 
 #include <Pegasus/Common/CIMName.h>
@@ -87,13 +85,12 @@ inline const char* localTimeZoneName() {
     constexpr size_t zoneLimit = 33;
     static char target[4095];
     const ssize_t length = readlink("/etc/localtime", target, sizeof target - 1);
-    if (length < static_cast<ssize_t>(prefixLength))
+    if (length < static_cast<ssize_t>(prefixLength)) {
         return nullptr;
+    }
     target[length] = '\0';
     const char* zone = target + prefixLength;
     return std::strlen(zone) < zoneLimit ? zone : nullptr;
 }
 
 } // namespace Pegasus
-
-#endif

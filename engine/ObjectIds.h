@@ -1,5 +1,4 @@
-#ifndef ENGINE_OBJECT_IDS_H
-#define ENGINE_OBJECT_IDS_H
+#pragma once
 
 #include <Pegasus/Common/Config.h>
 
@@ -26,5 +25,3 @@ constexpr Uint32 SESSION_ROOT_OBJECT_ID = 0x02000000;
 constexpr Uint32 SYSTEM_OBJECT_ID = 0x03000000;
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_SMI_EVENT_SERVICES_H
-#define ENGINE_SMI_EVENT_SERVICES_H
+#pragma once
 
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/String.h>
@@ -30,5 +29,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

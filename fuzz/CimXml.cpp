@@ -1,11 +1,11 @@
 // The decoder of requests. The input is a request as in tests/wire/pairs: headers, an empty line,
 // the body.
-#include "server/cimxml/RequestDecoder.h"
-#include "server/operation/Utf8.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <string>
+
+#include "server/cimxml/RequestDecoder.h"
+#include "server/operation/TypedValue.h"
 
 namespace {
 

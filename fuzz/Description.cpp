@@ -1,10 +1,10 @@
 // The reader of array descriptions.
-#include "array/description/Reader.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <sstream>
 #include <string>
+
+#include "array/description/Reader.h"
 
 using namespace array::description;
 

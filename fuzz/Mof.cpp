@@ -1,13 +1,12 @@
 // The reader of MOF, into an empty repository.
-#include "server/schema/MofReader.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-
 #include <sys/mman.h>
 #include <unistd.h>
+
+#include "server/schema/MofReader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const int file = memfd_create("fuzz.mof", 0);

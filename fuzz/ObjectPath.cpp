@@ -1,10 +1,10 @@
 // Object paths as text: what is accepted means the same when it is written and read again.
-#include <Pegasus/Common/CIMObjectPath.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/Exception.h>
 
 using namespace Pegasus;
 

@@ -1,15 +1,14 @@
-#ifndef ARRAY_CHANGE_CHANGE_PARTS_H
-#define ARRAY_CHANGE_CHANGE_PARTS_H
+#pragma once
 
-#include "array/Change.h"
-#include "array/ErrorCode.h"
-#include "array/KeyText.h"
-#include "array/change/ClassNames.h"
-#include "array/engine/Text.h"
-#include "array/fabric/Fabric.h"
-#include "array/journal/SqliteFailure.h"
-#include "array/journal/StateWriter.h"
-#include "array/store/State.h"
+#include "array/change/Change.h"
+#include "array/change/Fabric.h"
+#include "array/database/ChangeWriter.h"
+#include "array/database/Failures.h"
+#include "array/model/ErrorCode.h"
+#include "array/model/Ids.h"
+#include "array/model/Snapshot.h"
+#include "array/model/SnapshotContents.h"
+#include "array/model/Text.h"
 
 // What the operations of Change are made of.
 
@@ -20,15 +19,17 @@ constexpr std::uint32_t lastPossibleSerial = 0x00FFFFFF;
 
 template<class Record>
 const Record& Change::need(Id id) const {
-    if (const Record* record = _next.state().find<Record>(id))
+    if (const Record* record = _next.contents().find<Record>(id)) {
         return *record;
+    }
     failNoSuchObject(_next, id, classOfRecord<Record>);
 }
 
 template<class Work>
 void Change::write(Work&& work) {
-    if (_failure)
+    if (_failure) {
         std::rethrow_exception(_failure);
+    }
     try {
         withSqlite("array.db", work);
     } catch (...) {
@@ -40,21 +41,22 @@ void Change::write(Work&& work) {
 template<class Record>
 void Change::put(Id id, const Record& record) {
     write([&] { _writer.put(id, record); });
-    _next.mutableState().put(id, record);
+    _next.mutableContents().put(id, record);
 }
 
 template<class Record>
 void Change::erase(Id id) {
     write([&] { _writer.erase<Record>(id); });
-    _next.mutableState().erase<Record>(id);
+    _next.mutableContents().erase<Record>(id);
 }
 
 template<class Record>
 Id Change::make(const Record& record) {
-    const std::uint32_t last = _next.state().lastSerial(classOfRecord<Record>);
-    if (last == lastPossibleSerial)
+    const std::uint32_t last = _next.contents().lastSerial(classOfRecord<Record>);
+    if (last == lastPossibleSerial) {
         fail(ErrorCode::TooMany, std::string("The array has given all ids that there are for ") +
                                      className(classOfRecord<Record>) + "s.");
+    }
     const Id id = makeId(classOfRecord<Record>, last + 1);
     put(id, record);
     return id;
@@ -63,9 +65,7 @@ Id Change::make(const Record& record) {
 template<class Statistics>
 void Change::putStatistics(Id owner, const Statistics& statistics) {
     write([&] { _writer.putStatistics(owner, statistics); });
-    _next.mutableState().putStatistics(owner, statistics);
+    _next.mutableContents().putStatistics(owner, statistics);
 }
 
 } // namespace array
-
-#endif

@@ -1,16 +1,24 @@
-#ifndef ARRAY_DESCRIPTION_ENTRIES_H
-#define ARRAY_DESCRIPTION_ENTRIES_H
+#pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
+namespace array::description {
+
+// How people write what a logical unit allows, as DRAVLogicalUnit::readOnly: "rw" 0, "ro" 1, "none"
+// anything else.
+std::string_view accessText(std::uint32_t access);
+
+// And back, "none" as 2; nothing for another text.
+std::optional<std::uint32_t> accessFromText(std::string_view text);
+
 // The entries of a description's sections, as they stand in the file: objects are named by their
 // own names, not by ids. docs/description.md describes the format.
-
-namespace array::description {
 
 struct EndpointEntry {
     std::string address;
@@ -65,5 +73,3 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(ConnectionEntry, endpoint)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE_WITH_DEFAULT(SessionEntry, target, initiator, connections)
 
 } // namespace array::description
-
-#endif

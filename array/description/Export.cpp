@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "array/description/Access.h"
+#include "array/description/Entries.h"
 
 namespace array::description {
 
@@ -67,11 +67,12 @@ private:
     void logicalUnit(Id id) {
         const LogicalUnit& unit = *_array.logicalUnit(id);
         const Volume* volume = _array.volume(unit.volume);
-        if (volume == nullptr)
+        if (volume == nullptr) {
             ++_leftOut;
-        else
+        } else {
             give(LogicalUnitEntry{_array.target(unit.target)->name, volume->name, unit.lun,
                                   std::string(accessText(unit.access))});
+        }
     }
 
     void session(Id id) {
@@ -108,8 +109,9 @@ std::size_t countEntries(const Snapshot& array) {
     for (const CLASSID_e objectClass :
          {Pegasus::CLASSID_TCP_ENDPOINT, Pegasus::CLASSID_VOLUME, Pegasus::CLASSID_TARGET,
           Pegasus::CLASSID_INITIATOR, Pegasus::CLASSID_LOGICAL_UNIT,
-          Pegasus::CLASSID_ISCSI_SESSION})
+          Pegasus::CLASSID_ISCSI_SESSION}) {
         count += array.count(objectClass);
+    }
     array.forEach(Pegasus::CLASSID_TARGET, [&](Id target) {
         count += array.countAssociated(target, Pegasus::CLASSID_INITIATOR);
     });

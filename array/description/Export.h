@@ -1,10 +1,9 @@
-#ifndef ARRAY_DESCRIPTION_EXPORT_H
-#define ARRAY_DESCRIPTION_EXPORT_H
+#pragma once
 
 #include <functional>
 
-#include "array/Snapshot.h"
-#include "array/description/Receiver.h"
+#include "array/description/Reader.h"
+#include "array/model/Snapshot.h"
 
 namespace array::description {
 
@@ -20,5 +19,3 @@ std::size_t exportTo(
 std::size_t countEntries(const Snapshot& array);
 
 } // namespace array::description
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ARRAY_DESCRIPTION_FORM_H
-#define ARRAY_DESCRIPTION_FORM_H
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -7,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "array/description/Receiver.h"
+#include "array/description/Reader.h"
 
 // The format of a description as tables, from which it is read and written.
 
@@ -48,5 +47,3 @@ extern const std::span<const Section> sections;
 std::size_t sectionIndex(std::string_view name);
 
 } // namespace array::description
-
-#endif

@@ -60,12 +60,13 @@ bool FormReader::binary(binary_t&) {
 }
 
 bool FormReader::start_object(std::size_t) {
-    if (_levels.empty())
+    if (_levels.empty()) {
         _levels.push_back({&documentForm});
-    else if (_levels.back().inList)
+    } else if (_levels.back().inList) {
         _levels.push_back({_levels.back().member->elements});
-    else
+    } else {
         refuseType("an object");
+    }
     return true;
 }
 
@@ -74,12 +75,14 @@ bool FormReader::key(string_t& name) {
     const auto& members = level.form->members;
     const auto member = std::ranges::find(members, std::string_view(name), &Member::name);
     level.member = nullptr;
-    if (member == members.end())
+    if (member == members.end()) {
         throw DescriptionError((pointer() / name).to_string(), "this member is unknown");
+    }
     const auto bit = 1U << (member - members.begin());
     level.member = &*member;
-    if ((level.seen & bit) != 0)
+    if ((level.seen & bit) != 0) {
         refuse("this member stands twice");
+    }
     level.seen |= bit;
     return true;
 }
@@ -89,19 +92,22 @@ bool FormReader::end_object() {
     checkComplete(_levels.back());
     nlohmann::json values = std::move(_levels.back().values);
     _levels.pop_back();
-    if (_levels.empty())
+    if (_levels.empty()) {
         _handler.endOfDocument();
-    else
+    } else {
         giveToParent(std::move(values));
+    }
     return true;
 }
 
 bool FormReader::start_array(std::size_t) {
-    if (_levels.empty())
+    if (_levels.empty()) {
         refuseType("a list");
+    }
     Level& level = _levels.back();
-    if (level.member->kind != Kind::List || level.inList)
+    if (level.member->kind != Kind::List || level.inList) {
         refuseType("a list");
+    }
     level.inList = true;
     level.index = 0;
     level.values[std::string(level.member->name)] = nlohmann::json::array();
@@ -110,8 +116,9 @@ bool FormReader::start_array(std::size_t) {
 
 bool FormReader::end_array() {
     _levels.back().inList = false;
-    if (_levels.size() == 1)
+    if (_levels.size() == 1) {
         _handler.endOfSection(sectionIndex(_levels.back().member->name));
+    }
     return true;
 }
 
@@ -124,35 +131,40 @@ bool FormReader::parse_error(std::size_t, const std::string&,
 // not what the member asks for.
 bool FormReader::take(Kind kind, nlohmann::json value, std::string_view described) {
     const std::string_view shown = kind == Kind::Number ? std::string_view("a number") : described;
-    if (_levels.empty() || _levels.back().member->kind != kind)
+    if (_levels.empty() || _levels.back().member->kind != kind) {
         refuseType(shown);
+    }
     Level& level = _levels.back();
     const Member& member = *level.member;
     const bool inRange = value.is_string() ||
                          (value.is_number_unsigned() && value.get<std::uint64_t>() <= member.limit);
-    if (!inRange)
+    if (!inRange) {
         refuseType(described);
-    if (_levels.size() == 1)
+    }
+    if (_levels.size() == 1) {
         _handler.text(member.name, value.get_ref<const std::string&>());
-    else
+    } else {
         level.values[std::string(member.name)] = std::move(value);
+    }
     return true;
 }
 
 void FormReader::checkComplete(const Level& level) const {
     for (std::size_t i = 0; i < level.form->members.size(); ++i) {
         const Member& member = level.form->members[i];
-        if (member.presence == Presence::Required && (level.seen & (1U << i)) == 0)
+        if (member.presence == Presence::Required && (level.seen & (1U << i)) == 0) {
             refuse("\"" + std::string(member.name) + "\" is missing");
+        }
     }
 }
 
 void FormReader::giveToParent(nlohmann::json values) {
     Level& parent = _levels.back();
-    if (_levels.size() == 1)
+    if (_levels.size() == 1) {
         _handler.entry(sectionIndex(parent.member->name), parent.index, std::move(values));
-    else
+    } else {
         parent.values[std::string(parent.member->name)].push_back(std::move(values));
+    }
     ++parent.index;
 }
 
@@ -169,11 +181,13 @@ void FormReader::refuseType(std::string_view found) const {
 nlohmann::json::json_pointer FormReader::pointer() const {
     nlohmann::json::json_pointer result;
     for (const Level& level : _levels) {
-        if (level.member == nullptr)
+        if (level.member == nullptr) {
             continue;
+        }
         result /= std::string(level.member->name);
-        if (level.inList)
+        if (level.inList) {
             result /= level.index;
+        }
     }
     return result;
 }

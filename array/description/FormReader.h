@@ -1,5 +1,4 @@
-#ifndef ARRAY_DESCRIPTION_FORM_READER_H
-#define ARRAY_DESCRIPTION_FORM_READER_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -65,5 +64,3 @@ private:
 };
 
 } // namespace array::description
-
-#endif

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "array/ErrorCode.h"
-#include "array/description/Access.h"
+#include "array/description/Entries.h"
 #include "array/description/Reader.h"
-#include "array/engine/Text.h"
+#include "array/model/ErrorCode.h"
+#include "array/model/Text.h"
 
 namespace array::description {
 
@@ -18,22 +18,24 @@ auto obey(Action action) {
     try {
         return action();
     } catch (const Pegasus::DRAVOperationFailedException& error) {
-        if (isOfTheState(error))
+        if (isOfTheState(error)) {
             throw;
+        }
         throw Refusal{"", toUtf8(error.getMessage())};
     }
 }
 
 // The object that an entry's member names.
 Id named(Id id, const char* member, const char* kind, const std::string& name) {
-    if (id == 0)
+    if (id == 0) {
         throw Refusal{member, std::string("there is no ") + kind + " " + array::quoted(name)};
+    }
     return id;
 }
 
 class Importer : public Receiver {
 public:
-    explicit Importer(Change& change) : _change(change), _names(change.state().names()) {}
+    explicit Importer(Change& change) : _change(change), _names(change.snapshot().names()) {}
 
     void setHost(const std::string& name) override {
         _names.host = name;
@@ -60,16 +62,18 @@ public:
     void add(const GrantEntry& entry) override {
         const Id grantee = initiator(entry.initiator);
         const Id granted = target(entry.target);
-        if (_change.state().granted(granted, grantee))
+        if (_change.snapshot().granted(granted, grantee)) {
             throw Refusal{"", "the same grant stands before"};
+        }
         obey([&] { _change.grant(granted, grantee); });
     }
 
     void add(const LogicalUnitEntry& entry) override {
         const auto access = accessFromText(entry.access);
-        if (!access)
+        if (!access) {
             throw Refusal{"/access",
                           array::quoted(entry.access) + R"( is none of "rw", "ro" and "none")"};
+        }
         create(LogicalUnit{target(entry.target), entry.lun, *access, volume(entry.volume), ""});
     }
 
@@ -82,8 +86,9 @@ public:
             std::max(session.parameters.maxConnections,
                      static_cast<std::uint32_t>(entry.connections.size()));
         const Id id = create(session);
-        for (std::size_t i = 0; i < entry.connections.size(); ++i)
+        for (std::size_t i = 0; i < entry.connections.size(); ++i) {
             addConnection(id, i, entry.connections[i].endpoint);
+        }
     }
 
 private:
@@ -94,11 +99,12 @@ private:
 
     void addConnection(Id session, std::size_t index, std::uint64_t endpoint) {
         const std::string pointer = "/connections/" + std::to_string(index);
-        if (endpoint >= _endpoints.size())
+        if (endpoint >= _endpoints.size()) {
             throw Refusal{pointer + "/endpoint",
                           "there is no endpoint " + std::to_string(endpoint) +
                               "; \"endpoints\" has " + std::to_string(_endpoints.size()) +
                               ", counted from 0"};
+        }
         Connection connection;
         connection.session = session;
         connection.endpoint = _endpoints[endpoint];
@@ -110,15 +116,15 @@ private:
     }
 
     Id target(const std::string& name) const {
-        return named(_change.state().targetByName(name), "/target", "target", name);
+        return named(_change.snapshot().targetByName(name), "/target", "target", name);
     }
 
     Id initiator(const std::string& name) const {
-        return named(_change.state().initiatorByName(name), "/initiator", "initiator", name);
+        return named(_change.snapshot().initiatorByName(name), "/initiator", "initiator", name);
     }
 
     Id volume(const std::string& name) const {
-        return named(_change.state().volumeByName(name), "/volume", "volume", name);
+        return named(_change.snapshot().volumeByName(name), "/volume", "volume", name);
     }
 
     Change& _change;
@@ -129,17 +135,19 @@ private:
 void checkEmpty(const Snapshot& state) {
     for (const CLASSID_e objectClass :
          {Pegasus::CLASSID_TCP_ENDPOINT, Pegasus::CLASSID_VOLUME, Pegasus::CLASSID_TARGET,
-          Pegasus::CLASSID_INITIATOR, Pegasus::CLASSID_LOGICAL_UNIT})
-        if (state.count(objectClass) > 0)
+          Pegasus::CLASSID_INITIATOR, Pegasus::CLASSID_LOGICAL_UNIT}) {
+        if (state.count(objectClass) > 0) {
             fail(ErrorCode::InUse, "The array has objects already, and a description is imported "
                                    "only into an empty one; use another state directory.");
+        }
+    }
 }
 
 } // namespace
 
 void importFrom(std::istream& text, Array& array, const std::function<void()>& afterEach) {
     array.change([&](Change& change) {
-        checkEmpty(change.state());
+        checkEmpty(change.snapshot());
         Importer importer(change);
         read(text, importer, afterEach);
     });

@@ -1,5 +1,4 @@
-#ifndef ARRAY_DESCRIPTION_IMPORT_H
-#define ARRAY_DESCRIPTION_IMPORT_H
+#pragma once
 
 #include <functional>
 #include <istream>
@@ -18,5 +17,3 @@ void importFrom(
     std::istream& text, Array& array, const std::function<void()>& afterEach = [] {});
 
 } // namespace array::description
-
-#endif

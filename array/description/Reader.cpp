@@ -17,27 +17,31 @@ public:
 
     void text(std::string_view member, const std::string& value) override {
         at("/" + std::string(member), [&] {
-            if (member == "host")
+            if (member == "host") {
                 _receiver.setHost(value);
-            else
+            } else {
                 _receiver.setSystem(value);
+            }
         });
     }
 
     void entry(std::size_t section, std::size_t index, nlohmann::json value) override {
-        if ((sections[section].refersTo & ~_complete) == 0)
+        if ((sections[section].refersTo & ~_complete) == 0) {
             deliver(section, index, value);
-        else
+        } else {
             _waiting[section].push_back(std::move(value));
+        }
         _afterEach();
     }
 
     void endOfSection(std::size_t section) override { _complete |= 1U << section; }
 
     void endOfDocument() override {
-        for (std::size_t section = 0; section < sections.size(); ++section)
-            for (std::size_t index = 0; index < _waiting[section].size(); ++index)
+        for (std::size_t section = 0; section < sections.size(); ++section) {
+            for (std::size_t index = 0; index < _waiting[section].size(); ++index) {
                 deliver(section, index, _waiting[section][index]);
+            }
+        }
     }
 
 private:

@@ -1,14 +1,37 @@
-#ifndef ARRAY_DESCRIPTION_READER_H
-#define ARRAY_DESCRIPTION_READER_H
+#pragma once
 
 #include <functional>
 #include <istream>
 #include <stdexcept>
 #include <string>
 
-#include "array/description/Receiver.h"
+#include "array/description/Entries.h"
 
 namespace array::description {
+
+// Thrown by a receiver that refuses an entry.
+struct Refusal {
+    std::string member; // JSON pointer within the entry, such as "/target"; empty: the whole entry
+    std::string message;
+};
+
+// Takes what a description holds. The entries of one section come in the order of the file, and
+// after all entries of the sections that they refer to. Each operation may throw Refusal; reading
+// then ends with an error at that entry.
+class Receiver {
+public:
+    virtual ~Receiver() = default;
+
+    virtual void setHost(const std::string& name) = 0;
+    virtual void setSystem(const std::string& name) = 0;
+    virtual void add(const EndpointEntry& entry) = 0;
+    virtual void add(const VolumeEntry& entry) = 0;
+    virtual void add(const TargetEntry& entry) = 0;
+    virtual void add(const InitiatorEntry& entry) = 0;
+    virtual void add(const GrantEntry& entry) = 0;
+    virtual void add(const LogicalUnitEntry& entry) = 0;
+    virtual void add(const SessionEntry& entry) = 0;
+};
 
 // A mistake in a description, or a text that cannot be read to its end. what() is the culprit's
 // JSON pointer (RFC 6901), ": " and what is wrong with it; the pointer is left out where the whole
@@ -30,5 +53,3 @@ void read(
     std::istream& text, Receiver& receiver, const std::function<void()>& afterEach = [] {});
 
 } // namespace array::description
-
-#endif

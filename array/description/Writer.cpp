@@ -9,11 +9,13 @@ namespace {
 std::string line(const nlohmann::json& entry, const Form& form);
 
 std::string valueText(const nlohmann::json& value, const Member& member) {
-    if (member.kind != Kind::List)
+    if (member.kind != Kind::List) {
         return value.dump();
+    }
     std::string elements;
-    for (const auto& element : value)
+    for (const auto& element : value) {
         elements += (elements.empty() ? " " : ", ") + line(element, *member.elements);
+    }
     return "[" + elements + " ]";
 }
 
@@ -22,9 +24,10 @@ std::string line(const nlohmann::json& entry, const Form& form) {
     std::string members;
     for (const Member& member : form.members) {
         const auto value = entry.find(member.name);
-        if (value != entry.end())
+        if (value != entry.end()) {
             members += (members.empty() ? " \"" : ", \"") + std::string(member.name) +
                        "\": " + valueText(*value, member);
+        }
     }
     return "{" + members + " }";
 }
@@ -86,8 +89,9 @@ void Writer::beginMember(std::string_view name) {
 // Ends the section that is open and begins the following ones up to this one, which may be the end.
 void Writer::openSection(std::size_t section) {
     while (_opened <= section) {
-        if (_opened > 0)
+        if (_opened > 0) {
             _text << (_sectionIsEmpty ? "]" : "\n  ]");
+        }
         if (_opened < sections.size()) {
             beginMember(sections[_opened].name);
             _text << "[";
@@ -101,8 +105,9 @@ void Writer::write(std::string_view section, const nlohmann::json& entry) {
     const std::size_t index = sectionIndex(section);
     openSection(index);
     nlohmann::json shown = entry;
-    if (_secrets == Secrets::Leave && shown.value("secret", "") != "")
+    if (_secrets == Secrets::Leave && shown.value("secret", "") != "") {
         shown.erase("secret");
+    }
     _text << (_sectionIsEmpty ? "" : ",") << "\n    " << line(shown, *sections[index].form);
     _sectionIsEmpty = false;
 }

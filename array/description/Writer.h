@@ -1,9 +1,8 @@
-#ifndef ARRAY_DESCRIPTION_WRITER_H
-#define ARRAY_DESCRIPTION_WRITER_H
+#pragma once
 
 #include <ostream>
 
-#include "array/description/Receiver.h"
+#include "array/description/Reader.h"
 
 namespace array::description {
 
@@ -44,5 +43,3 @@ private:
 };
 
 } // namespace array::description
-
-#endif

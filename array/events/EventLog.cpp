@@ -1,13 +1,60 @@
 #include "array/events/EventLog.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
-
+#include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <nlohmann/json.hpp>
+
 namespace array {
+
+namespace {
+
+std::string timeText(std::int64_t microseconds) {
+    const std::time_t seconds = microseconds / 1000000;
+    std::tm parts{};
+    gmtime_r(&seconds, &parts);
+    char day[24] = "";
+    std::strftime(day, sizeof day, "%Y-%m-%dT%H:%M:%S", &parts);
+    char fraction[12] = "";
+    std::snprintf(fraction, sizeof fraction, ".%06dZ", static_cast<int>(microseconds % 1000000));
+    return std::string(day) + fraction;
+}
+
+// A text without a character that JSON escapes, as most are, needs no second look.
+bool isPlain(const std::string& text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; });
+}
+
+std::string quoted(const std::string& text) {
+    return isPlain(text) ? '"' + text + '"'
+                         : nlohmann::json(text).dump(-1, ' ', false,
+                                                     nlohmann::json::error_handler_t::replace);
+}
+
+} // namespace
+
+std::string jsonOf(const Event& event, std::int64_t microsecondsSince1970) {
+    std::string json = "{\"time\":" + quoted(timeText(microsecondsSince1970));
+    const auto add = [&json](const char* name, const std::string& value) {
+        json.append(",\"").append(name).append("\":").append(value);
+    };
+    add("process", std::to_string(getpid()));
+    add("type", quoted(event.type));
+    add("text", quoted(event.text));
+    add("keyValues", quoted(event.keyValues));
+    add("channel", std::to_string(event.channel));
+    add("severity", std::to_string(event.severity));
+    add("operation", quoted(event.operation));
+    add("file", quoted(event.file));
+    add("line", std::to_string(event.line));
+    return json + '}';
+}
 
 EventLog::EventLog(std::filesystem::path file) : _file(std::move(file)) {}
 
@@ -16,8 +63,9 @@ void EventLog::publish(const Event& event) noexcept try {
         std::chrono::system_clock::now().time_since_epoch());
     append(jsonOf(event, now.count()) + '\n');
     const std::lock_guard lock(_mutex);
-    if (_observer)
+    if (_observer) {
         _observer(event);
+    }
 } catch (...) {
     // Dropped, as promised.
 }
@@ -30,13 +78,15 @@ void EventLog::observe(std::function<void(const Event&)> observer) {
 void EventLog::append(const std::string& line) const {
     const int descriptor =
         open(_file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (descriptor < 0)
+    if (descriptor < 0) {
         return;
+    }
     // One write, so that the lines of several processes don't mix.
     [[maybe_unused]] const ssize_t written = write(descriptor, line.data(), line.size());
     struct stat status {};
-    if (fstat(descriptor, &status) == 0 && status.st_size >= eventLogLimit)
+    if (fstat(descriptor, &status) == 0 && status.st_size >= eventLogLimit) {
         std::rename(_file.c_str(), (_file.string() + ".1").c_str());
+    }
     close(descriptor);
 }
 

@@ -2,9 +2,9 @@
 
 #include <chrono>
 
-#include "array/KeyText.h"
-#include "array/change/ClassNames.h"
-#include "array/engine/Text.h"
+#include "array/model/Ids.h"
+#include "array/model/Snapshot.h"
+#include "array/model/Text.h"
 
 namespace array {
 
@@ -26,7 +26,7 @@ std::uint64_t now() {
 }
 
 void count(Change& change, Id target, std::uint64_t LoginStatistics::*counter) {
-    LoginStatistics logins = change.state().loginStatistics(target);
+    LoginStatistics logins = change.snapshot().loginStatistics(target);
     ++(logins.*counter);
     change.setStatistics(target, logins);
 }
@@ -39,25 +39,25 @@ struct Refusal {
 };
 
 LoginResult refuse(Change& change, const LoginRequest& request, const Refusal& refusal) {
-    LoginStatistics logins = change.state().loginStatistics(request.target);
+    LoginStatistics logins = change.snapshot().loginStatistics(request.target);
     ++(logins.*refusal.counter);
     logins.lastFailureType = refusal.failureType;
     logins.lastFailureTime = now();
-    logins.lastFailureInitiator = change.state().initiator(request.initiator)->name;
+    logins.lastFailureInitiator = change.snapshot().initiator(request.initiator)->name;
     change.setStatistics(request.target, logins);
     return {0, refusal.code, refusal.message};
 }
 
 // The counters of an endpoint and a session after some exchanges of a login or logout.
 void countExchanges(Change& change, Id endpoint, Id session, std::uint64_t exchanges) {
-    InterfaceStatistics interface = change.state().interfaceStatistics(endpoint);
+    InterfaceStatistics interface = change.snapshot().interfaceStatistics(endpoint);
     interface.framesReceived += exchanges;
     interface.framesSent += exchanges;
     interface.octetsReceived += exchanges * HEADER_BYTES;
     interface.octetsSent += exchanges * HEADER_BYTES;
     change.setStatistics(endpoint, interface);
 
-    SessionStatistics statistics = change.state().sessionStatistics(session);
+    SessionStatistics statistics = change.snapshot().sessionStatistics(session);
     statistics.commandPDUs += exchanges;
     statistics.responsePDUs += exchanges;
     statistics.bytesReceived += exchanges * HEADER_BYTES;
@@ -66,7 +66,7 @@ void countExchanges(Change& change, Id endpoint, Id session, std::uint64_t excha
 }
 
 void addConnections(Change& change, const LoginRequest& request, Id session) {
-    const Snapshot& state = change.state();
+    const Snapshot& state = change.snapshot();
     const bool usesChap = !state.initiator(request.initiator)->secret.empty();
     Connection connection;
     connection.session = session;
@@ -83,47 +83,52 @@ void addConnections(Change& change, const LoginRequest& request, Id session) {
 }
 
 void endSession(Change& change, Id session, std::uint64_t LoginStatistics::*counter) {
-    count(change, change.state().session(session)->target, counter);
+    count(change, change.snapshot().session(session)->target, counter);
     change.remove(session);
 }
 
 template<class Record>
 const Record& need(const Snapshot& state, const Record* record, Id id, CLASSID_e wanted) {
-    if (!record)
+    if (!record) {
         failNoSuchObject(state, id, wanted);
+    }
     return *record;
 }
 
 } // namespace
 
 LoginResult SimulatedFabric::login(Change& change, const LoginRequest& request) {
-    const Snapshot& state = change.state();
+    const Snapshot& state = change.snapshot();
     const Target& target =
         need(state, state.target(request.target), request.target, Pegasus::CLASSID_TARGET);
     const Initiator& initiator = need(state, state.initiator(request.initiator), request.initiator,
                                       Pegasus::CLASSID_INITIATOR);
-    for (const Id endpoint : request.endpoints)
+    for (const Id endpoint : request.endpoints) {
         need(state, state.endpoint(endpoint), endpoint, Pegasus::CLASSID_TCP_ENDPOINT);
+    }
 
     const std::string who = "Initiator " + array::quoted(initiator.name);
     const std::string to = " to target " + array::quoted(target.name);
     const SessionParameters parameters =
         *state.sessionSettings(state.sessionSettingsOf(request.target));
-    if (!state.granted(request.target, request.initiator))
+    if (!state.granted(request.target, request.initiator)) {
         return refuse(change, request,
                       {AUTHORIZE, &LoginStatistics::authorizationFailures,
                        ErrorCode::LoginNotGranted, who + " has no grant" + to + '.'});
-    if (!initiator.secret.empty() && request.secret != initiator.secret)
+    }
+    if (!initiator.secret.empty() && request.secret != initiator.secret) {
         return refuse(change, request,
                       {AUTHENTICATE, &LoginStatistics::authenticationFailures,
                        ErrorCode::LoginFailed, who + " did not prove its secret" + to + '.'});
-    if (request.endpoints.empty() || request.endpoints.size() > parameters.maxConnections)
+    }
+    if (request.endpoints.empty() || request.endpoints.size() > parameters.maxConnections) {
         return refuse(change, request,
                       {NEGOTIATE, &LoginStatistics::negotiationFailures, ErrorCode::LoginNoPath,
                        who + " asked for " + std::to_string(request.endpoints.size()) +
                            " connections" + to + ", which takes from 1 to " +
                            std::to_string(parameters.maxConnections) +
                            " (MaxConnections, RFC 7143 section 13.2)."});
+    }
 
     Session session;
     session.target = request.target;
@@ -136,19 +141,25 @@ LoginResult SimulatedFabric::login(Change& change, const LoginRequest& request) 
 }
 
 void SimulatedFabric::logout(Change& change, Id session) {
-    need(change.state(), change.state().session(session), session, Pegasus::CLASSID_ISCSI_SESSION);
+    need(change.snapshot(), change.snapshot().session(session), session,
+         Pegasus::CLASSID_ISCSI_SESSION);
     for (const Id connection :
-         change.state().associated(session, Pegasus::CLASSID_ISCSI_CONNECTION))
-        countExchanges(change, change.state().connection(connection)->endpoint, session, 1);
+         change.snapshot().associated(session, Pegasus::CLASSID_ISCSI_CONNECTION)) {
+        countExchanges(change, change.snapshot().connection(connection)->endpoint, session, 1);
+    }
     endSession(change, session, &LoginStatistics::normalLogouts);
 }
 
 void SimulatedFabric::grantChanged(Change& change, Id target, Id initiator) {
-    if (change.state().granted(target, initiator))
+    if (change.snapshot().granted(target, initiator)) {
         return;
-    for (const Id session : change.state().associated(initiator, Pegasus::CLASSID_ISCSI_SESSION))
-        if (change.state().session(session)->target == target)
+    }
+    for (const Id session :
+         change.snapshot().associated(initiator, Pegasus::CLASSID_ISCSI_SESSION)) {
+        if (change.snapshot().session(session)->target == target) {
             endSession(change, session, &LoginStatistics::otherLogouts);
+        }
+    }
 }
 
 // No host looks at the units, and a secret counts at the next login.

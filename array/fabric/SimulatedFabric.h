@@ -1,7 +1,6 @@
-#ifndef ARRAY_FABRIC_SIMULATED_FABRIC_H
-#define ARRAY_FABRIC_SIMULATED_FABRIC_H
+#pragma once
 
-#include "array/fabric/Fabric.h"
+#include "array/change/Fabric.h"
 
 namespace array {
 
@@ -19,5 +18,3 @@ public:
 };
 
 } // namespace array
-
-#endif

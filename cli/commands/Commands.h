@@ -1,5 +1,4 @@
-#ifndef CLI_COMMANDS_COMMANDS_H
-#define CLI_COMMANDS_COMMANDS_H
+#pragma once
 
 #include "cli/Command.h"
 
@@ -25,5 +24,3 @@ void addSessionCommands(CLI::App& family, Context& context);
 void addSecretCommands(CLI::App& family, Context& context);
 
 } // namespace cli
-
-#endif

@@ -1,7 +1,7 @@
-#include "array/KeyText.h"
+#include "array/model/Ids.h"
 #include "cli/Listing.h"
 #include "cli/Lookup.h"
-#include "cli/Units.h"
+#include "cli/Quantities.h"
 #include "cli/commands/Commands.h"
 
 namespace cli {
@@ -49,8 +49,9 @@ struct DeleteEndpoint {
     }
 
     void run(Context& context) const {
-        context.array().change(
-            [&](array::Change& change) { change.remove(findEndpoint(change.state(), endpoint)); });
+        context.array().change([&](array::Change& change) {
+            change.remove(findEndpoint(change.snapshot(), endpoint));
+        });
     }
 };
 

@@ -3,7 +3,7 @@
 #include <ostream>
 #include <thread>
 
-#include "array/state/StateDirectory.h"
+#include "array/database/StateDirectory.h"
 #include "cli/EventReader.h"
 #include "cli/Listing.h"
 #include "cli/commands/Commands.h"
@@ -23,17 +23,19 @@ void printForPeople(std::ostream& out, const std::string& line) {
     }
     out << event.value("time", "") << "  " << std::left << std::setw(14) << event.value("type", "")
         << "  " << event.value("text", "");
-    if (const std::string keyValues = event.value("keyValues", ""); !keyValues.empty())
+    if (const std::string keyValues = event.value("keyValues", ""); !keyValues.empty()) {
         out << "  " << keyValues;
+    }
     out << '\n';
 }
 
 void printAll(Context& context, EventReader& events) {
     for (std::string line; events.next(line);) {
-        if (context.json)
+        if (context.json) {
             context.out << line << '\n';
-        else
+        } else {
             printForPeople(context.out, line);
+        }
     }
     context.out.flush();
 }

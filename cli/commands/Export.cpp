@@ -1,9 +1,10 @@
+#include "array/description/Export.h"
+
 #include <ostream>
 
-#include "array/description/Export.h"
 #include "array/description/Writer.h"
-#include "cli/Progress.h"
-#include "cli/Units.h"
+#include "cli/Quantities.h"
+#include "cli/Report.h"
 #include "cli/commands/Commands.h"
 
 namespace cli {
@@ -27,13 +28,15 @@ struct Export {
                                                            ? array::description::Secrets::Write
                                                            : array::description::Secrets::Leave);
         const auto leftOut = array::description::exportTo(writer, *array, [&] {
-            if (++entries % 1024 == 0)
+            if (++entries % 1024 == 0) {
                 progress.update(entries, Progress::Clock::now());
+            }
         });
         writer.finish();
-        if (leftOut > 0)
+        if (leftOut > 0) {
             context.err << "arrayctl: left out " << counted(leftOut, "logical unit")
                         << " without a volume\n";
+        }
     }
 };
 

@@ -31,8 +31,8 @@ struct GrantArguments {
 
     void apply(Context& context, void (array::Change::*what)(array::Id, array::Id)) const {
         context.array().change([&](array::Change& change) {
-            (change.*what)(findTarget(change.state(), target),
-                           findInitiator(change.state(), initiator));
+            (change.*what)(findTarget(change.snapshot(), target),
+                           findInitiator(change.snapshot(), initiator));
         });
     }
 };

@@ -1,15 +1,16 @@
+#include "array/description/Import.h"
+
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
-#include "array/description/Import.h"
 #include "array/description/Reader.h"
 #include "cli/Listing.h"
 #include "cli/NewState.h"
-#include "cli/Progress.h"
-#include "cli/Units.h"
+#include "cli/Quantities.h"
+#include "cli/Report.h"
 #include "cli/commands/Commands.h"
 
 namespace cli {
@@ -38,18 +39,20 @@ struct Import {
     }
 
     void run(Context& context) const {
-        if (file == "-")
+        if (file == "-") {
             importInto(context, context.in, 0);
-        else
+        } else {
             importFile(context);
+        }
         printImported(context);
     }
 
 private:
     void importFile(Context& context) const {
         std::ifstream text(file, std::ios::binary);
-        if (!text)
+        if (!text) {
             throw std::runtime_error(file + ": " + std::strerror(errno));
+        }
         std::error_code unknown;
         const auto size = std::filesystem::file_size(file, unknown);
         importInto(context, text, unknown ? 0 : size);
@@ -73,8 +76,9 @@ private:
         Progress progress(context.err, context.errIsTerminal, size, Progress::Clock::now());
         std::uint64_t entries = 0;
         const auto afterEach = [&] {
-            if (size > 0 && ++entries % 1024 == 0)
+            if (size > 0 && ++entries % 1024 == 0) {
                 progress.update(static_cast<std::uint64_t>(text.tellg()), Progress::Clock::now());
+            }
         };
         try {
             array::description::importFrom(text, array, afterEach);
@@ -92,10 +96,11 @@ private:
             counts[member] = count;
             text += (text.empty() ? "Imported " : ", ") + counted(count, noun);
         }
-        if (context.json)
+        if (context.json) {
             printJson(context.out, counts);
-        else
+        } else {
             context.out << text << ".\n";
+        }
     }
 };
 

@@ -1,4 +1,4 @@
-#include "cli/Listings.h"
+#include "cli/Listing.h"
 #include "cli/Lookup.h"
 #include "cli/commands/Commands.h"
 
@@ -36,7 +36,7 @@ struct DeleteInitiator {
 
     void run(Context& context) const {
         context.array().change([&](array::Change& change) {
-            change.remove(findInitiator(change.state(), initiator));
+            change.remove(findInitiator(change.snapshot(), initiator));
         });
     }
 };

@@ -20,11 +20,13 @@ struct SecretArguments {
 
     void store(Context& context, const std::string& secret) const {
         context.array().change([&](array::Change& change) {
-            if (kind == "initiator")
-                store(change, findInitiator(change.state(), name), &array::Snapshot::initiator,
+            if (kind == "initiator") {
+                store(change, findInitiator(change.snapshot(), name), &array::Snapshot::initiator,
                       secret);
-            else
-                store(change, findTarget(change.state(), name), &array::Snapshot::target, secret);
+            } else {
+                store(change, findTarget(change.snapshot(), name), &array::Snapshot::target,
+                      secret);
+            }
         });
     }
 
@@ -32,7 +34,7 @@ struct SecretArguments {
     static void store(array::Change& change, array::Id id,
                       const Record* (array::Snapshot::*read)(array::Id) const,
                       const std::string& secret) {
-        Record record = *(change.state().*read)(id);
+        Record record = *(change.snapshot().*read)(id);
         record.secret = secret;
         change.modify(id, record);
     }

@@ -1,6 +1,6 @@
-#include "array/ErrorCode.h"
-#include "array/engine/Text.h"
-#include "cli/Listings.h"
+#include "array/model/ErrorCode.h"
+#include "array/model/Text.h"
+#include "cli/Listing.h"
 #include "cli/Lookup.h"
 #include "cli/SecretInput.h"
 #include "cli/commands/Commands.h"
@@ -36,18 +36,21 @@ struct Login {
         request.target = findTarget(*array, target);
         request.initiator = findInitiator(*array, initiator);
         request.endpoints = endpoints(*array);
-        if (!array->initiator(request.initiator)->secret.empty())
+        if (!array->initiator(request.initiator)->secret.empty()) {
             request.secret = readSecret(context, "Secret of initiator " + initiator);
+        }
         printCreated(context, context.array().login(request));
     }
 
 private:
     std::vector<array::Id> endpoints(const array::Snapshot& array) const {
         std::vector<array::Id> ids;
-        for (const std::string& portal : portals)
+        for (const std::string& portal : portals) {
             ids.push_back(findEndpoint(array, portal));
-        if (ids.empty() && array.count(Pegasus::CLASSID_TCP_ENDPOINT) > 0)
+        }
+        if (ids.empty() && array.count(Pegasus::CLASSID_TCP_ENDPOINT) > 0) {
             ids.push_back(array.ids(Pegasus::CLASSID_TCP_ENDPOINT).front());
+        }
         return ids;
     }
 };
@@ -65,22 +68,25 @@ struct Logout {
     }
 
     void run(Context& context) const {
-        for (const array::Id session : sessions(*context.array().snapshot()))
+        for (const array::Id session : sessions(*context.array().snapshot())) {
             context.array().logout(session);
+        }
     }
 
 private:
     std::vector<array::Id> sessions(const array::Snapshot& array) const {
-        if (target.empty())
+        if (target.empty()) {
             return {findSession(array, keyOrInitiator)};
+        }
         const array::Id targetId = findTarget(array, target);
         std::vector<array::Id> ids =
             array.associated(findInitiator(array, keyOrInitiator), Pegasus::CLASSID_ISCSI_SESSION);
         std::erase_if(ids, [&](array::Id id) { return array.session(id)->target != targetId; });
-        if (ids.empty())
+        if (ids.empty()) {
             array::fail(array::ErrorCode::NoSuchObject,
                         "Initiator " + array::quoted(keyOrInitiator) +
                             " has no session with target " + array::quoted(target) + ".");
+        }
         return ids;
     }
 };

@@ -1,8 +1,8 @@
 #include <ostream>
 
-#include "array/ErrorCode.h"
+#include "array/model/ErrorCode.h"
 #include "cli/Listing.h"
-#include "cli/Units.h"
+#include "cli/Quantities.h"
 #include "cli/commands/Commands.h"
 
 namespace cli {
@@ -12,15 +12,18 @@ namespace {
 struct Check : NoArguments {
     static void run(Context& context) {
         const std::vector<std::string> findings = context.array().check();
-        if (context.json)
+        if (context.json) {
             printJson(context.out, findings);
-        else
-            for (const std::string& finding : findings)
+        } else {
+            for (const std::string& finding : findings) {
                 context.out << finding << '\n';
-        if (!findings.empty())
+            }
+        }
+        if (!findings.empty()) {
             array::fail(array::ErrorCode::StateDamaged,
                         "The array in " + context.array().directory().string() +
                             " is damaged: " + counted(findings.size(), "finding") + ".");
+        }
     }
 };
 

@@ -1,4 +1,4 @@
-#include "array/KeyText.h"
+#include "array/model/Ids.h"
 #include "cli/Listing.h"
 #include "cli/Lookup.h"
 #include "cli/TargetReport.h"
@@ -54,7 +54,7 @@ struct TargetArgument {
 struct DeleteTarget : TargetArgument {
     void run(Context& context) const {
         context.array().change(
-            [&](array::Change& change) { change.remove(findTarget(change.state(), target)); });
+            [&](array::Change& change) { change.remove(findTarget(change.snapshot(), target)); });
     }
 };
 

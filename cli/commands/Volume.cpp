@@ -1,7 +1,7 @@
-#include "array/KeyText.h"
+#include "array/model/Ids.h"
 #include "cli/Listing.h"
 #include "cli/Lookup.h"
-#include "cli/Units.h"
+#include "cli/Quantities.h"
 #include "cli/commands/Commands.h"
 
 namespace cli {
@@ -53,7 +53,7 @@ struct DeleteVolume {
 
     void run(Context& context) const {
         context.array().change(
-            [&](array::Change& change) { change.remove(findVolume(change.state(), volume)); });
+            [&](array::Change& change) { change.remove(findVolume(change.snapshot(), volume)); });
     }
 };
 

@@ -1,5 +1,4 @@
-#ifndef ENGINE_BUILDERS_BUILDERS_H
-#define ENGINE_BUILDERS_BUILDERS_H
+#pragma once
 
 // All builders of the managed-object library.
 //
@@ -23,5 +22,3 @@
 #include "engine/builders/iSCSIProtocolEndpoint.h"
 #include "engine/builders/iSCSISession.h"
 #include "engine/builders/iSCSISettings.h"
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_BUILDERS_ENDPOINT_OF_NETWORK_PIPE_H
-#define ENGINE_BUILDERS_ENDPOINT_OF_NETWORK_PIPE_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
@@ -25,5 +24,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_BUILDERS_STATISTICS_H
-#define ENGINE_BUILDERS_STATISTICS_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMPropertyList.h>
@@ -35,5 +34,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_BUILDERS_STORAGE_VOLUME_H
-#define ENGINE_BUILDERS_STORAGE_VOLUME_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -26,5 +25,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_BUILDERS_TCP_PROTOCOL_ENDPOINT_H
-#define ENGINE_BUILDERS_TCP_PROTOCOL_ENDPOINT_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -22,5 +21,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ENGINE_BUILDERS_ISCSI_CONNECTION_H
-#define ENGINE_BUILDERS_ISCSI_CONNECTION_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
@@ -23,5 +22,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

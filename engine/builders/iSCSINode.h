@@ -1,5 +1,4 @@
-#ifndef ENGINE_BUILDERS_ISCSI_NODE_H
-#define ENGINE_BUILDERS_ISCSI_NODE_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -22,5 +21,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

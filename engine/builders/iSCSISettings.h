@@ -1,5 +1,4 @@
-#ifndef ENGINE_BUILDERS_ISCSI_SETTINGS_H
-#define ENGINE_BUILDERS_ISCSI_SETTINGS_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
@@ -23,5 +22,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,10 +1,10 @@
 // The server's side of CIMOMHandle.
 
-#ifndef PEGASUS_HOST_CIMOMBACKEND_H
-#define PEGASUS_HOST_CIMOMBACKEND_H
+#pragma once
+
+#include <memory>
 
 #include <Pegasus/Provider/CIMOMHandle.h>
-#include <memory>
 
 namespace Pegasus {
 
@@ -107,5 +107,3 @@ public:
 PEGASUS_EXPORT CIMOMHandle makeCimomHandle(std::shared_ptr<CimomBackend> backend);
 
 } // namespace Pegasus
-
-#endif

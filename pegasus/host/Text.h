@@ -2,8 +2,7 @@
 //
 // Threads: a Text belongs to one.
 
-#ifndef PEGASUS_HOST_TEXT_H
-#define PEGASUS_HOST_TEXT_H
+#pragma once
 
 #include <algorithm>
 #include <cstddef>
@@ -40,8 +39,9 @@ public:
 
     // Where so many bytes may be written; `added` then says how many were. Ends with the next call.
     char* room(std::size_t count) {
-        if (_capacity - _size < count)
+        if (_capacity - _size < count) {
             _grow(count);
+        }
         return _bytes.get() + _size;
     }
     void added(std::size_t count) { _size += count; }
@@ -51,8 +51,9 @@ private:
         const std::size_t smallest = 256,
                           capacity = std::max(2 * _capacity + smallest, _size + count);
         auto bytes = std::make_unique_for_overwrite<char[]>(capacity);
-        if (_size != 0)
+        if (_size != 0) {
             std::memcpy(bytes.get(), _bytes.get(), _size);
+        }
         _bytes = std::move(bytes);
         _capacity = capacity;
     }
@@ -63,5 +64,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -90,12 +90,13 @@ void appendClassPath(Text& out, const CIMObjectPath& path) {
 
 void appendValueReference(Text& out, const CIMObjectPath& path) {
     out += "<VALUE.REFERENCE>\n";
-    if (path.getHost().size() != 0)
+    if (path.getHost().size() != 0) {
         appendInstancePath(out, path);
-    else if (!path.getNameSpace().isNull())
+    } else if (!path.getNameSpace().isNull()) {
         appendLocalInstancePath(out, path);
-    else
+    } else {
         appendInstanceName(out, path);
+    }
     out += "</VALUE.REFERENCE>\n";
 }
 

@@ -1,6 +1,7 @@
+#include <string>
+
 #include <Pegasus/Common/Utf.h>
 #include <host/XmlText.h>
-#include <string>
 
 namespace Pegasus::Xml {
 
@@ -21,8 +22,9 @@ bool appendIfAll(Text& out, const Unit* units, std::size_t count, IsFit isFit) {
         to[i] = static_cast<char>(units[i]);
         unfit |= !isFit(units[i]);
     }
-    if (unfit == 0)
+    if (unfit == 0) {
         out.added(count);
+    }
     return unfit == 0;
 }
 
@@ -45,12 +47,13 @@ public:
     void put(Uint32 c) {
         const bool afterBlank = _blank;
         _blank = c == ' ' && !afterBlank;
-        if (c == ' ')
+        if (c == ' ') {
             _out += afterBlank ? "&#32;" : " ";
-        else if (c >= 0x80)
+        } else if (c >= 0x80) {
             _putUtf8(c);
-        else
+        } else {
             _putReference(c);
+        }
     }
 
     // `start` is where the text began.
@@ -98,18 +101,21 @@ private:
 void appendName(Text& out, const CIMName& name) {
     const String& text = name.getString();
     const auto isAscii = [](Uint16 c) { return c < 0x80; };
-    if (!appendIfAll(out, text.getChar16Data(), text.size(), isAscii))
+    if (!appendIfAll(out, text.getChar16Data(), text.size(), isAscii)) {
         appendEscaped(out, text);
+    }
 }
 
 void appendEscaped(Text& out, const String& text) {
     const Char16 *p = text.getChar16Data(), *const end = p + text.size();
-    if (appendIfAll(out, p, text.size(), isPlain<Uint16>)) // most texts
+    if (appendIfAll(out, p, text.size(), isPlain<Uint16>)) { // most texts
         return;
+    }
     const std::size_t start = out.size();
     Escaper escaper(out);
-    while ((p = escaper.takePlain(p, end)) != end)
+    while ((p = escaper.takePlain(p, end)) != end) {
         escaper.put(Utf::readUtf16(p, end));
+    }
     escaper.finish(start);
 }
 

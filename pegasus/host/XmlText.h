@@ -1,7 +1,6 @@
 // What the writers of elements share. Internal.
 
-#ifndef PEGASUS_HOST_XMLTEXT_H
-#define PEGASUS_HOST_XMLTEXT_H
+#pragma once
 
 #include <host/XmlWriter.h>
 
@@ -19,8 +18,9 @@ inline std::string_view typeName(CIMType type) {
 // kind it is.
 inline void appendTypeOf(Text& out, const CIMValue& value) {
     out.append(typeName(value.getType())) += '"';
-    if (value.getType() < CIMTYPE_OBJECT || value.isNull())
+    if (value.getType() < CIMTYPE_OBJECT || value.isNull()) {
         return;
+    }
     const std::string_view kind = value.getType() == CIMTYPE_OBJECT ? "object" : "instance";
     out.append(" EmbeddedObject=\"").append(kind);   // DSP0201 2.3
     out.append("\" EMBEDDEDOBJECT=\"").append(kind); // what older clients read
@@ -28,5 +28,3 @@ inline void appendTypeOf(Text& out, const CIMValue& value) {
 }
 
 } // namespace Pegasus::Xml
-
-#endif

@@ -1,8 +1,9 @@
 // VALUE, VALUE.ARRAY, VALUE.REFERENCE and VALUE.REFARRAY
 
-#include <Pegasus/Common/CIMValueAccess.h>
 #include <charconv>
 #include <cstdio>
+
+#include <Pegasus/Common/CIMValueAccess.h>
 #include <host/XmlText.h>
 
 namespace Pegasus::Xml {
@@ -71,16 +72,18 @@ void appendElement(Text& out, const Array<T>& x) {
     const std::string_view name =
         std::is_same_v<T, CIMObjectPath> ? "VALUE.REFARRAY" : "VALUE.ARRAY";
     out.append("<").append(name).append(">\n");
-    for (Uint32 i = 0; i < x.size(); ++i)
+    for (Uint32 i = 0; i < x.size(); ++i) {
         appendElement(out, x[i]);
+    }
     out.append("</").append(name).append(">\n");
 }
 
 } // namespace
 
 void appendValue(Text& out, const CIMValue& value) {
-    if (!value.isNull())
+    if (!value.isNull()) {
         visit(value, [&](const auto& content) { appendElement(out, content); });
+    }
 }
 
 } // namespace Pegasus::Xml

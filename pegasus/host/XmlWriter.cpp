@@ -16,27 +16,32 @@ void appendNameAttribute(Text& out, std::string_view attribute, const CIMName& n
 
 // CLASSORIGIN and PROPAGATED of a property or method.
 void appendOrigin(Text& out, const CIMName& classOrigin, bool propagated, const Parts& parts) {
-    if (parts.classOrigin && !classOrigin.isNull())
+    if (parts.classOrigin && !classOrigin.isNull()) {
         appendNameAttribute(out, " CLASSORIGIN", classOrigin);
-    if (propagated)
+    }
+    if (propagated) {
         out += " PROPAGATED=\"true\"";
+    }
 }
 
 void appendQualifiers(Text& out, const NamedList<CIMQualifier>& qualifiers, const Parts& parts) {
-    for (Uint32 i = 0; parts.qualifiers && i < qualifiers.size(); ++i)
+    for (Uint32 i = 0; parts.qualifiers && i < qualifiers.size(); ++i) {
         appendQualifier(out, qualifiers[i]);
+    }
 }
 
 // Of a method or a parameter.
 template<class T>
 void appendQualifiersOf(Text& out, const T& x, const Parts& parts) {
-    for (Uint32 i = 0; parts.qualifiers && i < x.getQualifierCount(); ++i)
+    for (Uint32 i = 0; parts.qualifiers && i < x.getQualifierCount(); ++i) {
         appendQualifier(out, x.getQualifier(i));
+    }
 }
 
 void appendArraySize(Text& out, Uint32 size) {
-    if (size != 0)
+    if (size != 0) {
         out.append(" ARRAYSIZE=\"").append(std::to_string(size)) += '"';
+    }
 }
 
 void appendParameter(Text& out, const CIMConstParameter& parameter, const Parts& parts) {
@@ -47,10 +52,11 @@ void appendParameter(Text& out, const CIMConstParameter& parameter, const Parts&
                               : "PARAMETER";
     out.append("<").append(element);
     appendNameAttribute(out, " NAME", parameter.getName());
-    if (reference)
+    if (reference) {
         appendNameAttribute(out, " REFERENCECLASS", parameter.getReferenceClassName());
-    else
+    } else {
         out.append(" TYPE=\"").append(typeName(parameter.getType())) += '"';
+    }
     appendArraySize(out, parameter.getArraySize());
     out += ">\n";
     appendQualifiersOf(out, parameter, parts);
@@ -64,8 +70,9 @@ void appendMethod(Text& out, const CIMConstMethod& method, const Parts& parts) {
     appendOrigin(out, method.getClassOrigin(), method.getPropagated(), parts);
     out += ">\n";
     appendQualifiersOf(out, method, parts);
-    for (Uint32 i = 0; i < method.getParameterCount(); ++i)
+    for (Uint32 i = 0; i < method.getParameterCount(); ++i) {
         appendParameter(out, method.getParameter(i), parts);
+    }
     out += "</METHOD>\n";
 }
 
@@ -76,14 +83,18 @@ void appendQualifier(Text& out, const CIMConstQualifier& qualifier) {
     out += "<QUALIFIER NAME=\"";
     appendName(out, qualifier.getName());
     out.append("\" TYPE=\"").append(typeName(qualifier.getType())) += '"';
-    if (qualifier.getPropagated())
+    if (qualifier.getPropagated()) {
         out += " PROPAGATED=\"true\"";
-    if (!flavor.hasFlavor(CIMFlavor::OVERRIDABLE))
+    }
+    if (!flavor.hasFlavor(CIMFlavor::OVERRIDABLE)) {
         out += " OVERRIDABLE=\"false\"";
-    if (!flavor.hasFlavor(CIMFlavor::TOSUBCLASS))
+    }
+    if (!flavor.hasFlavor(CIMFlavor::TOSUBCLASS)) {
         out += " TOSUBCLASS=\"false\"";
-    if (flavor.hasFlavor(CIMFlavor::TRANSLATABLE))
+    }
+    if (flavor.hasFlavor(CIMFlavor::TRANSLATABLE)) {
         out += " TRANSLATABLE=\"true\"";
+    }
     out += ">\n";
     appendValue(out, qualifier.getValue());
     out += "</QUALIFIER>\n";
@@ -98,8 +109,9 @@ static void appendPropertyOf(Text& out, const CIMPropertyRep& property, const Pa
     out.append("<").append(element);
     appendNameAttribute(out, " NAME", property.name);
     out += ' ';
-    if (reference && !property.referenceClassName.isNull())
+    if (reference && !property.referenceClassName.isNull()) {
         appendNameAttribute(out, " REFERENCECLASS", property.referenceClassName);
+    }
     appendOrigin(out, property.classOrigin, property.propagated, parts);
     if (!reference) {
         out += " TYPE=\"";
@@ -118,14 +130,16 @@ void appendProperty(Text& out, const CIMConstProperty& property, const Parts& pa
 
 static void appendProperties(Text& out, const NamedList<CIMProperty>& all, const Parts& parts) {
     if (parts.properties.isNull()) {
-        for (Uint32 i = 0; i < all.size(); ++i)
+        for (Uint32 i = 0; i < all.size(); ++i) {
             appendPropertyOf(out, PropertyAccess::content(all[i]), parts);
+        }
         return;
     }
     for (Uint32 i = 0; i < parts.properties.size(); ++i) {
         const Uint32 index = all.find(parts.properties[i]);
-        if (index != PEG_NOT_FOUND)
+        if (index != PEG_NOT_FOUND) {
             appendPropertyOf(out, PropertyAccess::content(all[index]), parts);
+        }
     }
 }
 
@@ -154,16 +168,18 @@ void appendClass(Text& out, const CIMConstClass& cimClass, const Parts& parts) {
     const CIMObjectRep& content = ObjectAccess::content(cimClass);
     appendQualifiers(out, content.qualifiers, parts);
     appendProperties(out, content.properties, parts);
-    for (Uint32 i = 0; i < cimClass.getMethodCount(); ++i)
+    for (Uint32 i = 0; i < cimClass.getMethodCount(); ++i) {
         appendMethod(out, cimClass.getMethod(i), parts);
+    }
     out += "</CLASS>\n";
 }
 
 void appendObject(Text& out, const CIMConstObject& object, const Parts& parts) {
-    if (object.isClass())
+    if (object.isClass()) {
         appendClass(out, CIMConstClass(object), parts);
-    else
+    } else {
         appendInstanceOf(out, ObjectAccess::content(object), parts);
+    }
 }
 
 void appendParamValue(Text& out, const CIMParamValue& param) {

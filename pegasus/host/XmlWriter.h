@@ -6,8 +6,9 @@
 //
 // Threads: the functions keep no state.
 
-#ifndef PEGASUS_HOST_XMLWRITER_H
-#define PEGASUS_HOST_XMLWRITER_H
+#pragma once
+
+#include <string_view>
 
 #include <Pegasus/Common/CIMClass.h>
 #include <Pegasus/Common/CIMInstance.h>
@@ -16,7 +17,6 @@
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <host/Text.h>
-#include <string_view>
 
 namespace Pegasus::Xml {
 
@@ -68,5 +68,3 @@ PEGASUS_EXPORT void appendParamValue(Text& out, const CIMParamValue& param);
 PEGASUS_EXPORT void appendReturnValue(Text& out, const CIMValue& value);
 
 } // namespace Pegasus::Xml
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_ARRAY_RANGE_H
-#define PROVIDERS_FRAME_ARRAY_RANGE_H
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 
@@ -18,5 +17,3 @@ const T* end(const Array<T>& array) {
 }
 
 } // namespace Pegasus
-
-#endif

@@ -12,8 +12,9 @@ namespace {
 CIMProperty endProperty(const CIMName& className, const AssociationEnd& end,
                         Boolean withQualifier) {
     CIMProperty property(end.role, CIMValue(end.path), 0, end.referenceClass, className, false);
-    if (withQualifier)
+    if (withQualifier) {
         property.addQualifier(keyQualifier());
+    }
     return property;
 }
 

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_ASSOCIATIONS_H
-#define PROVIDERS_FRAME_ASSOCIATIONS_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
@@ -25,5 +24,3 @@ CIMInstance associationInstance(const CIMName& className, const AssociationEnd& 
                                 const AssociationEnd& second, Boolean keyQualifiers);
 
 } // namespace Pegasus
-
-#endif

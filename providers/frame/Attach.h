@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_ATTACH_H
-#define PROVIDERS_FRAME_ATTACH_H
+#pragma once
 
 #include <Pegasus/Provider/CIMOMHandle.h>
 
@@ -14,5 +13,3 @@ inline void attach(DRAVEngine*& engine, CIMOMHandle& kept, const CIMOMHandle& ci
 }
 
 } // namespace Pegasus
-
-#endif

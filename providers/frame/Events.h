@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_EVENTS_H
-#define PROVIDERS_FRAME_EVENTS_H
+#pragma once
 
 #include <string>
 
@@ -20,5 +19,3 @@ void publishUnimplemented(const std::string& service, const std::string& operati
                           const CIMObjectPath& instanceReference);
 
 } // namespace Pegasus
-
-#endif

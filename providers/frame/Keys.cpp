@@ -10,8 +10,9 @@ namespace Pegasus {
 String keyValue(const CIMObjectPath& path, const CIMName& name) {
     const Array<CIMKeyBinding>& keys = path.getKeyBindings();
     Uint32 i = 0;
-    while (i < keys.size() && keys[i].getName() != name)
+    while (i < keys.size() && keys[i].getName() != name) {
         ++i;
+    }
     return keys[i].getValue(); // throws past the last
 }
 

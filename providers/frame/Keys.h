@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_KEYS_H
-#define PROVIDERS_FRAME_KEYS_H
+#pragma once
 
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -21,5 +20,3 @@ Uint32 idFromFirstKey(const CIMObjectPath& path);
 Uint32 idFromDeviceID(const CIMObjectPath& path);
 
 } // namespace Pegasus
-
-#endif

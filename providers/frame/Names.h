@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_NAMES_H
-#define PROVIDERS_FRAME_NAMES_H
+#pragma once
 
 #include <Pegasus/Common/CIMName.h>
 
@@ -12,5 +11,3 @@ inline const CIMName CLASS_SCSIProtocolController("CIM_SCSIProtocolController");
 inline const CIMName PROPERTY_InstanceID("InstanceID");
 
 } // namespace Pegasus
-
-#endif

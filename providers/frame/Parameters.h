@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_PARAMETERS_H
-#define PROVIDERS_FRAME_PARAMETERS_H
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMParamValue.h>
@@ -16,12 +15,11 @@ template<class T>
 T inParameter(const Array<CIMParamValue>& inParameters, const String& name) {
     T value{};
     for (const CIMParamValue& parameter : inParameters) {
-        if (parameter.getParameterName() == name)
+        if (parameter.getParameterName() == name) {
             parameter.getValue().get(value);
+        }
     }
     return value;
 }
 
 } // namespace Pegasus
-
-#endif

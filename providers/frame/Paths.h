@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_PATHS_H
-#define PROVIDERS_FRAME_PATHS_H
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
@@ -27,5 +26,3 @@ CIMQualifier keyQualifier();
 CIMProperty keyProperty(const CIMName& name, CIMValue value);
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_PEGASUS_CREATE_PROVIDER_H
-#define PROVIDERS_FRAME_PEGASUS_CREATE_PROVIDER_H
+#pragma once
 
 #include <Pegasus/Common/String.h>
 #include <Pegasus/Provider/CIMProvider.h>
@@ -9,5 +8,3 @@
 // initialize before any operation. Null, without a line, for a name that is not the module's.
 extern "C" __attribute__((visibility("default"))) Pegasus::CIMProvider*
 PegasusCreateProvider(const Pegasus::String& providerName);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_RECORDS_H
-#define PROVIDERS_FRAME_RECORDS_H
+#pragma once
 
 #include <memory>
 
@@ -15,11 +14,10 @@ template<class Record>
 std::unique_ptr<Record> readRecord(DRAVEngine& engine, CLASSID_e objectClass, Uint32 id) {
     std::unique_ptr<ManagedObject> object(engine.getObject(objectClass, id));
     std::unique_ptr<Record> record(dynamic_cast<Record*>(object.get()));
-    if (record)
+    if (record) {
         static_cast<void>(object.release());
+    }
     return record;
 }
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_REFUSALS_H
-#define PROVIDERS_FRAME_REFUSALS_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
@@ -68,5 +67,3 @@ namespace Pegasus {
 [[noreturn]] void refuse(const char* text);
 
 } // namespace Pegasus
-
-#endif

@@ -31,8 +31,9 @@ CIMObjectPath servicePath(const CIMName& className) {
 CIMInstance serviceInstance(const CIMName& className) {
     CIMInstance instance(className);
     const Array<CIMKeyBinding> keys = serviceKeys(className);
-    for (const CIMKeyBinding& key : keys)
+    for (const CIMKeyBinding& key : keys) {
         instance.addProperty(keyProperty(key.getName(), key.getValue()));
+    }
     instance.setPath(servicePath(className));
     return instance;
 }

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_SERVICES_H
-#define PROVIDERS_FRAME_SERVICES_H
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
@@ -15,5 +14,3 @@ CIMObjectPath servicePath(const CIMName& className);
 CIMInstance serviceInstance(const CIMName& className);
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_FRAME_TRACE_H
-#define PROVIDERS_FRAME_TRACE_H
+#pragma once
 
 #include <string>
 
@@ -15,5 +14,3 @@ void trace(const std::string& line);
 std::string utf8(const String& text);
 
 } // namespace Pegasus
-
-#endif

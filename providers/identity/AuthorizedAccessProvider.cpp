@@ -35,8 +35,9 @@ Uint32 controllerId(const CIMObjectPath& objectName) {
     String value;
     for (const CIMKeyBinding& key : objectName.getKeyBindings()) {
         value = key.getValue();
-        if (key.getName() == PROPERTY_DeviceID)
+        if (key.getName() == PROPERTY_DeviceID) {
             break;
+        }
     }
     return DRAVObjectID(value).id;
 }
@@ -52,17 +53,21 @@ FarEnd traverse(DRAVEngine& engine, const CIMObjectPath& objectName,
     const CIMName& sourceClass = objectName.getClassName();
     if (associationClass == CLASS_AuthorizedSubject) {
         const Array<Uint32> id(1, idFromFirstKey(objectName));
-        if (sourceClass == CLASS_StorageHardwareID && isPrivilege(resultClass))
+        if (sourceClass == CLASS_StorageHardwareID && isPrivilege(resultClass)) {
             return {privilegePath, id};
-        if (isPrivilege(sourceClass) && resultClass == CLASS_StorageHardwareID)
+        }
+        if (isPrivilege(sourceClass) && resultClass == CLASS_StorageHardwareID) {
             return {storageHardwareIDPath, id};
+        }
     } else if (associationClass == CLASS_AuthorizedTarget) {
-        if (isPrivilege(sourceClass) && resultClass == CLASS_SCSIProtocolController)
+        if (isPrivilege(sourceClass) && resultClass == CLASS_SCSIProtocolController) {
             return {controllerPath,
                     engine.enumerateAssociatedObjects(idFromFirstKey(objectName), CLASSID_TARGET)};
-        if (sourceClass == CLASS_SCSIProtocolController && isPrivilege(resultClass))
+        }
+        if (sourceClass == CLASS_SCSIProtocolController && isPrivilege(resultClass)) {
             return {privilegePath,
                     engine.enumerateAssociatedObjects(controllerId(objectName), CLASSID_INITIATOR)};
+        }
     }
     refuse("AuthorizedAccess::associators");
 }
@@ -82,12 +87,13 @@ void AuthorizedAccessProvider::associators(
     handler.processing();
     const FarEnd end = traverse(*_engine, objectName, associationClass, resultClass);
     for (const Uint32 id : end.ids) {
-        if (end.path == privilegePath)
+        if (end.path == privilegePath) {
             _deliverAuthorizedPrivilege(id, handler);
-        else
+        } else {
             handler.deliver(
                 CIMObject(_cimom.getInstance(context, SNIA_NAMESPACE, end.path(id), localOnly,
                                              includeQualifiers, includeClassOrigin, propertyList)));
+        }
     }
     handler.complete();
 }
@@ -100,10 +106,11 @@ void AuthorizedAccessProvider::associatorNames(const OperationContext&,
     handler.processing();
     const FarEnd end = traverse(*_engine, objectName, associationClass, resultClass);
     for (const Uint32 id : end.ids) {
-        if (end.path == privilegePath)
+        if (end.path == privilegePath) {
             _deliverAuthorizedPrivilegePath(id, handler);
-        else
+        } else {
             handler.deliver(end.path(id));
+        }
     }
     handler.complete();
 }

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_IDENTITY_AUTHORIZED_ACCESS_PROVIDER_H
-#define PROVIDERS_IDENTITY_AUTHORIZED_ACCESS_PROVIDER_H
+#pragma once
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
@@ -47,5 +46,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

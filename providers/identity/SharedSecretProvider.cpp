@@ -56,20 +56,22 @@ void SharedSecretProvider::modifyInstance(const OperationContext&,
             .getValue()
             .get(secret);
         const Uint32 id = idFromFirstKey(instanceReference);
-        if (ownerClass(id) == CLASSID_INITIATOR)
+        if (ownerClass(id) == CLASSID_INITIATOR) {
             changeSecret<DRAVInitiator>(*_engine, CLASSID_INITIATOR, id, secret);
-        else if (ownerClass(id) == CLASSID_TARGET)
+        } else if (ownerClass(id) == CLASSID_TARGET) {
             changeSecret<DRAVTarget>(*_engine, CLASSID_TARGET, id, secret);
+        }
     }
     handler.complete();
 }
 
 void SharedSecretProvider::_getSharedSecret(Uint32 id, InstanceResponseHandler& handler) {
     String secret;
-    if (ownerClass(id) == CLASSID_INITIATOR)
+    if (ownerClass(id) == CLASSID_INITIATOR) {
         secret = readRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, id)->secret;
-    else if (ownerClass(id) == CLASSID_TARGET)
+    } else if (ownerClass(id) == CLASSID_TARGET) {
         secret = readRecord<DRAVTarget>(*_engine, CLASSID_TARGET, id)->secret;
+    }
 
     CIMInstance instance(CLASS_SharedSecret);
     instance.addProperty(CIMProperty(PROPERTY_Secret, secret));

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_IDENTITY_SHARED_SECRET_PROVIDER_H
-#define PROVIDERS_IDENTITY_SHARED_SECRET_PROVIDER_H
+#pragma once
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
@@ -38,5 +37,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -66,8 +66,9 @@ void StorageHardwareIDManagementServiceProvider::enumerateInstances(
     const OperationContext&, const CIMObjectPath& classReference, const Boolean, const Boolean,
     const CIMPropertyList&, InstanceResponseHandler& handler) {
     handler.processing();
-    if (classReference.getClassName() == SERVICE)
+    if (classReference.getClassName() == SERVICE) {
         handler.deliver(_build_instance());
+    }
     handler.complete();
 }
 
@@ -75,8 +76,9 @@ void StorageHardwareIDManagementServiceProvider::enumerateInstanceNames(
     const OperationContext&, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler) {
     handler.processing();
-    if (classReference.getClassName() == SERVICE)
+    if (classReference.getClassName() == SERVICE) {
         handler.deliver(_fill_reference());
+    }
     handler.complete();
 }
 
@@ -87,11 +89,12 @@ void StorageHardwareIDManagementServiceProvider::invokeMethod(
     trace("StorageHardwareIDManagementServiceProvider::invokeMethod");
     handler.processing();
     if (objectReference.getClassName() == SERVICE) {
-        if (methodName == CIMName("CreateStorageHardwareID"))
+        if (methodName == CIMName("CreateStorageHardwareID")) {
             handler.deliver(
                 createStorageHardwareID(*_engine, objectReference, inParameters, handler));
-        else if (methodName == CIMName("DeleteStorageHardwareID"))
+        } else if (methodName == CIMName("DeleteStorageHardwareID")) {
             handler.deliver(deleteStorageHardwareID(*_engine, inParameters));
+        }
     }
     handler.complete();
 }

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_IDENTITY_STORAGE_HARDWARE_ID_MANAGEMENT_SERVICE_H
-#define PROVIDERS_IDENTITY_STORAGE_HARDWARE_ID_MANAGEMENT_SERVICE_H
+#pragma once
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
@@ -48,5 +47,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

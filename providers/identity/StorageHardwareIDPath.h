@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_IDENTITY_STORAGE_HARDWARE_ID_PATH_H
-#define PROVIDERS_IDENTITY_STORAGE_HARDWARE_ID_PATH_H
+#pragma once
 
 #include "providers/frame/Names.h"
 #include "providers/frame/Paths.h"
@@ -12,5 +11,3 @@ inline CIMObjectPath storageHardwareIDPath(Uint32 initiatorId) {
 }
 
 } // namespace Pegasus
-
-#endif

@@ -19,8 +19,9 @@ const CIMName PROPERTY_CurrentlyAuthenticated("CurrentlyAuthenticated");
 
 // All hosts, if theirs is the class asked for.
 Array<Uint32> initiators(DRAVEngine& engine, const CIMObjectPath& classReference) {
-    if (classReference.getClassName() != CLASS_StorageHardwareID)
+    if (classReference.getClassName() != CLASS_StorageHardwareID) {
         return Array<Uint32>();
+    }
     return engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_INITIATOR);
 }
 
@@ -47,8 +48,9 @@ void StorageHardwareIDProvider::enumerateInstances(const OperationContext&,
                                                    InstanceResponseHandler& handler) {
     trace("StorageHardwareIDProvider::enumerateInstances");
     handler.processing();
-    for (const Uint32 id : initiators(*_engine, classReference))
+    for (const Uint32 id : initiators(*_engine, classReference)) {
         _getStorageHardwareID(id, handler);
+    }
     handler.complete();
 }
 
@@ -56,8 +58,9 @@ void StorageHardwareIDProvider::enumerateInstanceNames(const OperationContext&,
                                                        const CIMObjectPath& classReference,
                                                        ObjectPathResponseHandler& handler) {
     handler.processing();
-    for (const Uint32 id : initiators(*_engine, classReference))
+    for (const Uint32 id : initiators(*_engine, classReference)) {
         handler.deliver(storageHardwareIDPath(id));
+    }
     handler.complete();
 }
 

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_IDENTITY_STORAGE_HARDWARE_ID_PROVIDER_H
-#define PROVIDERS_IDENTITY_STORAGE_HARDWARE_ID_PROVIDER_H
+#pragma once
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
@@ -42,5 +41,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

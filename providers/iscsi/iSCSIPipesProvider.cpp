@@ -96,8 +96,9 @@ AssociationEnd givenEnd(const String& role, const CIMObjectPath& path) {
 
 // None if the target's record says so, or if there is no record.
 Ids sessionsOf(DRAVEngine& engine, Uint32 targetId, const DRAVTarget* target) {
-    if (!target || target->sessionPresence == 0)
+    if (!target || target->sessionPresence == 0) {
         return Ids();
+    }
     return engine.enumerateAssociatedObjects(targetId, CLASSID_ISCSI_SESSION);
 }
 
@@ -112,8 +113,9 @@ void forEachSession(DRAVEngine& engine, Visit visit) {
     for (const Uint32 targetId : targets) {
         const auto target = readRecord<DRAVTarget>(engine, CLASSID_TARGET, targetId);
         const Ids sessions = sessionsOf(engine, targetId, target.get());
-        for (Uint32 j = 0; j < sessions.size(); ++j)
+        for (Uint32 j = 0; j < sessions.size(); ++j) {
             visit(targets, target->name, sessions, j);
+        }
     }
 }
 
@@ -123,8 +125,9 @@ void forEachConnection(DRAVEngine& engine, Visit visit) {
     const Ids endpoints = engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TCP_ENDPOINT);
     for (const Uint32 endpointId : endpoints) {
         const Ids connections = connectionsOf(engine, endpointId);
-        for (Uint32 j = 0; j < connections.size(); ++j)
+        for (Uint32 j = 0; j < connections.size(); ++j) {
             visit(endpoints, connections, j);
+        }
     }
 }
 
@@ -157,13 +160,15 @@ void getComposition(const CIMObjectPath& path, const Answer& answer) {
 
 void listSessions(DRAVEngine& engine, const CIMName& className, const Answer& answer) {
     for (const Uint32 id :
-         engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_ISCSI_SESSION))
+         engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_ISCSI_SESSION)) {
         answer.session(className, id);
+    }
 }
 
 void listConnections(DRAVEngine& engine, const CIMName& className, const Answer& answer) {
-    for (const Uint32 id : connectionsOf(engine, SESSION_ROOT_OBJECT_ID))
+    for (const Uint32 id : connectionsOf(engine, SESSION_ROOT_OBJECT_ID)) {
         answer.connection(className, id);
+    }
 }
 
 void listPipeEnds(DRAVEngine& engine, const CIMName&, const Answer& answer) {
@@ -179,8 +184,9 @@ void listPipeEnds(DRAVEngine& engine, const CIMName&, const Answer& answer) {
 void listCompositions(DRAVEngine& engine, const CIMName&, const Answer& answer) {
     forEachSession(engine, [&](const Ids&, const String&, const Ids& sessions, Uint32 i) {
         const Ids connections = connectionsOf(engine, sessions[i]);
-        for (Uint32 j = 0; j < connections.size(); ++j)
+        for (Uint32 j = 0; j < connections.size(); ++j) {
             answer.composition(sessions[j], connections[j]);
+        }
     });
 }
 
@@ -200,16 +206,18 @@ const Served servedClasses[] = {
 // Null if it is not served.
 const Served* findServed(const CIMName& className) {
     for (const Served& served : servedClasses) {
-        if (served.className == className)
+        if (served.className == className) {
             return &served;
+        }
     }
     return nullptr;
 }
 
 void enumerate(DRAVEngine& engine, const CIMName& className, const Answer& answer) {
     const Served* const served = findServed(className);
-    if (!served)
+    if (!served) {
         refuseClass();
+    }
     served->list(engine, className, answer);
 }
 
@@ -231,29 +239,33 @@ void sessionsOfTarget(DRAVEngine& engine, const Question& question, const Answer
     trace(tag + "Extracted Target Key: " + utf8(targetKey));
     const Uint32 targetId = engine.getiSCSIObjectIDByName(CLASSID_TARGET, targetKey);
     trace(tag + "ObjectIDByName is: " + std::to_string(targetId));
-    if (targetId == 0)
+    if (targetId == 0) {
         return;
+    }
 
     const auto target = readRecord<DRAVTarget>(engine, CLASSID_TARGET, targetId);
-    for (const Uint32 id : sessionsOf(engine, targetId, target.get()))
+    for (const Uint32 id : sessionsOf(engine, targetId, target.get())) {
         question.farEnd ? answer.session(*question.farEnd, id) : answer.pipeOfTarget(targetKey, id);
+    }
 }
 
 void connectionsOfEndpoint(DRAVEngine& engine, const Question& question, const Answer& answer) {
     const AssociationEnd endpoint = givenEnd(STRING_Antecedent, question.source);
     const Uint32 endpointId = DRAVObjectID(keyValue(question.source, PROPERTY_Name)).id;
-    for (const Uint32 id : connectionsOf(engine, endpointId))
+    for (const Uint32 id : connectionsOf(engine, endpointId)) {
         question.farEnd ? answer.connection(*question.farEnd, id)
                         : answer.link(endpointOfNetworkPipe, endpoint, connectionEnd(id));
+    }
 }
 
 void targetOfSession(DRAVEngine& engine, const Question& question, const Answer& answer) {
     const Uint32 id = idFromFirstKey(question.source);
     forEachSession(engine,
                    [&](const Ids& targets, const String& name, const Ids& sessions, Uint32 j) {
-                       if (sessions[j] == id)
+                       if (sessions[j] == id) {
                            question.farEnd ? answer.targetEndpoint(name, targets, j)
                                            : answer.pipeOfTarget(name, id);
+                       }
                    });
 }
 
@@ -261,18 +273,20 @@ void endpointOfConnection(DRAVEngine& engine, const Question& question, const An
     const AssociationEnd connection = givenEnd(STRING_Dependent, question.source);
     const Uint32 id = idFromFirstKey(question.source);
     forEachConnection(engine, [&](const Ids& endpoints, const Ids& connections, Uint32 j) {
-        if (connections[j] == id)
+        if (connections[j] == id) {
             question.farEnd
                 ? answer.TCPEndpoint(endpoints[j])
                 : answer.link(endpointOfNetworkPipe, endpointEnd(endpoints[j]), connection);
+        }
     });
 }
 
 void connectionsOfSession(DRAVEngine& engine, const Question& question, const Answer& answer) {
     const Uint32 sessionId = idFromFirstKey(question.source);
-    for (const Uint32 id : connectionsOf(engine, sessionId))
+    for (const Uint32 id : connectionsOf(engine, sessionId)) {
         question.farEnd ? answer.connection(*question.farEnd, id)
                         : answer.composition(sessionId, id);
+    }
 }
 
 struct Walk {
@@ -295,11 +309,13 @@ void traverse(DRAVEngine& engine, const Question& question, const Answer& answer
     for (const Walk& walk : walks) {
         if (walk.association == question.association &&
             walk.source == question.source.getClassName() &&
-            (!question.farEnd || walk.farEnd == *question.farEnd))
+            (!question.farEnd || walk.farEnd == *question.farEnd)) {
             return walk.go(engine, question, answer);
+        }
     }
-    if (question.association != endpointOfNetworkPipe)
+    if (question.association != endpointOfNetworkPipe) {
         refuseClass();
+    }
 }
 
 } // namespace
@@ -314,8 +330,9 @@ void iSCSIPipesProvider::getInstance(const OperationContext&, const CIMObjectPat
                                      InstanceResponseHandler& handler) {
     handler.processing();
     static_cast<void>(path.getKeyBindings()[0]); // a path without keys is an error of any class
-    if (const Served* const served = findServed(path.getClassName()))
+    if (const Served* const served = findServed(path.getClassName())) {
         served->get(path, Answer(handler, includeQualifiers, propertyList));
+    }
     handler.complete();
 }
 

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_ISCSI_ISCSI_PIPES_PROVIDER_H
-#define PROVIDERS_ISCSI_ISCSI_PIPES_PROVIDER_H
+#pragma once
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
@@ -61,5 +60,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -63,8 +63,9 @@ template<class CIMType, auto field, class Record>
 void take(const CIMValue& value, Record& record) {
     CIMType given{};
     value.get(given);
-    if (!value.isNull())
+    if (!value.isNull()) {
         record.*field = given;
+    }
 }
 
 // The same through one of the engine's converters.
@@ -72,8 +73,9 @@ template<class Converter, auto field, class Record>
 void convert(const CIMValue& value, Record& record) {
     Uint16 given = 0;
     value.get(given);
-    if (!value.isNull())
+    if (!value.isNull()) {
         record.*field = Converter(given).code;
+    }
 }
 
 using Session = DRAVSessionSettings;
@@ -111,12 +113,14 @@ template<class Record, size_t count>
 void modify(DRAVEngine& engine, CLASSID_e objectClass, Uint32 id,
             const Setting<Record> (&settings)[count], const CIMInstance& modified) {
     const auto record = readRecord<Record>(engine, objectClass, id);
-    if (!record)
+    if (!record) {
         throw CIMObjectNotFoundException(DRAVObjectKey(id));
+    }
     for (const Setting<Record>& setting : settings) {
         const Uint32 position = modified.findProperty(CIMName(setting.property));
-        if (position != PEG_NOT_FOUND)
+        if (position != PEG_NOT_FOUND) {
             setting.take(modified.getProperty(position).getValue(), *record);
+        }
     }
     engine.modifyObject(objectClass, *record);
 }
@@ -154,10 +158,12 @@ void iSCSISettingsProvider::modifyInstance(const OperationContext&, const CIMObj
     const CIMName& className = path.getClassName();
     handler.processing();
     const Uint32 id = idFromFirstKey(path);
-    if (className == CLASS_iSCSISessionSettings)
+    if (className == CLASS_iSCSISessionSettings) {
         modify(*_engine, CLASSID_SESSION_SETTINGS, id, sessionSettings, modifiedInstance);
-    if (className == CLASS_iSCSIConnectionSettings)
+    }
+    if (className == CLASS_iSCSIConnectionSettings) {
         modify(*_engine, CLASSID_CONNECTION_SETTINGS, id, connectionSettings, modifiedInstance);
+    }
     handler.complete();
 }
 

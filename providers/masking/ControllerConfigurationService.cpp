@@ -41,8 +41,9 @@ Uint32 findVolume(DRAVEngine& engine, const String& name, const std::string& loo
 
 bool contains(const Array<Uint32>& ids, Uint32 id) {
     for (const Uint32 each : ids) {
-        if (each == id)
+        if (each == id) {
             return true;
+        }
     }
     return false;
 }
@@ -50,8 +51,10 @@ bool contains(const Array<Uint32>& ids, Uint32 id) {
 bool isMapped(DRAVEngine& engine, const Array<Uint32>& units, Uint32 volumeId) {
     for (const Uint32 unitId : units) {
         trace("Searching existing LU's ");
-        if (readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, unitId)->volumeID == volumeId)
+        if (readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, unitId)->volumeID ==
+            volumeId) {
             return true;
+        }
     }
     return false;
 }
@@ -60,8 +63,9 @@ void grantAccess(DRAVEngine& engine, Uint32 targetId, const Array<String>& initi
     const Array<Uint32> granted = engine.enumerateAssociatedObjects(targetId, CLASSID_INITIATOR);
     for (const String& name : initiatorNames) {
         const Uint32 id = findInitiator(engine, name);
-        if (!contains(granted, id))
+        if (!contains(granted, id)) {
             engine.createAssociation(targetId, id);
+        }
     }
 }
 
@@ -70,8 +74,9 @@ void hideVolumes(DRAVEngine& engine, Uint32 targetId, const Array<Uint32>& volum
     for (const Uint32 unitId : engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT)) {
         const auto unit = readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, unitId);
         for (const Uint32 volumeId : volumeIds) {
-            if (unit->volumeID == volumeId)
+            if (unit->volumeID == volumeId) {
                 engine.deleteObject(CLASSID_LOGICAL_UNIT, unitId);
+            }
         }
     }
 }
@@ -112,18 +117,21 @@ Uint32 hidePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
         targetOf(inParameter<Array<CIMObjectPath>>(inParameters, "ProtocolControllers"));
 
     Array<Uint32> initiatorIds;
-    for (const String& name : initiatorNames)
+    for (const String& name : initiatorNames) {
         initiatorIds.append(findInitiator(engine, name));
+    }
 
     Array<Uint32> volumeIds;
     for (const String& name : volumeNames) {
         volumeIds.append(findVolume(engine, name, "ObjectIDByName"));
-        if (volumeIds[volumeIds.size() - 1] == 0)
+        if (volumeIds[volumeIds.size() - 1] == 0) {
             return VOLUME_UNKNOWN;
+        }
     }
 
-    for (const Uint32 id : initiatorIds)
+    for (const Uint32 id : initiatorIds) {
         engine.deleteAssociation(targetId, id);
+    }
     hideVolumes(engine, targetId, volumeIds);
     return DONE;
 }
@@ -149,8 +157,9 @@ void ControllerConfigurationServiceProvider::enumerateInstances(const OperationC
                                                                 const CIMPropertyList&,
                                                                 InstanceResponseHandler& handler) {
     handler.processing();
-    if (classReference.getClassName() == SERVICE)
+    if (classReference.getClassName() == SERVICE) {
         handler.deliver(serviceInstance(SERVICE));
+    }
     handler.complete();
 }
 
@@ -158,8 +167,9 @@ void ControllerConfigurationServiceProvider::enumerateInstanceNames(
     const OperationContext&, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler) {
     handler.processing();
-    if (classReference.getClassName() == SERVICE)
+    if (classReference.getClassName() == SERVICE) {
         handler.deliver(servicePath(SERVICE));
+    }
     handler.complete();
 }
 
@@ -172,12 +182,13 @@ void ControllerConfigurationServiceProvider::invokeMethod(const OperationContext
     trace("ControllerConfigurationServiceProvider::invokeMethod");
     handler.processing();
     if (objectReference.getClassName() == SERVICE) {
-        if (methodName == CIMName("ExposePaths"))
+        if (methodName == CIMName("ExposePaths")) {
             handler.deliver(exposePaths(*_engine, inParameters));
-        else if (methodName == CIMName("HidePaths"))
+        } else if (methodName == CIMName("HidePaths")) {
             handler.deliver(hidePaths(*_engine, inParameters));
-        else
+        } else {
             refuse("ControllerConfigurationService::invodeMethod");
+        }
     }
     handler.complete();
 }

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_MASKING_CONTROLLER_CONFIGURATION_SERVICE_H
-#define PROVIDERS_MASKING_CONTROLLER_CONFIGURATION_SERVICE_H
+#pragma once
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
@@ -45,5 +44,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

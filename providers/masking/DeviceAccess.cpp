@@ -18,8 +18,9 @@ constexpr Row ACCESSES[] = {
 
 std::optional<Uint32> accessCode(Uint16 deviceAccess) {
     for (const Row& row : ACCESSES) {
-        if (row.deviceAccess == deviceAccess)
+        if (row.deviceAccess == deviceAccess) {
             return row.accessCode;
+        }
     }
     return std::nullopt;
 }
@@ -27,8 +28,9 @@ std::optional<Uint32> accessCode(Uint16 deviceAccess) {
 Uint16 deviceAccess(Uint32 accessCode) {
     constexpr Uint16 noAccess = 4;
     for (const Row& row : ACCESSES) {
-        if (row.accessCode == accessCode)
+        if (row.accessCode == accessCode) {
             return row.deviceAccess;
+        }
     }
     return noAccess;
 }

@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_MASKING_DEVICE_ACCESS_H
-#define PROVIDERS_MASKING_DEVICE_ACCESS_H
+#pragma once
 
 #include <optional>
 
@@ -20,5 +19,3 @@ std::optional<Uint32> accessCode(Uint16 deviceAccess);
 Uint16 deviceAccess(Uint32 accessCode);
 
 } // namespace Pegasus
-
-#endif

@@ -59,8 +59,9 @@ CIMInstance mappingInstance(const Ends& ends, const DRAVLogicalUnit& unit) {
 CIMInstance volumeInstance(const DRAVLogicalUnit& unit, Boolean includeQualifiers,
                            const CIMPropertyList& propertyList) {
     constexpr Uint32 recordGone = 3;
-    if (unit.volumeID != 0)
+    if (unit.volumeID != 0) {
         return StorageVolumeInstance(includeQualifiers, propertyList, unit.volumeID);
+    }
     DRAVVolume zombie;
     zombie.state = recordGone;
     trace("PCFU: Zombie Volume Name ='" + utf8(unit.volumeName) + "'");
@@ -71,15 +72,17 @@ CIMInstance volumeInstance(const DRAVLogicalUnit& unit, Boolean includeQualifier
 // Visits the units of a target: visit(targetId, unit).
 template<class Visit>
 void forEachUnit(DRAVEngine& engine, Uint32 targetId, Visit visit) {
-    for (const Uint32 id : engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT))
+    for (const Uint32 id : engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT)) {
         visit(targetId, *readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, id));
+    }
 }
 
 // Visits the units of all targets.
 template<class Visit>
 void forEachUnit(DRAVEngine& engine, Visit visit) {
-    for (const Uint32 id : engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET))
+    for (const Uint32 id : engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET)) {
         forEachUnit(engine, id, visit);
+    }
 }
 
 // From where an operation walks over the association.
@@ -94,18 +97,22 @@ bool isVolume(const CIMName& className) {
 }
 
 From toFarEnds(const CIMName& sourceClass, const CIMName& resultClass) {
-    if (isController(sourceClass) && isVolume(resultClass))
+    if (isController(sourceClass) && isVolume(resultClass)) {
         return From::Controller;
-    if (sourceClass == CLASS_StorageVolume && isController(resultClass))
+    }
+    if (sourceClass == CLASS_StorageVolume && isController(resultClass)) {
         return From::Volume;
+    }
     return From::Nowhere;
 }
 
 From toAssociations(bool sourceIsController, const CIMName& sourceClass, const String& role) {
-    if (sourceIsController && String::equalNoCase(role, STRING_Antecedent))
+    if (sourceIsController && String::equalNoCase(role, STRING_Antecedent)) {
         return From::Controller;
-    if (sourceClass == CLASS_StorageVolume && String::equalNoCase(role, STRING_Dependent))
+    }
+    if (sourceClass == CLASS_StorageVolume && String::equalNoCase(role, STRING_Dependent)) {
         return From::Volume;
+    }
     return From::Nowhere;
 }
 
@@ -113,13 +120,15 @@ From toAssociations(bool sourceIsController, const CIMName& sourceClass, const S
 template<class Visit>
 void walk(DRAVEngine& engine, From from, const CIMObjectPath& source, Visit visit) {
     const Uint32 sourceId = idFromDeviceID(source);
-    if (from == From::Controller)
+    if (from == From::Controller) {
         forEachUnit(engine, sourceId, visit);
-    else if (from == From::Volume)
+    } else if (from == From::Volume) {
         forEachUnit(engine, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
-            if (unit.volumeID == sourceId)
+            if (unit.volumeID == sourceId) {
                 visit(targetId, unit);
+            }
         });
+    }
 }
 
 // The controller and the volume that the path of an association names.
@@ -138,8 +147,9 @@ struct Named {
 // Sets a unit's access as the instance asks for it, if it does.
 void changeAccess(DRAVLogicalUnit& unit, const CIMInstance& instance) {
     const Uint32 position = instance.findProperty(PROPERTY_DeviceAccess);
-    if (position == PEG_NOT_FOUND)
+    if (position == PEG_NOT_FOUND) {
         return;
+    }
     Uint16 access = 0;
     instance.getProperty(position).getValue().get(access);
     unit.readOnly = accessCode(access).value_or(unit.readOnly);
@@ -159,10 +169,11 @@ void ProtocolControllerForUnitProvider::associators(
     handler.processing();
     const From from = toFarEnds(objectName.getClassName(), resultClass);
     walk(*_engine, from, objectName, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
-        if (from == From::Controller)
+        if (from == From::Controller) {
             handler.deliver(volumeInstance(unit, includeQualifiers, propertyList));
-        else
+        } else {
             handler.deliver(iSCSINodeInstance(includeQualifiers, propertyList, targetId));
+        }
     });
     handler.complete();
 }
@@ -175,10 +186,11 @@ void ProtocolControllerForUnitProvider::associatorNames(const OperationContext&,
     handler.processing();
     const From from = toFarEnds(objectName.getClassName(), resultClass);
     walk(*_engine, from, objectName, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
-        if (from == From::Controller)
+        if (from == From::Controller) {
             handler.deliver(StorageVolumePath(unit.volumeID));
-        else
+        } else {
             handler.deliver(iSCSINodePath(targetId));
+        }
     });
     handler.complete();
 }
@@ -222,11 +234,12 @@ void ProtocolControllerForUnitProvider::getInstance(const OperationContext&,
     handler.processing();
     const Named named(instanceReference);
     forEachUnit(*_engine, named.controllerId, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
-        if (unit.volumeID == named.volumeId)
+        if (unit.volumeID == named.volumeId) {
             handler.deliver(
                 mappingInstance({controllerEnd(targetId, named.controller.getClassName()),
                                  volumeEnd(unit.volumeID, named.volume.getClassName())},
                                 unit));
+        }
     });
     handler.complete();
 }
@@ -261,8 +274,9 @@ void ProtocolControllerForUnitProvider::modifyInstance(const OperationContext&,
     handler.processing();
     const Named named(instanceReference);
     forEachUnit(*_engine, named.controllerId, [&](Uint32, DRAVLogicalUnit& unit) {
-        if (unit.volumeID == named.volumeId)
+        if (unit.volumeID == named.volumeId) {
             changeAccess(unit, instanceObject);
+        }
         _engine->modifyObject(CLASSID_LOGICAL_UNIT, unit);
     });
     handler.complete();

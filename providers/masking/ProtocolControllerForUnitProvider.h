@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_MASKING_PROTOCOL_CONTROLLER_FOR_UNIT_PROVIDER_H
-#define PROVIDERS_MASKING_PROTOCOL_CONTROLLER_FOR_UNIT_PROVIDER_H
+#pragma once
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
@@ -65,5 +64,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -13,8 +13,9 @@ namespace {
 
 // All targets, if controllers are what is asked for.
 Array<Uint32> targets(DRAVEngine& engine, const CIMObjectPath& classReference) {
-    if (classReference.getClassName() != CLASS_SCSIProtocolController)
+    if (classReference.getClassName() != CLASS_SCSIProtocolController) {
         return Array<Uint32>();
+    }
     return engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET);
 }
 
@@ -41,8 +42,9 @@ void SCSIProtocolControllerProvider::enumerateInstances(
     const Boolean, const CIMPropertyList& propertyList, InstanceResponseHandler& handler) {
     trace("SCSIProtocolControllerProvider::enumerateInstances");
     handler.processing();
-    for (const Uint32 id : targets(*_engine, classReference))
+    for (const Uint32 id : targets(*_engine, classReference)) {
         handler.deliver(iSCSINodeInstance(includeQualifiers, propertyList, id));
+    }
     handler.complete();
 }
 
@@ -51,8 +53,9 @@ void SCSIProtocolControllerProvider::enumerateInstanceNames(const OperationConte
                                                             ObjectPathResponseHandler& handler) {
     trace("SCSIProtocolControllerProvider::enumerateInstanceNames");
     handler.processing();
-    for (const Uint32 id : targets(*_engine, classReference))
+    for (const Uint32 id : targets(*_engine, classReference)) {
         handler.deliver(iSCSINodePath(id));
+    }
     handler.complete();
 }
 

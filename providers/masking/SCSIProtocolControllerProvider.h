@@ -1,5 +1,4 @@
-#ifndef PROVIDERS_MASKING_SCSI_PROTOCOL_CONTROLLER_PROVIDER_H
-#define PROVIDERS_MASKING_SCSI_PROTOCOL_CONTROLLER_PROVIDER_H
+#pragma once
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
@@ -39,5 +38,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

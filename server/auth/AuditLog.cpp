@@ -1,16 +1,15 @@
 #include "server/auth/AuditLog.h"
 
+#include <cerrno>
+#include <fcntl.h>
+#include <stdexcept>
+#include <system_error>
+#include <unistd.h>
+
 #include <nlohmann/json.hpp>
 #include <spdlog/sinks/basic_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
-
-#include <cerrno>
-#include <stdexcept>
-#include <system_error>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace smisd {
 namespace {

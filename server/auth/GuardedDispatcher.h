@@ -1,11 +1,33 @@
-// The gate before the dispatcher: all requests of clients pass it, providers' own calls do not.
 #pragma once
 
-#include "server/auth/AccessRules.h"
 #include "server/auth/AuditLog.h"
 #include "server/operation/Dispatcher.h"
+#include "server/operation/OperationSummary.h"
+#include "server/schema/Schema.h"
+
+// What each role may do.
 
 namespace smisd {
+
+// An administrator may do all. A reader may read, but no CIM_SharedSecret and no subclass of it.
+//
+// Immutable, so free for any thread. The repository must outlive it.
+class AccessRules {
+public:
+    explicit AccessRules(const Repository& repository) : _repository(repository) {}
+
+    // Judges the kind of the operation and the class that it addresses, not what comes out of it.
+    bool mayCarryOut(Role role, const Operation& operation) const;
+
+    // Whether an instance of the class may be shown, or its path.
+    bool mayRead(Role role, const Pegasus::CIMNamespaceName& nameSpace,
+                 const Pegasus::CIMName& className) const;
+
+private:
+    const Repository& _repository;
+};
+
+// The gate before the dispatcher: all requests of clients pass it, providers' own calls do not.
 
 // Refuses, with CIM_ERR_ACCESS_DENIED, what the user's role may not do or see, and writes each
 // change and each refusal to the audit log. An answer that would show what the role may not see

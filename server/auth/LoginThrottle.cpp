@@ -1,8 +1,8 @@
 #include "server/auth/LoginThrottle.h"
 
-#include <boost/asio/ip/address.hpp>
-
 #include <algorithm>
+
+#include <boost/asio/ip/address.hpp>
 
 namespace smisd {
 namespace {

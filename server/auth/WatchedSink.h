@@ -1,10 +1,10 @@
 // Between an operation and the receiver of its results.
 #pragma once
 
-#include "server/operation/ResultSink.h"
-
 #include <functional>
 #include <string>
+
+#include "server/operation/Dispatcher.h"
 
 namespace smisd {
 

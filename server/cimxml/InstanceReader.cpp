@@ -1,13 +1,12 @@
 #include "server/cimxml/InstanceReader.h"
 
-#include "server/cimxml/NameReader.h"
-#include "server/cimxml/PathReader.h"
-#include "server/cimxml/ValueReader.h"
-
 #include <Pegasus/Common/CIMFlavor.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/CIMQualifier.h>
 #include <Pegasus/Common/Exception.h>
+
+#include "server/cimxml/PathReader.h"
+#include "server/cimxml/ValueReader.h"
 
 using namespace Pegasus;
 

@@ -4,9 +4,9 @@
 // refuse.
 #pragma once
 
-#include "server/cimxml/XmlDocument.h"
-
 #include <Pegasus/Common/CIMInstance.h>
+
+#include "server/cimxml/XmlDocument.h"
 
 namespace smisd {
 

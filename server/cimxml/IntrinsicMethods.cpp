@@ -1,15 +1,15 @@
 #include "server/cimxml/IntrinsicMethods.h"
 
-#include "server/cimxml/IntrinsicParameters.h"
-#include "server/cimxml/NameReader.h"
-
-#include <Pegasus/Common/CIMStatusCode.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <algorithm>
 #include <iterator>
 #include <set>
 #include <vector>
+
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <Pegasus/Common/Exception.h>
+
+#include "server/cimxml/IntrinsicParameters.h"
+#include "server/cimxml/ValueReader.h"
 
 using namespace Pegasus;
 

@@ -1,12 +1,12 @@
 #include "server/cimxml/IntrinsicParameters.h"
 
-#include "server/operation/TypedValue.h"
+#include <set>
+#include <string>
 
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/Exception.h>
 
-#include <set>
-#include <string>
+#include "server/operation/TypedValue.h"
 
 using namespace Pegasus;
 

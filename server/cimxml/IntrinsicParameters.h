@@ -5,13 +5,12 @@
 // throw for a part that they refuse.
 #pragma once
 
+#include <type_traits>
+
 #include "server/cimxml/InstanceReader.h"
-#include "server/cimxml/NameReader.h"
 #include "server/cimxml/PathReader.h"
 #include "server/cimxml/ValueReader.h"
 #include "server/operation/Operation.h"
-
-#include <type_traits>
 
 namespace smisd::parameter {
 

@@ -1,6 +1,6 @@
 #include "server/cimxml/PathReader.h"
 
-#include "server/cimxml/NameReader.h"
+#include "server/cimxml/ValueReader.h"
 
 using namespace Pegasus;
 

@@ -4,10 +4,10 @@
 // such path, or what CIMObjectPath throws for a part that it refuses.
 #pragma once
 
-#include "server/cimxml/XmlDocument.h"
-
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
+
+#include "server/cimxml/XmlDocument.h"
 
 namespace smisd {
 

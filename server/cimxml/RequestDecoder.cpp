@@ -1,11 +1,10 @@
 #include "server/cimxml/RequestDecoder.h"
 
+#include <algorithm>
+
 #include "server/cimxml/IntrinsicMethods.h"
-#include "server/cimxml/NameReader.h"
 #include "server/cimxml/PathReader.h"
 #include "server/cimxml/ValueReader.h"
-
-#include <algorithm>
 
 using namespace Pegasus;
 

@@ -1,16 +1,16 @@
 // From the body of a request to the operation that it asks for (DSP0201, "Message Elements").
 #pragma once
 
-#include "server/cimxml/BadRequest.h"
-#include "server/cimxml/XmlDocument.h"
-#include "server/operation/Operation.h"
+#include <string>
+#include <variant>
 
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
 
-#include <string>
-#include <variant>
+#include "server/cimxml/ValueReader.h"
+#include "server/cimxml/XmlDocument.h"
+#include "server/operation/Operation.h"
 
 namespace smisd {
 

@@ -1,14 +1,14 @@
 #include "server/cimxml/XmlDocument.h"
 
-#include "server/operation/Utf8.h"
-
-#include <boost/locale/utf.hpp>
-
 #include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <iterator>
 #include <string_view>
+
+#include <boost/locale/utf.hpp>
+
+#include "server/operation/TypedValue.h"
 
 namespace smisd {
 namespace {

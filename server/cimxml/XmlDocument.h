@@ -5,14 +5,12 @@
 // white space around it goes, white space within it, in references and in CDATA sections stays.
 #pragma once
 
-#include "server/cimxml/BadRequest.h"
-
-#include <pugixml.hpp>
-
 #include <cstddef>
 #include <optional>
 #include <stdexcept>
 #include <string>
+
+#include <pugixml.hpp>
 
 namespace smisd {
 
@@ -20,6 +18,22 @@ namespace smisd {
 // escapes in the text of the keys above it.
 constexpr unsigned usualDepth = 32;
 constexpr unsigned greatestDepth = 48; // that may be asked for
+
+// A request that is refused before there is an operation in it: answered with an HTTP status, the
+// header CIMError unless it is empty (DSP0200, "Errors and Status Codes in CIM-XML Message
+// Exchange") and what() as the detail for people.
+class BadRequest : public std::runtime_error {
+public:
+    BadRequest(unsigned status, std::string cimError, const std::string& detail)
+        : std::runtime_error(detail), _status(status), _cimError(std::move(cimError)) {}
+
+    unsigned status() const { return _status; }
+    const std::string& cimError() const { return _cimError; }
+
+private:
+    unsigned _status;
+    std::string _cimError;
+};
 
 // What is wrong with an element, and where; becomes a BadRequest by way of
 // XmlDocument::badRequest.

@@ -1,15 +1,15 @@
 // Walks along associations from an instance: they go to the provider of each association class that
 // can lead away from it. Walks from a class are answered by the schema alone.
 
-#include "server/dispatch/ClassAssociations.h"
-#include "server/dispatch/FanOut.h"
-#include "server/dispatch/Operations.h"
-#include "server/module/ProviderErrors.h"
-#include "server/module/ResponseHandlers.h"
+#include <algorithm>
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
-#include <algorithm>
+#include "server/dispatch/ClassAssociations.h"
+#include "server/dispatch/Operations.h"
+#include "server/dispatch/Request.h"
+#include "server/module/ProviderHost.h"
+#include "server/module/ResponseHandlers.h"
 
 using namespace Pegasus;
 
@@ -18,8 +18,9 @@ namespace {
 
 // `what` is "role" or "resultrole".
 void requireLegalRole(const String& role, const char* what) {
-    if (role.size() > 0 && !CIMName::legal(role))
+    if (role.size() > 0 && !CIMName::legal(role)) {
         throw CIMException(CIM_ERR_INVALID_PARAMETER, String(what) + String(" ") + role);
+    }
 }
 
 void requireSource(const Request& request, const CIMNamespaceName& nameSpace,
@@ -33,8 +34,9 @@ void requireSource(const Request& request, const CIMNamespaceName& nameSpace,
 std::vector<Participant> participantsOf(const Request& request, const CIMNamespaceName& nameSpace,
                                         const CIMName& source, const CIMName& associationClass) {
     const Schema& schema = requireNamespace(request, nameSpace);
-    if (!associationClass.isNull())
+    if (!associationClass.isNull()) {
         requireClass(schema, associationClass, CIM_ERR_INVALID_PARAMETER);
+    }
     std::vector<Participant> result;
     for (const Link& link : schema.linksFrom(source)) {
         const bool isKnown =
@@ -45,8 +47,9 @@ std::vector<Participant> participantsOf(const Request& request, const CIMNamespa
             associationClass.isNull() || schema.isA(link.association, associationClass);
         const String* provider = request.server.registration.find(nameSpace, link.association,
                                                                   ProviderType::association);
-        if (isWanted && !isKnown && provider)
+        if (isWanted && !isKnown && provider) {
             result.push_back({link.association, *provider});
+        }
     }
     requireParticipants(result, source);
     return result;
@@ -68,8 +71,9 @@ void walk(const Request& request, const CIMNamespaceName& nameSpace, const CIMOb
 CIMObject completed(const CIMObject& object, const Request& request,
                     const CIMNamespaceName& nameSpace) {
     const CIMObjectPath& path = object.getPath();
-    if (path.getHost().size() > 0 && !path.getNameSpace().isNull())
+    if (path.getHost().size() > 0 && !path.getNameSpace().isNull()) {
         return object;
+    }
     CIMObject result = object.clone();
     result.setPath(completePath(path, request.server.hostName, nameSpace));
     return result;
@@ -93,8 +97,9 @@ void carryOut(const Associators& operation, const Request& request) {
     requireLegalRole(operation.role, "role");
     requireLegalRole(operation.resultRole, "resultrole");
     requireSource(request, operation.nameSpace, operation.objectName);
-    if (operation.ofClass)
+    if (operation.ofClass) {
         return associatedClasses(operation, request);
+    }
     walk(request, operation.nameSpace, operation.objectName, operation.assocClass,
          [&](CIMAssociationProvider& provider, const CIMObjectPath& path,
              const CIMName& association) {
@@ -112,8 +117,9 @@ void carryOut(const AssociatorNames& operation, const Request& request) {
     requireLegalRole(operation.role, "role");
     requireLegalRole(operation.resultRole, "resultrole");
     requireSource(request, operation.nameSpace, operation.objectName);
-    if (operation.ofClass)
+    if (operation.ofClass) {
         return associatedClassNames(operation, request);
+    }
     walk(request, operation.nameSpace, operation.objectName, operation.assocClass,
          [&](CIMAssociationProvider& provider, const CIMObjectPath& path,
              const CIMName& association) {
@@ -128,8 +134,9 @@ void carryOut(const AssociatorNames& operation, const Request& request) {
 void carryOut(const References& operation, const Request& request) {
     requireLegalRole(operation.role, "role");
     requireSource(request, operation.nameSpace, operation.objectName);
-    if (operation.ofClass)
+    if (operation.ofClass) {
         return referencingClasses(operation, request);
+    }
     walk(request, operation.nameSpace, operation.objectName, operation.resultClass,
          [&](CIMAssociationProvider& provider, const CIMObjectPath& path,
              const CIMName& association) {
@@ -145,8 +152,9 @@ void carryOut(const References& operation, const Request& request) {
 void carryOut(const ReferenceNames& operation, const Request& request) {
     requireLegalRole(operation.role, "role");
     requireSource(request, operation.nameSpace, operation.objectName);
-    if (operation.ofClass)
+    if (operation.ofClass) {
         return referencingClassNames(operation, request);
+    }
     walk(request, operation.nameSpace, operation.objectName, operation.resultClass,
          [&](CIMAssociationProvider& provider, const CIMObjectPath& path,
              const CIMName& association) {

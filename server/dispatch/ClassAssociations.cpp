@@ -1,9 +1,9 @@
 #include "server/dispatch/ClassAssociations.h"
 
-#include "server/schema/ClassView.h"
-
 #include <algorithm>
 #include <vector>
+
+#include "server/schema/ClassView.h"
 
 using namespace Pegasus;
 
@@ -21,35 +21,43 @@ bool matches(const Schema& schema, const CIMName& wanted, const CIMName& name) {
 }
 
 void addOnce(std::vector<CIMName>& names, const CIMName& name) {
-    if (std::find(names.begin(), names.end(), name) == names.end())
+    if (std::find(names.begin(), names.end(), name) == names.end()) {
         names.push_back(name);
+    }
 }
 
 // For Associators and AssociatorNames.
 template<class Operation>
 std::vector<CIMName> ends(const Operation& operation, const Schema& schema) {
-    for (const CIMName& name : {operation.assocClass, operation.resultClass})
-        if (!name.isNull())
+    for (const CIMName& name : {operation.assocClass, operation.resultClass}) {
+        if (!name.isNull()) {
             requireClass(schema, name, CIM_ERR_INVALID_CLASS);
+        }
+    }
     std::vector<CIMName> result;
-    for (const Link& link : schema.linksFrom(operation.objectName.getClassName()))
+    for (const Link& link : schema.linksFrom(operation.objectName.getClassName())) {
         if (matches(schema, operation.assocClass, link.association) &&
             matches(schema, operation.resultClass, link.toClass) &&
-            matches(operation.role, link.fromRole) && matches(operation.resultRole, link.toRole))
+            matches(operation.role, link.fromRole) && matches(operation.resultRole, link.toRole)) {
             addOnce(result, link.toClass);
+        }
+    }
     return result;
 }
 
 // For References and ReferenceNames.
 template<class Operation>
 std::vector<CIMName> associations(const Operation& operation, const Schema& schema) {
-    if (!operation.resultClass.isNull())
+    if (!operation.resultClass.isNull()) {
         requireClass(schema, operation.resultClass, CIM_ERR_INVALID_PARAMETER);
+    }
     std::vector<CIMName> result;
-    for (const Link& link : schema.linksFrom(operation.objectName.getClassName()))
+    for (const Link& link : schema.linksFrom(operation.objectName.getClassName())) {
         if (matches(schema, operation.resultClass, link.association) &&
-            matches(operation.role, link.fromRole))
+            matches(operation.role, link.fromRole)) {
             addOnce(result, link.association);
+        }
+    }
     return result;
 }
 
@@ -68,8 +76,9 @@ void deliverClasses(const std::vector<CIMName>& names, const Operation& operatio
 
 void deliverNames(const std::vector<CIMName>& names, const CIMNamespaceName& nameSpace,
                   const Request& request) {
-    for (const CIMName& name : names)
+    for (const CIMName& name : names) {
         request.sink.objectPath(CIMObjectPath(request.server.hostName, nameSpace, name));
+    }
 }
 
 } // namespace

@@ -10,8 +10,9 @@ namespace {
 
 // The subclasses, or the classes without superclass of a null name.
 std::vector<CIMName> classesBelow(const Schema& schema, const CIMName& className, bool deep) {
-    if (!className.isNull())
+    if (!className.isNull()) {
         requireClass(schema, className, CIM_ERR_INVALID_CLASS);
+    }
     return schema.subclasses(className, deep);
 }
 
@@ -27,30 +28,36 @@ void carryOut(const GetClass& operation, const Request& request) {
 
 void carryOut(const EnumerateClasses& operation, const Request& request) {
     const Schema& schema = requireNamespace(request, operation.nameSpace);
-    for (const CIMName& name : classesBelow(schema, operation.className, operation.deepInheritance))
+    for (const CIMName& name :
+         classesBelow(schema, operation.className, operation.deepInheritance)) {
         request.sink.classDeclaration(
             viewOf(*schema.findClass(name), {operation.localOnly, operation.includeQualifiers,
                                              operation.includeClassOrigin, CIMPropertyList()}));
+    }
 }
 
 void carryOut(const EnumerateClassNames& operation, const Request& request) {
     const Schema& schema = requireNamespace(request, operation.nameSpace);
-    for (const CIMName& name : classesBelow(schema, operation.className, operation.deepInheritance))
+    for (const CIMName& name :
+         classesBelow(schema, operation.className, operation.deepInheritance)) {
         request.sink.className(name);
+    }
 }
 
 void carryOut(const GetQualifier& operation, const Request& request) {
     const QualifierDeclaration* found =
         requireNamespace(request, operation.nameSpace).findQualifier(operation.qualifierName);
-    if (!found)
+    if (!found) {
         throw CIMException(CIM_ERR_NOT_FOUND, operation.qualifierName.getString());
+    }
     request.sink.qualifier(*found);
 }
 
 void carryOut(const EnumerateQualifiers& operation, const Request& request) {
     for (const auto& [name, qualifier] :
-         requireNamespace(request, operation.nameSpace).qualifiers())
+         requireNamespace(request, operation.nameSpace).qualifiers()) {
         request.sink.qualifier(qualifier);
+    }
 }
 
 } // namespace smisd

@@ -2,6 +2,48 @@
 
 #include <Pegasus/Common/Exception.h>
 
+#include "server/operation/TypedValue.h"
+
+using namespace Pegasus;
+
+namespace smisd {
+namespace {
+
+CIMValue converted(const CIMValue& value, CIMType type) {
+    if (value.isArray()) {
+        Array<String> texts;
+        value.get(texts);
+        return arrayFromText(texts, type);
+    }
+    String text;
+    value.get(text);
+    return valueFromText(text, type);
+}
+
+} // namespace
+
+CIMValue declaredValue(const CIMValue& value, CIMType type, bool isArray) {
+    if (value.isNull()) {
+        return CIMValue(type, isArray);
+    }
+    if (value.isArray() != isArray) {
+        throw CIMException(CIM_ERR_TYPE_MISMATCH, String());
+    }
+    if (value.getType() != CIMTYPE_STRING) {
+        return value;
+    }
+    try {
+        return converted(value, type);
+    } catch (const InvalidLiteral&) {
+        throw CIMException(CIM_ERR_INVALID_PARAMETER,
+                           String("Malformed ") + String(cimTypeToString(type)) + String(" value"));
+    } catch (const Exception& error) { // a date out of range
+        throw CIMException(CIM_ERR_FAILED, error.getMessage());
+    }
+}
+
+} // namespace smisd
+
 using namespace Pegasus;
 
 namespace smisd {
@@ -11,8 +53,9 @@ const CIMName systemName("SystemName");
 
 void addSystemName(CIMInstance& instance, const CIMClass& cimClass, const String& hostName) {
     if (cimClass.findProperty(systemName) != PEG_NOT_FOUND &&
-        instance.findProperty(systemName) == PEG_NOT_FOUND)
+        instance.findProperty(systemName) == PEG_NOT_FOUND) {
         instance.addProperty(CIMProperty(systemName, hostName));
+    }
 }
 
 [[noreturn]] void refuseChange() {
@@ -22,7 +65,7 @@ void addSystemName(CIMInstance& instance, const CIMClass& cimClass, const String
 } // namespace
 
 DeclaredInstances::DeclaredInstances(const Repository& repository, const String& hostName) {
-    for (const auto& [nameSpace, schema] : repository.schemas())
+    for (const auto& [nameSpace, schema] : repository.schemas()) {
         for (const CIMInstance& declared : schema.instances()) {
             const CIMClass& cimClass = *schema.findClass(declared.getClassName());
             CIMInstance instance = declared.clone();
@@ -32,6 +75,7 @@ DeclaredInstances::DeclaredInstances(const Repository& repository, const String&
             instance.setPath(path);
             _instances[nameSpace][cimClass.getClassName()].push_back(instance);
         }
+    }
 }
 
 const String& DeclaredInstances::name() {
@@ -47,8 +91,9 @@ const DeclaredInstances::Instances& DeclaredInstances::of(const CIMNamespaceName
                                                           const CIMName& className) const {
     static const Instances none;
     const auto ofNamespace = _instances.find(nameSpace);
-    if (ofNamespace == _instances.end())
+    if (ofNamespace == _instances.end()) {
         return none;
+    }
     const auto ofClass = ofNamespace->second.find(className);
     return ofClass == ofNamespace->second.end() ? none : ofClass->second;
 }
@@ -59,12 +104,13 @@ void DeclaredInstances::getInstance(const OperationContext&, const CIMObjectPath
     CIMObjectPath wanted = reference;
     wanted.setHost(String());
     handler.processing();
-    for (const CIMInstance& one : of(reference.getNameSpace(), reference.getClassName()))
+    for (const CIMInstance& one : of(reference.getNameSpace(), reference.getClassName())) {
         if (one.getPath().identical(wanted)) {
             handler.deliver(one);
             handler.complete();
             return;
         }
+    }
     throw CIMException(CIM_ERR_NOT_FOUND, wanted.toString());
 }
 
@@ -72,8 +118,9 @@ void DeclaredInstances::enumerateInstances(const OperationContext&, const CIMObj
                                            const Boolean, const Boolean, const CIMPropertyList&,
                                            InstanceResponseHandler& handler) {
     handler.processing();
-    for (const CIMInstance& one : of(reference.getNameSpace(), reference.getClassName()))
+    for (const CIMInstance& one : of(reference.getNameSpace(), reference.getClassName())) {
         handler.deliver(one);
+    }
     handler.complete();
 }
 
@@ -81,8 +128,9 @@ void DeclaredInstances::enumerateInstanceNames(const OperationContext&,
                                                const CIMObjectPath& reference,
                                                ObjectPathResponseHandler& handler) {
     handler.processing();
-    for (const CIMInstance& one : of(reference.getNameSpace(), reference.getClassName()))
+    for (const CIMInstance& one : of(reference.getNameSpace(), reference.getClassName())) {
         handler.deliver(one.getPath());
+    }
     handler.complete();
 }
 

@@ -1,9 +1,12 @@
-// Operations on one instance: they go to the provider of exactly its class.
+#include <Pegasus/Provider/CIMInstanceProvider.h>
 
-#include "server/dispatch/InstanceProvider.h"
+#include "server/dispatch/DeclaredInstances.h"
 #include "server/dispatch/Operations.h"
-#include "server/module/ProviderErrors.h"
+#include "server/dispatch/Request.h"
+#include "server/module/ProviderHost.h"
 #include "server/module/ResponseHandlers.h"
+
+// Operations on one instance: they go to the provider of exactly its class.
 
 using namespace Pegasus;
 
@@ -57,6 +60,149 @@ void carryOut(const DeleteInstance& operation, const Request& request) {
     const CIMObjectPath path = providerPath(request, operation.nameSpace, operation.instanceName);
     PlainHandler handler;
     callProvider(handler, [&] { provider.deleteInstance(request.context, path, handler); });
+}
+
+} // namespace smisd
+
+// Enumerations: they go to the providers of the requested class and of each of its subclasses, each
+// of which delivers the instances of exactly the class that it is asked for.
+
+using namespace Pegasus;
+
+namespace smisd {
+namespace {
+
+std::vector<Participant> participantsOf(const Request& request, const CIMNamespaceName& nameSpace,
+                                        const CIMName& className) {
+    std::vector<CIMName> classes = requireNamespace(request, nameSpace).subclasses(className, true);
+    classes.insert(classes.begin(), className);
+    std::vector<Participant> result;
+    for (const CIMName& one : classes) {
+        if (const String* provider = instanceProviderName(request, nameSpace, one)) {
+            result.push_back({one, *provider});
+        }
+    }
+    requireParticipants(result, className);
+    return result;
+}
+
+CIMPropertyList propertiesOf(const CIMClass& cimClass) {
+    Array<CIMName> names;
+    for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i) {
+        names.append(cimClass.getProperty(i).getName());
+    }
+    return CIMPropertyList(names);
+}
+
+// Calls `call` with the provider and the path of its class, for each.
+template<class Call>
+void enumerate(const Request& request, const CIMNamespaceName& nameSpace, const CIMName& className,
+               Call call) {
+    callEach(participantsOf(request, nameSpace, className), [&](const Participant& participant) {
+        call(requireInterface<CIMInstanceProvider>(request, participant.provider),
+             CIMObjectPath(request.server.hostName, nameSpace, participant.className));
+    });
+}
+
+} // namespace
+
+void carryOut(const EnumerateInstances& operation, const Request& request) {
+    const CIMClass& requested = requireClass(requireNamespace(request, operation.nameSpace),
+                                             operation.className, CIM_ERR_INVALID_CLASS);
+    CIMPropertyList list = operation.propertyList;
+    if (!operation.deepInheritance && list.isNull()) {
+        list = propertiesOf(requested);
+        request.sink.limitProperties(list);
+    }
+    enumerate(request, operation.nameSpace, operation.className,
+              [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+                  InstanceListHandler handler(
+                      [&](const CIMInstance& instance) { request.sink.namedInstance(instance); });
+                  callProvider(handler, [&] {
+                      provider.enumerateInstances(request.context, path,
+                                                  operation.includeQualifiers,
+                                                  operation.includeClassOrigin, list, handler);
+                  });
+              });
+}
+
+void carryOut(const EnumerateInstanceNames& operation, const Request& request) {
+    requireClass(requireNamespace(request, operation.nameSpace), operation.className,
+                 CIM_ERR_INVALID_CLASS);
+    enumerate(request, operation.nameSpace, operation.className,
+              [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+                  PathListHandler handler(
+                      [&](const CIMObjectPath& name) { request.sink.instanceName(name); });
+                  callProvider(handler, [&] {
+                      provider.enumerateInstanceNames(request.context, path, handler);
+                  });
+              });
+}
+
+} // namespace smisd
+
+// Operations on one property: providers know them as getInstance and modifyInstance.
+
+using namespace Pegasus;
+
+namespace smisd {
+namespace {
+
+CIMPropertyList listOf(const CIMName& property) {
+    Array<CIMName> names;
+    names.append(property);
+    return CIMPropertyList(names);
+}
+
+// The new value in the declared type of its property.
+CIMValue newValueOf(const SetProperty& operation, const Request& request) {
+    if (operation.newValue.getType() != CIMTYPE_STRING) {
+        return operation.newValue;
+    }
+    const CIMClass& cimClass =
+        requireClass(requireNamespace(request, operation.nameSpace),
+                     operation.instanceName.getClassName(), CIM_ERR_INVALID_CLASS);
+    const Uint32 at = cimClass.findProperty(operation.propertyName);
+    if (at == PEG_NOT_FOUND) {
+        throw CIMException(CIM_ERR_NO_SUCH_PROPERTY, String());
+    }
+    const CIMConstProperty declared = cimClass.getProperty(at);
+    return declaredValue(operation.newValue, declared.getType(), declared.isArray());
+}
+
+} // namespace
+
+void carryOut(const GetProperty& operation, const Request& request) {
+    CIMInstanceProvider& provider = requireInstanceProvider(request, operation.nameSpace,
+                                                            operation.instanceName.getClassName());
+    const CIMObjectPath path = providerPath(request, operation.nameSpace, operation.instanceName);
+    CIMInstance instance(operation.instanceName.getClassName());
+    InstanceHandler handler([&](const CIMInstance& delivered) { instance = delivered; });
+    callProvider(handler, [&] {
+        provider.getInstance(request.context, path, false, false, listOf(operation.propertyName),
+                             handler);
+    });
+    const Uint32 at = instance.findProperty(operation.propertyName);
+    if (at == PEG_NOT_FOUND) {
+        throw CIMException(CIM_ERR_NO_SUCH_PROPERTY, operation.propertyName.getString());
+    }
+    request.sink.returnValue(instance.getProperty(at).getValue());
+}
+
+void carryOut(const SetProperty& operation, const Request& request) {
+    const CIMValue value = newValueOf(operation, request);
+    const CIMName className = operation.instanceName.getClassName();
+    CIMInstanceProvider& provider =
+        requireInstanceProvider(request, operation.nameSpace, className);
+    const CIMObjectPath path = providerPath(request, operation.nameSpace, operation.instanceName);
+    CIMInstance instance(className);
+    instance.addProperty(CIMProperty(operation.propertyName, value));
+    instance.setPath(path);
+    PlainHandler handler;
+    callProvider(handler, [&] {
+        provider.modifyInstance(request.context, path, instance, false,
+                                listOf(operation.propertyName), handler);
+    });
 }
 
 } // namespace smisd

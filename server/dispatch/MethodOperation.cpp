@@ -1,12 +1,12 @@
 // Extrinsic methods: they go to the method provider of exactly the object's class, also when the
 // class does not declare the method.
 
-#include "server/dispatch/DeclaredValue.h"
-#include "server/dispatch/Operations.h"
-#include "server/module/MethodResultHandler.h"
-#include "server/module/ProviderErrors.h"
-
 #include <Pegasus/Provider/CIMMethodProvider.h>
+
+#include "server/dispatch/DeclaredInstances.h"
+#include "server/dispatch/Operations.h"
+#include "server/module/ProviderHost.h"
+#include "server/module/ResponseHandlers.h"
 
 using namespace Pegasus;
 
@@ -21,8 +21,9 @@ const CIMClass& classOf(const InvokeMethod& operation, const Request& request) {
 CIMConstMethod declarationOf(const InvokeMethod& operation, const Request& request) {
     const CIMClass& cimClass = classOf(operation, request);
     const Uint32 at = cimClass.findMethod(operation.methodName);
-    if (at == PEG_NOT_FOUND)
+    if (at == PEG_NOT_FOUND) {
         throw CIMException(CIM_ERR_METHOD_NOT_FOUND, String());
+    }
     return cimClass.getMethod(at);
 }
 
@@ -37,8 +38,9 @@ CIMName nameOf(const CIMParamValue& parameter) {
 // The parameter in its declared type; unchanged if the method declares none of the name.
 CIMParamValue typed(const CIMParamValue& parameter, const CIMConstMethod& declaration) {
     const Uint32 at = declaration.findParameter(nameOf(parameter));
-    if (at == PEG_NOT_FOUND)
+    if (at == PEG_NOT_FOUND) {
         return parameter;
+    }
     const CIMConstParameter declared = declaration.getParameter(at);
     return CIMParamValue(
         parameter.getParameterName(),
@@ -62,8 +64,9 @@ void carryOut(const InvokeMethod& operation, const Request& request) {
     const CIMName className = classOf(operation, request).getClassName();
     const String* name =
         request.server.registration.find(operation.nameSpace, className, ProviderType::method);
-    if (!name)
+    if (!name) {
         throw CIMException(CIM_ERR_METHOD_NOT_AVAILABLE, operation.methodName.getString());
+    }
     auto& provider = requireInterface<CIMMethodProvider>(request, *name);
     const CIMObjectPath path = providerPath(request, operation.nameSpace, operation.objectName);
     MethodResultHandler handler(request.sink);

@@ -1,16 +1,16 @@
 // Pulled enumerations: a thread carries the enumeration out and is held back until its results are
 // pulled (DSP0200, "Pulled enumeration operations").
 
-#include "server/dispatch/Operations.h"
-#include "server/pull/OpenEnumerations.h"
-
-#include <Pegasus/Common/CIMParamValue.h>
-#include <Pegasus/Common/CIMValue.h>
-
 #include <algorithm>
 #include <chrono>
 #include <string>
 #include <type_traits>
+
+#include <Pegasus/Common/CIMParamValue.h>
+#include <Pegasus/Common/CIMValue.h>
+
+#include "server/dispatch/OpenEnumerations.h"
+#include "server/dispatch/Operations.h"
 
 using namespace Pegasus;
 

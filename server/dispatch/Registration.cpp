@@ -1,9 +1,9 @@
 #include "server/dispatch/Registration.h"
 
+#include <algorithm>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Exception.h>
-
-#include <algorithm>
 
 using namespace Pegasus;
 
@@ -25,9 +25,10 @@ std::string utf8(const String& text) {
 template<class T>
 T required(const CIMInstance& instance, const char* name) {
     const Uint32 at = instance.findProperty(CIMName(name));
-    if (at == PEG_NOT_FOUND || instance.getProperty(at).getValue().isNull())
+    if (at == PEG_NOT_FOUND || instance.getProperty(at).getValue().isNull()) {
         throw RegistrationError(std::string("Missing ") + name + " which is required property in " +
                                 utf8(instance.getClassName().getString()) + " class.");
+    }
     T value;
     instance.getProperty(at).getValue().get(value);
     return value;
@@ -50,15 +51,17 @@ bool Registration::ServedOrder::operator()(const Served& left, const Served& rig
 
 Registration::Registration(const std::vector<CIMInstance>& instances) {
     for (const CIMInstance& instance : instances) {
-        if (instance.getClassName() == moduleClass)
+        if (instance.getClassName() == moduleClass) {
             addModule(instance);
-        else if (instance.getClassName() == providerClass)
+        } else if (instance.getClassName() == providerClass) {
             addProvider(instance);
-        else if (instance.getClassName() == capabilitiesClass)
+        } else if (instance.getClassName() == capabilitiesClass) {
             addCapabilities(instance);
+        }
     }
-    if (_moduleName.size() == 0)
+    if (_moduleName.size() == 0) {
         throw RegistrationError("No PG_ProviderModule is registered.");
+    }
 }
 
 const String* Registration::find(const CIMNamespaceName& nameSpace, const CIMName& className,
@@ -69,35 +72,41 @@ const String* Registration::find(const CIMNamespaceName& nameSpace, const CIMNam
 
 void Registration::addModule(const CIMInstance& instance) {
     const String name = required<String>(instance, "Name");
-    if (_moduleName.size() > 0)
+    if (_moduleName.size() > 0) {
         throw RegistrationError(title(instance, name) + ": the server has only one module, " +
                                 utf8(_moduleName) + ".");
+    }
     const std::string interface = utf8(required<String>(instance, "InterfaceType"));
-    if (interface != "C++Default")
+    if (interface != "C++Default") {
         throw RegistrationError(title(instance, name) + ": Unsupported InterfaceType value: \"" +
                                 interface + "\".");
+    }
     const std::string version = utf8(required<String>(instance, "InterfaceVersion"));
     if (std::find(std::begin(interfaceVersions), std::end(interfaceVersions), version) ==
-        std::end(interfaceVersions))
+        std::end(interfaceVersions)) {
         throw RegistrationError(title(instance, name) + ": Unsupported InterfaceVersion value: \"" +
                                 version + "\".");
-    for (const char* property : {"Vendor", "Version", "Location"})
+    }
+    for (const char* property : {"Vendor", "Version", "Location"}) {
         required<String>(instance, property);
+    }
     _moduleName = name;
 }
 
 void Registration::requireModule(const CIMInstance& instance) const {
     const String module = required<String>(instance, "ProviderModuleName");
-    if (module != _moduleName)
+    if (module != _moduleName) {
         throw RegistrationError(title(instance, module) +
                                 ": the module of this name is not registered.");
+    }
 }
 
 void Registration::addProvider(const CIMInstance& instance) {
     requireModule(instance);
     const String name = required<String>(instance, "Name");
-    if (std::find(_providerNames.begin(), _providerNames.end(), name) != _providerNames.end())
+    if (std::find(_providerNames.begin(), _providerNames.end(), name) != _providerNames.end()) {
         throw RegistrationError(title(instance, name) + ": registered twice.");
+    }
     _providerNames.push_back(name);
 }
 
@@ -105,23 +114,26 @@ void Registration::addCapabilities(const CIMInstance& instance) {
     requireModule(instance);
     const String id = required<String>(instance, "CapabilityID");
     const String provider = required<String>(instance, "ProviderName");
-    if (std::find(_providerNames.begin(), _providerNames.end(), provider) == _providerNames.end())
+    if (std::find(_providerNames.begin(), _providerNames.end(), provider) == _providerNames.end()) {
         throw RegistrationError(title(instance, id) + ": the provider " + utf8(provider) +
                                 " is not registered.");
+    }
     const CIMName className(required<String>(instance, "ClassName"));
     const auto nameSpaces = required<Array<String>>(instance, "Namespaces");
     const auto types = required<Array<Uint16>>(instance, "ProviderType");
     for (Uint32 i = 0; i < nameSpaces.size(); ++i) {
         for (Uint32 j = 0; j < types.size(); ++j) {
-            if (types[j] < 2 || types[j] > 7)
+            if (types[j] < 2 || types[j] > 7) {
                 throw RegistrationError(title(instance, id) + ": no ProviderType has the number " +
                                         std::to_string(types[j]) + ".");
+            }
             const Served served{CIMNamespaceName(nameSpaces[i]), className,
                                 static_cast<ProviderType>(types[j])};
-            if (!_served.emplace(served, provider).second)
+            if (!_served.emplace(served, provider).second) {
                 throw RegistrationError(
                     title(instance, id) +
                     ": A provider is already registered for the specified capability.");
+            }
         }
     }
 }

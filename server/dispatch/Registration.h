@@ -1,17 +1,17 @@
 // Which provider serves which class.
 #pragma once
 
-#include "server/schema/NameOrder.h"
-
-#include <Pegasus/Common/CIMInstance.h>
-#include <Pegasus/Common/CIMName.h>
-#include <Pegasus/Common/String.h>
-
 #include <map>
 #include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
+
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/String.h>
+
+#include "server/schema/Schema.h"
 
 namespace smisd {
 

@@ -6,15 +6,17 @@ namespace smisd {
 
 const Schema& requireNamespace(const Request& request, const CIMNamespaceName& nameSpace) {
     const Schema* schema = request.server.repository.find(nameSpace);
-    if (!schema)
+    if (!schema) {
         throw CIMException(CIM_ERR_INVALID_NAMESPACE, nameSpace.getString());
+    }
     return *schema;
 }
 
 const CIMClass& requireClass(const Schema& schema, const CIMName& className, CIMStatusCode code) {
     const CIMClass* found = schema.findClass(className);
-    if (!found)
+    if (!found) {
         throw CIMException(code, className.getString());
+    }
     return *found;
 }
 
@@ -27,10 +29,12 @@ CIMObjectPath providerPath(const Request& request, const CIMNamespaceName& nameS
 CIMObjectPath completePath(const CIMObjectPath& path, const String& hostName,
                            const CIMNamespaceName& nameSpace) {
     CIMObjectPath result = path;
-    if (path.getHost().size() == 0)
+    if (path.getHost().size() == 0) {
         result.setHost(hostName);
-    if (path.getNameSpace().isNull())
+    }
+    if (path.getNameSpace().isNull()) {
         result.setNameSpace(nameSpace);
+    }
     return result;
 }
 
@@ -38,15 +42,31 @@ const String* instanceProviderName(const Request& request, const CIMNamespaceNam
                                    const CIMName& className) {
     const String* registered =
         request.server.registration.find(nameSpace, className, ProviderType::instance);
-    if (registered || !request.server.declared.has(nameSpace, className))
+    if (registered || !request.server.declared.has(nameSpace, className)) {
         return registered;
+    }
     return &DeclaredInstances::name();
 }
 
 CIMProvider& providerNamed(const Request& request, const String& name) {
-    if (name == DeclaredInstances::name())
+    if (name == DeclaredInstances::name()) {
         return request.server.declared;
+    }
     return request.server.providers.provider(name);
+}
+
+} // namespace smisd
+
+using namespace Pegasus;
+
+namespace smisd {
+
+void requireParticipants(const std::vector<Participant>& participants, const CIMName& requested) {
+    if (participants.empty()) {
+        throw CIMException(CIM_ERR_NOT_SUPPORTED,
+                           String("No provider or repository defined for class ") +
+                               requested.getString() + String("."));
+    }
 }
 
 } // namespace smisd

@@ -1,10 +1,10 @@
 #include "server/dispatch/ServerDispatcher.h"
 
+#include <utility>
+
 #include "server/dispatch/Operations.h"
 #include "server/module/UpCalls.h"
-#include "server/schema/MofDirectory.h"
-
-#include <utility>
+#include "server/schema/MofReader.h"
 
 using namespace Pegasus;
 

@@ -1,15 +1,16 @@
-// The dispatcher: schema, registration and providers, put together.
 #pragma once
+
+#include <filesystem>
+
+#include <Pegasus/Common/String.h>
 
 #include "server/dispatch/Registration.h"
 #include "server/dispatch/Request.h"
 #include "server/module/ProviderHost.h"
 #include "server/operation/Dispatcher.h"
-#include "server/schema/Repository.h"
+#include "server/schema/Schema.h"
 
-#include <Pegasus/Common/String.h>
-
-#include <filesystem>
+// The dispatcher: schema, registration and providers, put together.
 
 namespace smisd {
 

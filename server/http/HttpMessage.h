@@ -1,13 +1,37 @@
-// A request as it came, and the way back for its response.
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "server/cimxml/XmlDocument.h"
+
+// What a client may cost the server.
+
 namespace smisd {
+
+// Beast keeps lengths of header values in 16 bits and fails on longer ones.
+constexpr std::size_t maximumHeaderBytes = 65000;
+
+struct HttpLimits {
+    unsigned connections = 256; // open at once
+    // Operations carried out at once: more than processors, as changes that wait for the disk share
+    // its flushes.
+    unsigned workers = 32;
+    std::size_t headerBytes = 64000;          // of one request, maximumHeaderBytes at most; 431
+    std::size_t bodyBytes = 16 * 1024 * 1024; // of one request; 413
+    unsigned depth = usualDepth;              // of the elements in a body; 400
+    std::chrono::seconds requestTime{30};     // from its first byte to its last; then it is cut off
+    std::chrono::seconds idleTime{300};       // between requests
+    std::size_t queueBytes = 1024 * 1024;     // of one response, kept for a client that is slower
+    std::chrono::seconds sendTime{60};        // for each 64 KiB of a response
+    std::chrono::seconds stopTime{60};        // to answer the requests in progress at the end
+};
+
+// A request as it came, and the way back for its response.
 
 struct HttpHeader {
     std::string name;
@@ -52,5 +76,14 @@ class ConnectionLost : public std::exception {
 public:
     const char* what() const noexcept override { return "the client closed the connection"; }
 };
+
+// Percent-encoding of header values (RFC 3986, section 2.1; DSP0200, "Mapping of CIM Object
+// Paths").
+
+// Everything but letters, digits and -_.!~*'() is encoded.
+std::string percentEncoded(std::string_view text);
+
+// Nothing when a % is not followed by two hexadecimal digits.
+std::optional<std::string> percentDecoded(std::string_view text);
 
 } // namespace smisd

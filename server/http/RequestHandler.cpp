@@ -1,16 +1,15 @@
 #include "server/http/RequestHandler.h"
 
-#include "server/cimxml/RequestDecoder.h"
-#include "server/cimxml/ResponseWriter.h"
-#include "server/http/HeldAnswer.h"
-#include "server/http/ResponseHead.h"
-
-#include <Pegasus/Common/CIMStatusCode.h>
-
-#include <spdlog/spdlog.h>
-
 #include <chrono>
 #include <optional>
+
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <spdlog/spdlog.h>
+
+#include "server/cimxml/RequestDecoder.h"
+#include "server/cimxml/ResponseWriter.h"
+#include "server/http/Answer.h"
+#include "server/http/ResponseHead.h"
 
 using namespace Pegasus;
 

@@ -1,15 +1,14 @@
 // From one HTTP request to its response.
 #pragma once
 
-#include "server/auth/Authenticator.h"
-#include "server/http/CimRequest.h"
-#include "server/http/HttpLimits.h"
-#include "server/http/HttpMessage.h"
-#include "server/operation/Dispatcher.h"
-
 #include <functional>
 #include <optional>
 #include <string>
+
+#include "server/auth/Authenticator.h"
+#include "server/http/CimRequest.h"
+#include "server/http/HttpMessage.h"
+#include "server/operation/Dispatcher.h"
 
 namespace smisd {
 

@@ -1,11 +1,11 @@
 #include "server/http/ResponseHead.h"
 
-#include "server/http/PercentEncoding.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <iterator>
+
+#include "server/http/HttpMessage.h"
 
 namespace smisd {
 namespace {

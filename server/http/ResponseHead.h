@@ -1,14 +1,14 @@
 // The status lines and headers of responses, as OpenPegasus writes them.
 #pragma once
 
-#include "server/cimxml/BadRequest.h"
-#include "server/http/CimRequest.h"
-
-#include <Pegasus/Common/Exception.h>
-
 #include <cstddef>
 #include <string>
 #include <string_view>
+
+#include <Pegasus/Common/Exception.h>
+
+#include "server/cimxml/ValueReader.h"
+#include "server/http/CimRequest.h"
 
 namespace smisd {
 

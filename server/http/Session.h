@@ -1,16 +1,6 @@
 // One connection of HttpServer. Included by HttpServer.cpp alone.
 #pragma once
 
-#include "server/http/Backlog.h"
-#include "server/http/HttpLimits.h"
-#include "server/http/HttpMessage.h"
-#include "server/http/ReadErrors.h"
-#include "server/http/ResponseHead.h"
-#include "server/http/SessionHost.h"
-#include "server/http/SparePieces.h"
-
-#include <boost/beast/http.hpp>
-
 #include <algorithm>
 #include <chrono>
 #include <deque>
@@ -19,6 +9,14 @@
 #include <string>
 #include <string_view>
 #include <thread>
+
+#include <boost/beast/http.hpp>
+
+#include "server/http/Answer.h"
+#include "server/http/CimRequest.h"
+#include "server/http/HttpMessage.h"
+#include "server/http/ResponseHead.h"
+#include "server/http/SessionHost.h"
 
 namespace smisd {
 

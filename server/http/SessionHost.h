@@ -2,23 +2,22 @@
 // HttpServer.cpp alone.
 #pragma once
 
-#include "server/http/HttpLimits.h"
-#include "server/http/HttpServer.h"
-#include "server/http/WorkerPool.h"
-
-#include <boost/asio.hpp>
-#include <boost/asio/ssl.hpp>
-#include <boost/beast/core.hpp>
-#include <boost/beast/ssl.hpp>
-
-#include <spdlog/spdlog.h>
-
 #include <atomic>
 #include <chrono>
 #include <exception>
 #include <functional>
 #include <set>
 #include <utility>
+
+#include <boost/asio.hpp>
+#include <boost/asio/ssl.hpp>
+#include <boost/beast/core.hpp>
+#include <boost/beast/ssl.hpp>
+#include <spdlog/spdlog.h>
+
+#include "server/http/HttpMessage.h"
+#include "server/http/HttpServer.h"
+#include "server/http/WorkerPool.h"
 
 namespace smisd {
 

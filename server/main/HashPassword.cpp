@@ -1,12 +1,11 @@
 #include "server/main/HashPassword.h"
 
-#include "server/auth/UsersFile.h"
-
 #include <iostream>
 #include <stdexcept>
-
 #include <termios.h>
 #include <unistd.h>
+
+#include "server/auth/Users.h"
 
 namespace smisd {
 namespace {

@@ -1,9 +1,9 @@
 // smisd hash-password
 #pragma once
 
-#include "server/operation/Role.h"
-
 #include <string>
+
+#include "server/operation/Dispatcher.h"
 
 namespace smisd {
 

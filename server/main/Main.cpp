@@ -1,19 +1,18 @@
-#include "server/main/HashPassword.h"
-#include "server/main/Options.h"
-#include "server/main/Serve.h"
-#include "server/monitor/JsonFormatter.h"
-
-#include <spdlog/sinks/stdout_sinks.h>
-#include <spdlog/spdlog.h>
-
 #include <algorithm>
 #include <csignal>
 #include <exception>
 #include <iostream>
+#include <malloc.h>
 #include <memory>
 #include <thread>
 
-#include <malloc.h>
+#include <spdlog/sinks/stdout_sinks.h>
+#include <spdlog/spdlog.h>
+
+#include "server/main/HashPassword.h"
+#include "server/main/Options.h"
+#include "server/main/Serve.h"
+#include "server/monitor/JsonFormatter.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 // The command line of smisd.
 #pragma once
 
-#include "server/dispatch/ServerDispatcher.h"
-#include "server/http/HttpLimits.h"
-#include "server/http/HttpServer.h"
-#include "server/operation/Role.h"
-
 #include <filesystem>
 #include <optional>
 #include <string>
+
+#include "server/dispatch/ServerDispatcher.h"
+#include "server/http/HttpMessage.h"
+#include "server/http/HttpServer.h"
+#include "server/operation/Dispatcher.h"
 
 namespace smisd {
 

@@ -1,19 +1,6 @@
 #include "server/main/Serve.h"
 
-#include "server/auth/BasicAuthenticator.h"
-#include "server/auth/GuardedDispatcher.h"
-#include "server/dispatch/ServerDispatcher.h"
-#include "server/http/RequestHandler.h"
-#include "server/main/StandardOutput.h"
-#include "server/main/StateDirectory.h"
-#include "server/monitor/Health.h"
-#include "server/monitor/MeasuredDispatcher.h"
-#include "server/monitor/MonitorPages.h"
-#include "server/schema/MofDirectory.h"
-
-#include <boost/asio/ip/host_name.hpp>
-#include <spdlog/spdlog.h>
-
+#include <dlfcn.h>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -21,7 +8,18 @@
 #include <string>
 #include <vector>
 
-#include <dlfcn.h>
+#include <boost/asio/ip/host_name.hpp>
+#include <spdlog/spdlog.h>
+
+#include "server/auth/Authenticator.h"
+#include "server/auth/GuardedDispatcher.h"
+#include "server/dispatch/ServerDispatcher.h"
+#include "server/http/RequestHandler.h"
+#include "server/main/Files.h"
+#include "server/main/StandardOutput.h"
+#include "server/monitor/Metrics.h"
+#include "server/monitor/MonitorPages.h"
+#include "server/schema/MofReader.h"
 
 namespace smisd {
 namespace {

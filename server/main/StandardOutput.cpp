@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <climits>
 #include <iostream>
-
 #include <poll.h>
 #include <unistd.h>
 

@@ -1,12 +1,77 @@
 #include "server/module/ProviderHost.h"
 
-#include "server/module/ProviderErrors.h"
+#include <dlfcn.h>
+#include <exception>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <Pegasus/Common/Exception.h>
 
-#include <exception>
-#include <utility>
-#include <vector>
+using namespace Pegasus;
+
+namespace smisd {
+
+CIMException currentProviderError() {
+    try {
+        throw;
+    } catch (const CIMException& error) {
+        return CIMException(error.getCode(), error.getMessage());
+    } catch (const Exception& error) {
+        return CIMException(CIM_ERR_FAILED, error.getMessage());
+    } catch (const std::exception& error) {
+        return CIMException(CIM_ERR_FAILED, String(error.what()));
+    } catch (...) {
+        return CIMException(CIM_ERR_FAILED, String("Unknown error."));
+    }
+}
+
+} // namespace smisd
+
+using namespace Pegasus;
+
+namespace smisd {
+
+ProviderLibrary::ProviderLibrary(std::filesystem::path file, String moduleName)
+    : _file(std::move(file)), _moduleName(std::move(moduleName)) {}
+
+std::unique_ptr<CIMProvider> ProviderLibrary::create(const String& providerName) {
+    std::unique_ptr<CIMProvider> provider(entryPoint(providerName)(providerName));
+    if (!provider) {
+        fail(providerName, "provider is not a CIMProvider.");
+    }
+    return provider;
+}
+
+ProviderLibrary::EntryPoint ProviderLibrary::entryPoint(const String& providerName) {
+    const std::lock_guard lock(_mutex);
+    if (_entryPoint) {
+        return _entryPoint;
+    }
+    if (!std::filesystem::exists(_file)) {
+        const std::string text = "File \"" + _file.filename().string() +
+                                 "\" was not found for provider module \"" +
+                                 std::string(_moduleName.getCString()) + "\".";
+        throw Exception(String(text.c_str()));
+    }
+    void* library = dlopen(_file.c_str(), RTLD_NOW);
+    if (!library) {
+        fail(providerName, (std::string("Cannot load library, error: ") + dlerror()).c_str());
+    }
+    _entryPoint = reinterpret_cast<EntryPoint>(dlsym(library, "PegasusCreateProvider"));
+    if (!_entryPoint) {
+        fail(providerName, "entry point not found.");
+    }
+    return _entryPoint;
+}
+
+void ProviderLibrary::fail(const String& providerName, const char* reason) const {
+    const std::string text = "ProviderLoadFailure (" + _file.string() + ":" +
+                             std::string(providerName.getCString()) + "):" + reason;
+    throw Exception(String(text.c_str()));
+}
+
+} // namespace smisd
 
 using namespace Pegasus;
 
@@ -36,19 +101,24 @@ ProviderHost::ProviderHost(std::filesystem::path library, String moduleName, CIM
     : _library(std::move(library), std::move(moduleName)), _handle(std::move(handle)) {}
 
 ProviderHost::~ProviderHost() {
-    for (auto& [name, slot] : _slots)
-        if (slot.provider)
+    for (auto& [name, slot] : _slots) {
+        if (slot.provider) {
             terminate(std::move(slot.provider));
+        }
+    }
 }
 
 CIMProvider& ProviderHost::provider(const String& name) {
     std::unique_lock lock(_mutex);
     Slot& slot = _slots[name];
-    if (slot.maker == std::this_thread::get_id()) // a call of its own initialize() came back to it
+    if (slot.maker ==
+        std::this_thread::get_id()) { // a call of its own initialize() came back to it
         throw CIMException(CIM_ERR_FAILED, String("provider initialization failed"));
+    }
     _made.wait(lock, [&] { return slot.maker == std::thread::id(); });
-    if (slot.provider)
+    if (slot.provider) {
         return *slot.provider;
+    }
 
     slot.maker = std::this_thread::get_id();
     lock.unlock();
@@ -63,8 +133,9 @@ CIMProvider& ProviderHost::provider(const String& name) {
     slot.provider = std::move(made);
     slot.maker = std::thread::id();
     _made.notify_all();
-    if (error)
+    if (error) {
         std::rethrow_exception(error);
+    }
     return *slot.provider;
 }
 

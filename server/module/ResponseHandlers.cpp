@@ -19,3 +19,38 @@ void failTooMany() {
 }
 
 } // namespace smisd
+
+using namespace Pegasus;
+
+namespace smisd {
+
+void MethodResultHandler::complete() {
+    guarded([&] {
+        if (_returnValue) {
+            _sink.returnValue(*_returnValue);
+        }
+        for (const CIMParamValue& parameter : _parameters) {
+            _sink.outParameter(parameter);
+        }
+    });
+    _returnValue.reset();
+    _parameters.clear();
+}
+
+void MethodResultHandler::deliver(const CIMValue& returnValue) {
+    requireInitialized(returnValue);
+    _returnValue = returnValue;
+}
+
+void MethodResultHandler::deliverParamValue(const CIMParamValue& parameter) {
+    requireInitialized(parameter);
+    _parameters.push_back(parameter);
+}
+
+void MethodResultHandler::deliverParamValue(const Array<CIMParamValue>& parameters) {
+    for (Uint32 i = 0; i < parameters.size(); ++i) {
+        deliverParamValue(parameters[i]);
+    }
+}
+
+} // namespace smisd

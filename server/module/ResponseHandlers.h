@@ -1,3 +1,17 @@
+#pragma once
+
+#include <cstddef>
+#include <exception>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include <Pegasus/Common/CIMParamValue.h>
+#include <Pegasus/Common/CIMValue.h>
+#include <Pegasus/Common/ResponseHandler.h>
+
+#include "server/operation/Dispatcher.h"
+
 // The response handlers that providers deliver to.
 //
 // A handler takes objects as OpenPegasus does: an object that is not initialized, one too many or
@@ -6,14 +20,6 @@
 //
 // Each serves one call of a provider, and one thread. The function that takes the results may
 // throw; `passOn` throws that again where the provider has swallowed it.
-#pragma once
-
-#include <Pegasus/Common/ResponseHandler.h>
-
-#include <cstddef>
-#include <exception>
-#include <functional>
-#include <vector>
 
 namespace smisd {
 
@@ -40,8 +46,9 @@ inline bool isInitialized(const Pegasus::CIMValue& object) {
 
 template<class Object>
 void requireInitialized(const Object& object) {
-    if (!isInitialized(object))
+    if (!isInitialized(object)) {
         failNotInitialized();
+    }
 }
 
 // What all handlers share: errors of the receiver of the results are not the provider's.
@@ -49,8 +56,9 @@ class ReceiverGuard {
 public:
     // To be called when the provider has returned or thrown.
     void passOn() const {
-        if (_error)
+        if (_error) {
             std::rethrow_exception(_error);
+        }
     }
 
 protected:
@@ -86,23 +94,27 @@ public:
     void processing() override {}
 
     void complete() override {
-        if (_objects.empty())
+        if (_objects.empty()) {
             failTooFew();
-        if (!_isTaken)
+        }
+        if (!_isTaken) {
             this->guarded([&] { _take(_objects.front()); });
+        }
         _isTaken = true;
     }
 
     void deliver(const Object& object) override {
         requireInitialized(object);
-        if (!_objects.empty())
+        if (!_objects.empty()) {
             failTooMany();
+        }
         _objects.push_back(object);
     }
 
     void deliver(const Pegasus::Array<Object>& objects) override {
-        for (Pegasus::Uint32 i = 0; i < objects.size(); ++i)
+        for (Pegasus::Uint32 i = 0; i < objects.size(); ++i) {
             deliver(objects[i]);
+        }
     }
 
 private:
@@ -126,13 +138,15 @@ public:
     void deliver(const Object& object) override {
         requireInitialized(object);
         _objects.push_back(object);
-        if (_objects.size() == hundred)
+        if (_objects.size() == hundred) {
             flush();
+        }
     }
 
     void deliver(const Pegasus::Array<Object>& objects) override {
-        for (Pegasus::Uint32 i = 0; i < objects.size(); ++i)
+        for (Pegasus::Uint32 i = 0; i < objects.size(); ++i) {
             deliver(objects[i]);
+        }
     }
 
 private:
@@ -140,8 +154,9 @@ private:
 
     void flush() {
         this->guarded([&] {
-            for (const Object& object : _objects)
+            for (const Object& object : _objects) {
                 _take(object);
+            }
         });
         _objects.clear();
     }
@@ -155,5 +170,26 @@ using InstanceListHandler = ListHandler<Pegasus::InstanceResponseHandler, Pegasu
 using PathHandler = SingleHandler<Pegasus::ObjectPathResponseHandler, Pegasus::CIMObjectPath>;
 using PathListHandler = ListHandler<Pegasus::ObjectPathResponseHandler, Pegasus::CIMObjectPath>;
 using ObjectListHandler = ListHandler<Pegasus::ObjectResponseHandler, Pegasus::CIMObject>;
+
+// The response handler of an extrinsic method.
+
+// At complete() the sink takes the return value, the last one of several, and then the output
+// parameters in the order of their delivery. A null return value is refused as an object that is
+// not initialized.
+class MethodResultHandler : public Pegasus::MethodResultResponseHandler, public ReceiverGuard {
+public:
+    explicit MethodResultHandler(ResultSink& sink) : _sink(sink) {}
+
+    void processing() override {}
+    void complete() override;
+    void deliver(const Pegasus::CIMValue& returnValue) override;
+    void deliverParamValue(const Pegasus::CIMParamValue& parameter) override;
+    void deliverParamValue(const Pegasus::Array<Pegasus::CIMParamValue>& parameters) override;
+
+private:
+    ResultSink& _sink;
+    std::optional<Pegasus::CIMValue> _returnValue;
+    std::vector<Pegasus::CIMParamValue> _parameters;
+};
 
 } // namespace smisd

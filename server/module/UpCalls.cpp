@@ -1,11 +1,11 @@
 #include "server/module/UpCalls.h"
 
-#include "pegasus/host/CimomBackend.h"
+#include <memory>
 
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/OperationContext.h>
 
-#include <memory>
+#include "pegasus/host/CimomBackend.h"
 
 using namespace Pegasus;
 

@@ -1,9 +1,9 @@
 // Providers' calls back into the server.
 #pragma once
 
-#include "server/operation/Dispatcher.h"
-
 #include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "server/operation/Dispatcher.h"
 
 namespace smisd {
 

@@ -1,11 +1,11 @@
 #include "server/monitor/JsonFormatter.h"
 
+#include <chrono>
+#include <string>
+
 #include <fmt/chrono.h>
 #include <nlohmann/json.hpp>
 #include <spdlog/spdlog.h>
-
-#include <chrono>
-#include <string>
 
 namespace smisd {
 

@@ -1,9 +1,9 @@
 // Log lines for programs.
 #pragma once
 
-#include <spdlog/formatter.h>
-
 #include <memory>
+
+#include <spdlog/formatter.h>
 
 namespace smisd {
 

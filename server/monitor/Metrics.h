@@ -1,4 +1,3 @@
-// Counters of what the server does, in Prometheus' text form.
 #pragma once
 
 #include <array>
@@ -8,6 +7,10 @@
 #include <mutex>
 #include <string>
 #include <utility>
+
+#include "server/operation/Dispatcher.h"
+
+// Counters of what the server does, in Prometheus' text form.
 
 namespace smisd {
 
@@ -45,6 +48,24 @@ private:
     std::map<std::pair<std::string, std::string>, std::uint64_t> _operations;
     std::map<std::string, Durations> _durations;
     std::uint64_t _failedLogins = 0;
+};
+
+// A dispatcher whose operations are counted and timed.
+
+class MeasuredDispatcher : public Dispatcher {
+public:
+    // Both outlive it.
+    MeasuredDispatcher(Dispatcher& dispatcher, Metrics& metrics)
+        : _dispatcher(dispatcher), _metrics(metrics) {}
+
+    // Counted under "success", the name of a CIM status code, or "failure" for what is no
+    // CIMException, such as a lost connection.
+    void dispatch(const Operation& operation, const RequestContext& context,
+                  ResultSink& sink) override;
+
+private:
+    Dispatcher& _dispatcher;
+    Metrics& _metrics;
 };
 
 } // namespace smisd

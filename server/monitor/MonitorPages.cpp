@@ -1,10 +1,44 @@
 #include "server/monitor/MonitorPages.h"
 
+#include <exception>
+
+#include <Pegasus/Common/Exception.h>
 #include <boost/asio/ip/address.hpp>
 #include <fmt/format.h>
 #include <spdlog/spdlog.h>
 
+#include "server/schema/MofReader.h"
+
+using namespace Pegasus;
+
 namespace smisd {
+namespace {
+
+// One result is enough.
+class FirstResult : public ResultSink {
+public:
+    struct Seen {};
+    void instanceName(const CIMObjectPath&) override { throw Seen(); }
+};
+
+} // namespace
+
+std::string whyNotHealthy(Dispatcher& dispatcher) {
+    FirstResult sink;
+    try {
+        dispatcher.dispatch(EnumerateInstanceNames{CIMNamespaceName(elementNamespace),
+                                                   CIMName("CIM_StorageHardwareID")},
+                            RequestContext{}, sink);
+    } catch (const FirstResult::Seen&) {
+        return "";
+    } catch (const Exception& error) {
+        return std::string(error.getMessage().getCString());
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
+}
+
 namespace {
 
 constexpr const char* metricsPage = "/metrics";

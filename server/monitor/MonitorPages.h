@@ -1,12 +1,20 @@
-// What monitoring asks for: /metrics and /healthz.
 #pragma once
-
-#include "server/http/HttpMessage.h"
 
 #include <functional>
 #include <string>
 
+#include "server/http/HttpMessage.h"
+#include "server/operation/Dispatcher.h"
+
+// Whether the server can do its work.
+
 namespace smisd {
+
+// Reads the first host of the array, if it has any, by way of the module. "" when that works, else
+// why it does not.
+std::string whyNotHealthy(Dispatcher& dispatcher);
+
+// What monitoring asks for: /metrics and /healthz.
 
 // Pages that are given, without a password, to clients on this machine; to others they do not
 // exist. Thread-safe as far as the functions that make them are.

@@ -1,3 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <variant>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMFlavor.h>
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/CIMParamValue.h>
+#include <Pegasus/Common/CIMPropertyList.h>
+#include <Pegasus/Common/CIMValue.h>
+#include <Pegasus/Common/String.h>
+
+// A qualifier declaration of the schema: `Qualifier Key : boolean = false, Scope(property), ...;`
+
+namespace smisd {
+
+// The elements that a qualifier may stand on (DSP0004, "Scope").
+struct QualifierScope {
+    bool onClass = false;
+    bool onAssociation = false;
+    bool onReference = false;
+    bool onProperty = false;
+    bool onMethod = false;
+    bool onParameter = false;
+    bool onIndication = false;
+};
+
+// `value` is the default; a null one of the declared type where the declaration states none.
+struct QualifierDeclaration {
+    Pegasus::CIMName name;
+    Pegasus::CIMValue value;
+    QualifierScope scope;
+    Pegasus::CIMFlavor flavor;
+};
+
 // The CIM operations that the server carries out, as plain structs.
 //
 // The decoder fills them from a request, the dispatcher carries them out, and the back end of
@@ -9,21 +47,6 @@
 // A null name, a null property list or an empty role stands for an absent parameter.
 //
 // Plain values: copy them freely, share them between threads once they no longer change.
-#pragma once
-
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/CIMInstance.h>
-#include <Pegasus/Common/CIMName.h>
-#include <Pegasus/Common/CIMObjectPath.h>
-#include <Pegasus/Common/CIMParamValue.h>
-#include <Pegasus/Common/CIMPropertyList.h>
-#include <Pegasus/Common/CIMValue.h>
-#include <Pegasus/Common/String.h>
-
-#include <optional>
-#include <variant>
-
-namespace smisd {
 
 // Instances
 

@@ -1,14 +1,29 @@
 #include "server/operation/TypedValue.h"
 
-#include <Pegasus/Common/CIMDateTime.h>
-#include <Pegasus/Common/Char16.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <charconv>
 #include <concepts>
 #include <limits>
 #include <string>
 #include <string_view>
+
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Common/Char16.h>
+#include <Pegasus/Common/Exception.h>
+#include <boost/locale/utf.hpp>
+
+namespace smisd {
+
+bool isUtf8(std::string_view bytes) {
+    using Utf8 = boost::locale::utf::utf_traits<char>;
+    for (const auto* at = bytes.begin(); at != bytes.end();) {
+        if (!boost::locale::utf::is_valid_codepoint(Utf8::decode(at, bytes.end()))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace smisd
 
 using namespace Pegasus;
 

@@ -1,11 +1,11 @@
 #include "server/schema/MofClass.h"
 
-#include "server/schema/MofQualifier.h"
-#include "server/schema/MofValue.h"
+#include <string>
 
 #include <Pegasus/Common/Exception.h>
 
-#include <string>
+#include "server/schema/MofQualifier.h"
+#include "server/schema/MofValue.h"
 
 using namespace Pegasus;
 
@@ -31,32 +31,38 @@ struct ClassContext {
 
 const CIMClass* superclassOf(const Node& body, const Schema& schema) {
     const Node* node = find<SuperclassName>(body);
-    if (!node)
+    if (!node) {
         return nullptr;
+    }
     const CIMClass* superclass = schema.findClass(name(*node));
-    if (!superclass)
+    if (!superclass) {
         fail(*node, "expected a superclass that is declared before, not " + word(*node));
+    }
     return superclass;
 }
 
 bool declaresAssociation(const Node& declaration) {
     bool found = false;
-    if (const Node* list = find<QualifierList>(declaration))
+    if (const Node* list = find<QualifierList>(declaration)) {
         each<Qualifier>(*list, [&](const Node& use) {
             found = found || name(get<QualifierName>(use)) == CIMName("Association");
         });
+    }
     return found;
 }
 
 void checkReference(const Node& feature, const DeclaredType& type, const ClassContext& context) {
     const Node& node = get<ReferenceClass>(feature);
-    if (!context.isAssociation)
+    if (!context.isAssociation) {
         fail(node, "expected a reference only in an association");
-    if (type.isArray)
+    }
+    if (type.isArray) {
         fail(get<ArrayMark>(feature), "expected no array of references in a class");
+    }
     if (!context.schema.findClass(type.referenceClass) &&
-        type.referenceClass != context.result.getClassName())
+        type.referenceClass != context.result.getClassName()) {
         fail(node, "expected a class that is declared before, not " + word(node));
+    }
 }
 
 // A property that the superclass has keeps its type; a reference may narrow its class.
@@ -64,21 +70,24 @@ void checkOverride(const Node& feature, const DeclaredType& type, const ClassCon
     const Node& node = get<FeatureName>(feature);
     const Uint32 at =
         context.superclass ? context.superclass->findProperty(name(node)) : Uint32(PEG_NOT_FOUND);
-    if (at == PEG_NOT_FOUND)
+    if (at == PEG_NOT_FOUND) {
         return;
+    }
     const DeclaredType inherited = typeOf(context.superclass->getProperty(at));
     const bool same = type.type == inherited.type && type.isArray == inherited.isArray;
     const bool narrows = type.type != CIMTYPE_REFERENCE ||
                          context.schema.isA(type.referenceClass, inherited.referenceClass);
-    if (!same || !narrows)
+    if (!same || !narrows) {
         fail(node, "expected " + word(node) + " to be of type " + typeName(inherited) + ", as in " +
                        utf8(context.superclass->getClassName()));
+    }
 }
 
 void addProperty(const Node& feature, const ClassContext& context) {
     const DeclaredType type = mof::typeOf(feature);
-    if (type.type == CIMTYPE_REFERENCE)
+    if (type.type == CIMTYPE_REFERENCE) {
         checkReference(feature, type, context);
+    }
     checkOverride(feature, type, context);
     const Node* value = find<DefaultValue>(feature);
     CIMProperty property(name(get<FeatureName>(feature)),
@@ -121,8 +130,9 @@ void at(const Node& node, Use use) {
 CIMClass compileClass(const Node& declaration, const Schema& schema) {
     const Node& body = get<ClassBody>(declaration);
     const Node& nameNode = get<ClassName>(body);
-    if (schema.findClass(name(nameNode)))
+    if (schema.findClass(name(nameNode))) {
         fail(nameNode, "expected the class " + word(nameNode) + " to be declared only once");
+    }
     const CIMClass* superclass = superclassOf(body, schema);
     CIMClass result(name(nameNode), superclass ? superclass->getClassName() : CIMName());
     const bool isAssociation =
@@ -132,10 +142,11 @@ CIMClass compileClass(const Node& declaration, const Schema& schema) {
     const ClassContext context{schema, superclass, result, isAssociation};
     each<Feature>(body, [&](const Node& feature) {
         at(get<FeatureName>(feature), [&] {
-            if (const Node* parameters = find<Parameters>(feature))
+            if (const Node* parameters = find<Parameters>(feature)) {
                 addMethod(feature, *parameters, context);
-            else
+            } else {
                 addProperty(feature, context);
+            }
         });
     });
     return result;
@@ -145,15 +156,17 @@ CIMInstance compileInstance(const Node& declaration, const Schema& schema) {
     const Node& body = get<InstanceBody>(declaration);
     const Node& classNode = get<ClassName>(body);
     const CIMClass* cimClass = schema.findClass(name(classNode));
-    if (!cimClass)
+    if (!cimClass) {
         fail(classNode, "expected a class that is declared before, not " + word(classNode));
+    }
     CIMInstance result(cimClass->getClassName());
     each<Assignment>(body, [&](const Node& assignment) {
         const Node& nameNode = get<AssignedName>(assignment);
         const Uint32 found = cimClass->findProperty(name(nameNode));
-        if (found == PEG_NOT_FOUND)
+        if (found == PEG_NOT_FOUND) {
             fail(nameNode, "expected a property of " + utf8(cimClass->getClassName()) + ", not " +
                                word(nameNode));
+        }
         const CIMConstProperty declared = cimClass->getProperty(found);
         at(nameNode, [&] {
             result.addProperty(CIMProperty(declared.getName(),

@@ -1,11 +1,11 @@
 // The class and instance declarations of a MOF file.
 #pragma once
 
-#include "server/schema/MofTree.h"
-#include "server/schema/Schema.h"
-
 #include <Pegasus/Common/CIMClass.h>
 #include <Pegasus/Common/CIMInstance.h>
+
+#include "server/schema/MofTree.h"
+#include "server/schema/Schema.h"
 
 namespace smisd::mof {
 

@@ -1,9 +1,9 @@
 #include "server/schema/MofQualifier.h"
 
-#include "server/schema/MofValue.h"
-
 #include <algorithm>
 #include <string>
+
+#include "server/schema/MofValue.h"
 
 using namespace Pegasus;
 
@@ -59,10 +59,11 @@ void addScope(QualifierScope& scope, const Node& node) {
             known = true;
         }
     }
-    if (!known)
+    if (!known) {
         fail(node, "expected class, association, indication, property, reference, method, "
                    "parameter or any, not " +
                        text);
+    }
 }
 
 void addFlavor(CIMFlavor& flavor, const Node& node) {
@@ -75,20 +76,23 @@ void addFlavor(CIMFlavor& flavor, const Node& node) {
     const std::string text = word(node);
     const auto row = std::find_if(std::begin(flavors), std::end(flavors),
                                   [&](const FlavorRow& one) { return isWord(text, one.word); });
-    if (row == std::end(flavors))
+    if (row == std::end(flavors)) {
         fail(node, "expected EnableOverride, DisableOverride, ToSubclass, Restricted or "
                    "Translatable, not " +
                        text);
+    }
     flavor.removeFlavor(row->removes);
     flavor.addFlavor(row->adds);
 }
 
 // A qualifier without a value is TRUE if it is boolean, and null otherwise (DSP0004, "Qualifiers").
 CIMValue valueOfUse(const Node& use, const DeclaredType& type) {
-    if (const Node* value = find<QualifierValue>(use))
+    if (const Node* value = find<QualifierValue>(use)) {
         return valueOf(*value, type);
-    if (type.type == CIMTYPE_BOOLEAN && !type.isArray)
+    }
+    if (type.type == CIMTYPE_BOOLEAN && !type.isArray) {
         return CIMValue(Boolean(true));
+    }
     return nullValue(type);
 }
 
@@ -96,12 +100,14 @@ CIMQualifier compileUse(const Node& use, Element element, const Schema& schema) 
     const Node& nameNode = get<QualifierName>(use);
     const CIMName qualifierName = name(nameNode);
     const smisd::QualifierDeclaration* declared = schema.findQualifier(qualifierName);
-    if (!declared)
+    if (!declared) {
         fail(nameNode, "expected a declared qualifier, not " + word(nameNode));
+    }
     const ElementRow& row = rowOf(element);
-    if (!(declared->scope.*row.flag))
+    if (!(declared->scope.*row.flag)) {
         fail(nameNode,
              "expected a qualifier for " + std::string(row.name) + ", not " + word(nameNode));
+    }
     const DeclaredType type{declared->value.getType(), CIMName(), declared->value.isArray(), 0};
     CIMFlavor flavor = declared->flavor;
     each<FlavorName>(use, [&](const Node& node) { addFlavor(flavor, node); });
@@ -126,13 +132,16 @@ std::vector<CIMQualifier> compileQualifiers(const Node& qualified, Element eleme
                                             const Schema& schema) {
     std::vector<CIMQualifier> result;
     const Node* list = find<QualifierList>(qualified);
-    if (!list)
+    if (!list) {
         return result;
+    }
     each<Qualifier>(*list, [&](const Node& use) {
         const CIMQualifier qualifier = compileUse(use, element, schema);
-        for (const CIMQualifier& earlier : result)
-            if (earlier.getName() == qualifier.getName())
+        for (const CIMQualifier& earlier : result) {
+            if (earlier.getName() == qualifier.getName()) {
                 fail(use, "expected the qualifier " + word(get<QualifierName>(use)) + " only once");
+            }
+        }
         result.push_back(qualifier);
     });
     return result;

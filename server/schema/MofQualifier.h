@@ -1,13 +1,13 @@
 // The qualifiers of a MOF file: their declarations, and their uses on other declarations.
 #pragma once
 
-#include "server/operation/QualifierDeclaration.h"
-#include "server/schema/MofTree.h"
-#include "server/schema/Schema.h"
+#include <vector>
 
 #include <Pegasus/Common/CIMQualifier.h>
 
-#include <vector>
+#include "server/operation/Operation.h"
+#include "server/schema/MofTree.h"
+#include "server/schema/Schema.h"
 
 namespace smisd::mof {
 
@@ -25,8 +25,9 @@ std::vector<Pegasus::CIMQualifier> compileQualifiers(const Node& qualified, Elem
 // Adds them to a class, property, method or parameter.
 template<class Target>
 void addQualifiers(Target& target, const Node& qualified, Element element, const Schema& schema) {
-    for (const Pegasus::CIMQualifier& qualifier : compileQualifiers(qualified, element, schema))
+    for (const Pegasus::CIMQualifier& qualifier : compileQualifiers(qualified, element, schema)) {
         target.addQualifier(qualifier);
+    }
 }
 
 } // namespace smisd::mof

@@ -1,8 +1,8 @@
 #include "server/schema/MofTree.h"
 
-#include "server/schema/MofError.h"
-
 #include <Pegasus/Common/String.h>
+
+#include "server/schema/MofReader.h"
 
 namespace smisd::mof {
 namespace {

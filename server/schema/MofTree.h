@@ -1,14 +1,13 @@
 // The text of a MOF file as a tree of the grammar's rules, and how to walk it.
 #pragma once
 
-#include "server/schema/MofGrammar.h"
-
-#include <Pegasus/Common/CIMName.h>
-
-#include <tao/pegtl/contrib/parse_tree.hpp>
-
 #include <memory>
 #include <string>
+
+#include <Pegasus/Common/CIMName.h>
+#include <tao/pegtl/contrib/parse_tree.hpp>
+
+#include "server/schema/MofGrammar.h"
 
 namespace smisd::mof {
 
@@ -23,9 +22,11 @@ std::unique_ptr<Node> parse(const std::string& text, const std::string& fileName
 // The first child of the rule, or null.
 template<class Rule>
 const Node* find(const Node& parent) {
-    for (const auto& child : parent.children)
-        if (child->is_type<Rule>())
+    for (const auto& child : parent.children) {
+        if (child->is_type<Rule>()) {
             return child.get();
+        }
+    }
     return nullptr;
 }
 
@@ -38,9 +39,11 @@ const Node& get(const Node& parent) {
 // Calls `use` with each child of the rule, in order.
 template<class Rule, class Use>
 void each(const Node& parent, Use use) {
-    for (const auto& child : parent.children)
-        if (child->is_type<Rule>())
+    for (const auto& child : parent.children) {
+        if (child->is_type<Rule>()) {
             use(*child);
+        }
+    }
 }
 
 // The name that a node such as ClassName holds, as the file spells it.

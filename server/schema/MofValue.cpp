@@ -1,15 +1,15 @@
 #include "server/schema/MofValue.h"
 
-#include "server/operation/TypedValue.h"
-
-#include <Pegasus/Common/CIMObjectPath.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
 #include <string_view>
+
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/Exception.h>
+
+#include "server/operation/TypedValue.h"
 
 using namespace Pegasus;
 
@@ -32,10 +32,11 @@ Char16 escaped(const std::string& code) {
     constexpr std::string_view meanings = "\b\t\n\f\r";
     Uint16 unit = static_cast<Uint16>(code.front());
     const size_t index = letters.find(code.front());
-    if (index != letters.npos)
+    if (index != letters.npos) {
         unit = static_cast<Uint16>(meanings[index]);
-    else if (code.size() > 1) // x and hexadecimal digits
+    } else if (code.size() > 1) { // x and hexadecimal digits
         std::from_chars(code.data() + 1, code.data() + code.size(), unit, 16);
+    }
     return Char16(unit);
 }
 
@@ -45,11 +46,13 @@ String plain(std::string_view text) {
 
 String unescaped(const Node& text) {
     String result;
-    for (const auto& piece : text.children)
-        if (piece->is_type<EscapeCode>())
+    for (const auto& piece : text.children) {
+        if (piece->is_type<EscapeCode>()) {
             result.append(escaped(piece->string()));
-        else
+        } else {
             result.append(plain(piece->string_view()));
+        }
+    }
     return result;
 }
 
@@ -70,8 +73,9 @@ std::string integerText(const std::string& text) {
         base = 8;
     }
     const std::string sign = text.front() == '-' ? "-" : "";
-    if (base == 0)
+    if (base == 0) {
         return sign + std::string(digits);
+    }
     std::uint64_t value = 0;
     const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), value, base);
     const bool isWhole = parsed.ec == std::errc() && parsed.ptr == digits.data() + digits.size();
@@ -84,16 +88,21 @@ bool isText(CIMType type) {
 
 // The text of a constant, if a constant of its form may have the type.
 String literalOf(const Node& constant, CIMType type) {
-    if (constant.is_type<StringValue>() && isText(type))
+    if (constant.is_type<StringValue>() && isText(type)) {
         return textOf(constant);
-    if (constant.is_type<CharValue>() && type == CIMTYPE_CHAR16)
+    }
+    if (constant.is_type<CharValue>() && type == CIMTYPE_CHAR16) {
         return unescaped(get<CharPart>(constant));
-    if (constant.is_type<NumberText>() && type != CIMTYPE_BOOLEAN && !isText(type))
+    }
+    if (constant.is_type<NumberText>() && type != CIMTYPE_BOOLEAN && !isText(type)) {
         return String(integerText(constant.string()).c_str());
-    if (constant.is_type<TrueValue>() && type == CIMTYPE_BOOLEAN)
+    }
+    if (constant.is_type<TrueValue>() && type == CIMTYPE_BOOLEAN) {
         return String("TRUE");
-    if (constant.is_type<FalseValue>() && type == CIMTYPE_BOOLEAN)
+    }
+    if (constant.is_type<FalseValue>() && type == CIMTYPE_BOOLEAN) {
         return String("FALSE");
+    }
     throw InvalidLiteral("of another form");
 }
 
@@ -143,8 +152,9 @@ DeclaredType typeOf(const Node& declaration) {
     }
     if (const Node* array = find<ArrayMark>(declaration)) {
         result.isArray = true;
-        if (const Node* size = find<NumberText>(*array))
+        if (const Node* size = find<NumberText>(*array)) {
             scalar(*size, DeclaredType{CIMTYPE_UINT32, CIMName(), false, 0}).get(result.arraySize);
+        }
     }
     return result;
 }
@@ -163,10 +173,12 @@ CIMValue nullValue(const DeclaredType& type) {
 
 CIMValue valueOf(const Node& parent, const DeclaredType& type) {
     const Node& value = *parent.children.back();
-    if (value.is_type<NullValue>())
+    if (value.is_type<NullValue>()) {
         return nullValue(type);
-    if (value.is_type<ListValue>() != type.isArray)
+    }
+    if (value.is_type<ListValue>() != type.isArray) {
         failForValue(value, type);
+    }
     return type.isArray ? list(value, type) : scalar(value, type);
 }
 

@@ -1,11 +1,11 @@
 // The values of a MOF file.
 #pragma once
 
-#include "server/schema/MofTree.h"
-
 #include <Pegasus/Common/CIMType.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/String.h>
+
+#include "server/schema/MofTree.h"
 
 namespace smisd::mof {
 

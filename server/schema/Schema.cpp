@@ -1,9 +1,9 @@
 #include "server/schema/Schema.h"
 
-#include "server/schema/Inheritance.h"
-
 #include <algorithm>
 #include <iterator>
+
+#include "server/schema/ClassView.h"
 
 using namespace Pegasus;
 
@@ -17,8 +17,9 @@ void Schema::declare(const CIMClass& cimClass) {
     const CIMClass full = withInherited(cimClass, findClass(cimClass.getSuperClassName()));
     _classes.emplace(full.getClassName(), full);
     _subclasses[full.getSuperClassName()].push_back(full.getClassName());
-    if (full.isAssociation())
+    if (full.isAssociation()) {
         addLinks(full);
+    }
 }
 
 void Schema::add(const CIMInstance& instance) {
@@ -38,8 +39,9 @@ const CIMClass* Schema::findClass(const CIMName& name) const {
 std::vector<CIMName> Schema::subclasses(const CIMName& name, bool deep) const {
     Names result;
     const auto found = _subclasses.find(name);
-    if (found != _subclasses.end())
+    if (found != _subclasses.end()) {
         collect(found->second, deep, result);
+    }
     return result;
 }
 
@@ -47,30 +49,38 @@ void Schema::collect(const Names& names, bool deep, Names& result) const {
     for (const CIMName& name : names) {
         result.push_back(name);
         const auto found = _subclasses.find(name);
-        if (deep && found != _subclasses.end())
+        if (deep && found != _subclasses.end()) {
             collect(found->second, deep, result);
+        }
     }
 }
 
 bool Schema::isA(const CIMName& name, const CIMName& ancestor) const {
-    for (const CIMClass* one = findClass(name); one; one = findClass(one->getSuperClassName()))
-        if (one->getClassName() == ancestor)
+    for (const CIMClass* one = findClass(name); one; one = findClass(one->getSuperClassName())) {
+        if (one->getClassName() == ancestor) {
             return true;
+        }
+    }
     return false;
 }
 
 void Schema::addLinks(const CIMClass& association) {
     std::vector<CIMConstProperty> references;
-    for (Uint32 i = 0; i < association.getPropertyCount(); ++i)
-        if (association.getProperty(i).getType() == CIMTYPE_REFERENCE)
+    for (Uint32 i = 0; i < association.getPropertyCount(); ++i) {
+        if (association.getProperty(i).getType() == CIMTYPE_REFERENCE) {
             references.push_back(association.getProperty(i));
-    for (size_t from = 0; from < references.size(); ++from)
-        for (size_t to = 0; to < references.size(); ++to)
-            if (from != to)
+        }
+    }
+    for (size_t from = 0; from < references.size(); ++from) {
+        for (size_t to = 0; to < references.size(); ++to) {
+            if (from != to) {
                 _links.push_back(
                     {association.getClassName(), references[from].getReferenceClassName(),
                      references[from].getName(), references[to].getReferenceClassName(),
                      references[to].getName()});
+            }
+        }
+    }
 }
 
 std::vector<Link> Schema::linksFrom(const CIMName& name) const {

@@ -1,17 +1,25 @@
-// The declarations of one namespace.
 #pragma once
-
-#include "server/operation/QualifierDeclaration.h"
-#include "server/schema/NameOrder.h"
-
-#include <Pegasus/Common/CIMClass.h>
-#include <Pegasus/Common/CIMInstance.h>
-#include <Pegasus/Common/CIMName.h>
 
 #include <map>
 #include <vector>
 
+#include <Pegasus/Common/CIMClass.h>
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/String.h>
+
+#include "server/operation/Operation.h"
+
 namespace smisd {
+
+// CIM names as keys of ordered containers: their case does not count. For CIMName and
+// CIMNamespaceName.
+struct NameOrder {
+    template<class Name>
+    bool operator()(const Name& left, const Name& right) const {
+        return Pegasus::String::compareNoCase(left.getString(), right.getString()) < 0;
+    }
+};
 
 // A way through an association: from one of its references to another. An association with two
 // references has two links, one each way; one with a single reference has none.
@@ -23,8 +31,8 @@ struct Link {
     Pegasus::CIMName toRole;
 };
 
-// Filled once, by one thread; then read by any number of them. Objects that it returns are its own
-// and must not be changed: clone them.
+// The declarations of one namespace. Filled once, by one thread; then read by any number of them.
+// Objects that it returns are its own and must not be changed: clone them.
 class Schema {
 public:
     using Qualifiers = std::map<Pegasus::CIMName, QualifierDeclaration, NameOrder>;
@@ -66,6 +74,27 @@ private:
     std::map<Pegasus::CIMName, Names, NameOrder> _subclasses; // of the null name: the roots
     std::vector<Link> _links;
     std::vector<Pegasus::CIMInstance> _instances;
+};
+
+// The schemas of all namespaces of the server. Filled once, by one thread; then read by any number
+// of them.
+class Repository {
+public:
+    using Schemas = std::map<Pegasus::CIMNamespaceName, Schema, NameOrder>;
+
+    // Makes the namespace if there is none of the name.
+    Schema& open(const Pegasus::CIMNamespaceName& nameSpace) { return _schemas[nameSpace]; }
+
+    // Null if there is no such namespace.
+    const Schema* find(const Pegasus::CIMNamespaceName& nameSpace) const {
+        const auto found = _schemas.find(nameSpace);
+        return found == _schemas.end() ? nullptr : &found->second;
+    }
+
+    const Schemas& schemas() const { return _schemas; }
+
+private:
+    Schemas _schemas;
 };
 
 } // namespace smisd

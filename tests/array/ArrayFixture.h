@@ -1,5 +1,4 @@
-#ifndef TESTS_ARRAY_ARRAY_FIXTURE_H
-#define TESTS_ARRAY_ARRAY_FIXTURE_H
+#pragma once
 
 #include <filesystem>
 #include <functional>
@@ -9,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "array/Array.h"
-#include "array/ErrorCode.h"
-#include "array/engine/Text.h"
+#include "array/model/ErrorCode.h"
+#include "array/model/Text.h"
 
 namespace array {
 
@@ -21,8 +20,9 @@ class TemporaryDirectory {
 public:
     TemporaryDirectory() {
         std::string name = (fs::temp_directory_path() / "array-XXXXXX").string();
-        if (!mkdtemp(name.data()))
+        if (!mkdtemp(name.data())) {
             throw std::runtime_error("no temporary directory");
+        }
         _path = name;
     }
     TemporaryDirectory(const TemporaryDirectory&) = delete;
@@ -103,5 +103,3 @@ protected:
 };
 
 } // namespace array
-
-#endif

@@ -1,6 +1,5 @@
+#include "array/model/Ids.h"
 #include "tests/array/ArrayFixture.h"
-
-#include "array/KeyText.h"
 
 namespace array {
 namespace {
@@ -19,8 +18,9 @@ TEST_F(ArrayTest, ANewArrayHasNamesAndNoObjects) {
     EXPECT_FALSE(now()->names().host.empty());
     EXPECT_FALSE(now()->names().system.empty());
     EXPECT_EQ(now()->version(), 0u);
-    for (const CLASSID_e objectClass : {CLASSID_TARGET, CLASSID_INITIATOR, CLASSID_VOLUME})
+    for (const CLASSID_e objectClass : {CLASSID_TARGET, CLASSID_INITIATOR, CLASSID_VOLUME}) {
         EXPECT_EQ(now()->count(objectClass), 0u);
+    }
 }
 
 TEST_F(ArrayTest, IdsAreClassAndSerialFromOne) {
@@ -85,7 +85,7 @@ TEST_F(ArrayTest, AChangeIsSeenWholeOrNotAtAll) {
     EXPECT_THROW(change([&](Change& change) {
                      change.create(Target{"iqn.2026-01.com.example:t1", {}});
                      change.create(Initiator{"iqn.2026-01.com.example:host1", {}});
-                     EXPECT_EQ(change.state().count(CLASSID_TARGET), 1u);
+                     EXPECT_EQ(change.snapshot().count(CLASSID_TARGET), 1u);
                      EXPECT_EQ(now()->count(CLASSID_TARGET), 0u);
                      throw std::runtime_error("changed my mind");
                  }),
@@ -123,14 +123,16 @@ TEST_F(ArrayTest, AChangeOfNothingIsNoCommit) {
 
 TEST_F(ArrayTest, ListsAreInAscendingOrder) {
     Ids targets;
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 100; ++i) {
         targets.push_back(addTarget("t" + std::to_string(i)));
+    }
     EXPECT_EQ(now()->ids(CLASSID_TARGET), targets);
     EXPECT_EQ(now()->associated(Pegasus::SYSTEM_OBJECT_ID, CLASSID_TARGET), targets);
     const Id initiator = addInitiator();
     change([&](Change& change) {
-        for (auto target = targets.rbegin(); target != targets.rend(); ++target)
+        for (auto target = targets.rbegin(); target != targets.rend(); ++target) {
             change.grant(*target, initiator);
+        }
     });
     EXPECT_EQ(now()->associated(initiator, CLASSID_TARGET), targets);
     EXPECT_EQ(now()->associated(targets[3], CLASSID_INITIATOR), Ids{initiator});
@@ -152,8 +154,9 @@ TEST_F(ArrayTest, RootsListTheirClassesAndNoOthers) {
 }
 
 TEST_F(ArrayTest, NothingIsAssociatedWithAnIdThatNamesNothing) {
-    for (const Id id : {Id{0}, Id{0x0E000009}, Id{0xFFFFFFFF}})
+    for (const Id id : {Id{0}, Id{0x0E000009}, Id{0xFFFFFFFF}}) {
         EXPECT_TRUE(now()->associated(id, CLASSID_LOGICAL_UNIT).empty()) << keyText(id);
+    }
 }
 
 TEST_F(ArrayTest, ATargetHasSettingsOfItsSerial) {

@@ -21,8 +21,9 @@ TEST(Crash, WhatWasAcknowledgedIsThereAndNothingElse) {
         Child child([&](const Child::Voice& voice) {
             const auto array = Array::open(state);
             History history(seed);
-            for (History::Step step; step.inArray == step.inModel; voice.acknowledge())
+            for (History::Step step; step.inArray == step.inModel; voice.acknowledge()) {
                 step = history.step(model, *array);
+            }
         });
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 80000));
         ASSERT_TRUE(child.killNow()) << "the child gave up";
@@ -30,14 +31,16 @@ TEST(Crash, WhatWasAcknowledgedIsThereAndNothingElse) {
         // The step that was being made may be there or not.
         History history(seed);
         const int acknowledged = child.acknowledged();
-        for (int i = 0; i < acknowledged; ++i)
+        for (int i = 0; i < acknowledged; ++i) {
             history.step(model);
+        }
         Model oneMore = model;
         history.step(oneMore);
         const auto array = Array::open(state);
         const Model found = Model::of(*array->snapshot());
-        if (found.hasObjectsOf(oneMore))
+        if (found.hasObjectsOf(oneMore)) {
             model = oneMore;
+        }
         ASSERT_TRUE(found.hasObjectsOf(model)) << "crash " << crash << " after " << acknowledged;
         ASSERT_TRUE(array->check().empty());
         steps += acknowledged;

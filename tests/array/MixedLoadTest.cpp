@@ -5,14 +5,13 @@
 #include <thread>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Common/ResponseHandler.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
+#include <gtest/gtest.h>
 
-#include "array/ErrorCode.h"
-#include "array/engine/Text.h"
+#include "array/model/ErrorCode.h"
+#include "array/model/Text.h"
 #include "engine/DRAVEngine.h"
 #include "engine/DRAVInitiator.h"
 #include "engine/DRAVOperationFailedException.h"
@@ -34,8 +33,9 @@ public:
     void complete() override {}
     void deliver(const Object& object) override { delivered.push_back(object); }
     void deliver(const Array<Object>& objects) override {
-        for (Uint32 i = 0; i < objects.size(); ++i)
+        for (Uint32 i = 0; i < objects.size(); ++i) {
             deliver(objects[i]);
+        }
     }
 
     std::vector<Object> delivered;
@@ -65,8 +65,9 @@ void listHosts() {
         Collecting<InstanceResponseHandler, CIMInstance> handler;
         ready.provider.enumerateInstances(ready.context, classPath("CIM_StorageHardwareID"), false,
                                           false, CIMPropertyList(), handler);
-        for (const CIMInstance& instance : handler.delivered)
+        for (const CIMInstance& instance : handler.delivered) {
             EXPECT_TRUE(isNameOf(instance.getPath().getHost(), "host"));
+        }
     }
 }
 
@@ -114,8 +115,9 @@ void change(DRAVEngine& engine, int thread) {
         engine.createAssociation(target, initiator);
         EXPECT_EQ(engine.getiSCSIObjectIDByName(CLASSID_TARGET, nameOf("t", thread, i)), target);
         EXPECT_EQ(engine.enumerateAssociatedObjects(initiator, CLASSID_TARGET).size(), 1u);
-        if (i + 1 == ROUNDS)
+        if (i + 1 == ROUNDS) {
             return;
+        }
         engine.deleteObject(CLASSID_TARGET, target);
         engine.deleteObject(CLASSID_INITIATOR, initiator);
     }

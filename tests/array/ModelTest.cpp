@@ -19,8 +19,9 @@ TEST_P(ModelTest, ALongHistoryGivesWhatAPlainModelGives) {
             ASSERT_TRUE(Model::of(*now()).hasObjectsOf(model)) << "step " << i;
             ASSERT_TRUE(Model::of(*follower->snapshot()).hasObjectsOf(model)) << "step " << i;
         }
-        if (i % 400 == 0)
+        if (i % 400 == 0) {
             reopen();
+        }
     }
     EXPECT_GT(refused, 100);
     EXPECT_LT(refused, 900);

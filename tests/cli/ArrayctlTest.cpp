@@ -14,8 +14,9 @@ TEST_F(Arrayctl, HelpListsTheCommandsAndSucceeds) {
     EXPECT_EQ(result.status, cli::Done);
     for (const char* command :
          {"import", "export", "show", "events", "check", "backup", "volume", "target", "initiator",
-          "endpoint", "unit", "grant", "session", "secret"})
+          "endpoint", "unit", "grant", "session", "secret"}) {
         EXPECT_THAT(result.out, HasSubstr(std::string("\n  ") + command + " "));
+    }
 }
 
 TEST_F(Arrayctl, HelpOfACommandSucceeds) {

@@ -2,7 +2,6 @@
 // nothing is changed.
 
 #include <fstream>
-
 #include <unistd.h>
 
 #include "tests/array/support/SmallFileSystem.h"
@@ -24,9 +23,10 @@ protected:
                                                    {"volume", "create", "6001", "--size", "1"},
                                                    {"check"},
                                                    {"backup", (directory / "copy.db").string()},
-                                                   {"import", "-"}})
+                                                   {"import", "-"}}) {
             EXPECT_THAT(stateFailureOf(arguments, "{}"),
                         testing::AllOf(HasSubstr(state.string()), HasSubstr(what)));
+        }
         EXPECT_EQ(contentOf(state / "array.db"), before);
         EXPECT_FALSE(fs::exists(directory / "copy.db"));
     }
@@ -45,8 +45,9 @@ TEST_F(BadState, OfWiderMode) {
 }
 
 TEST_F(BadState, OfAnotherUser) {
-    if (geteuid() != 0)
+    if (geteuid() != 0) {
         GTEST_SKIP() << "only root can give a directory away";
+    }
     importSmallArray();
     ASSERT_EQ(chown(state.c_str(), 12345, 12345), 0);
     expectAllFail("Run it as the owner.");
@@ -67,8 +68,9 @@ TEST_F(BadState, WithAForeignFile) {
 
 TEST_F(BadState, OnAReadOnlyFileSystem) {
     array::SmallFileSystem fileSystem(2048);
-    if (!fileSystem.isThere())
+    if (!fileSystem.isThere()) {
         GTEST_SKIP() << "only root can have a file system of its own";
+    }
     state = fileSystem.path() / "state";
     importSmallArray();
     fileSystem.makeReadOnly();
@@ -77,13 +79,15 @@ TEST_F(BadState, OnAReadOnlyFileSystem) {
 
 TEST_F(BadState, OnAFullFileSystem) {
     array::SmallFileSystem fileSystem(512);
-    if (!fileSystem.isThere())
+    if (!fileSystem.isThere()) {
         GTEST_SKIP() << "only root can have a file system of its own";
+    }
     state = fileSystem.path() / "state";
     std::string volumes;
-    for (int i = 0; i < 20000; ++i)
+    for (int i = 0; i < 20000; ++i) {
         volumes += (i == 0 ? "" : ",") + std::string(R"({"size":1,"name":")") +
                    std::to_string(10000000 + i) + "\"}";
+    }
     EXPECT_THAT(
         stateFailureOf({"import", "-"}, R"({"host":"h","system":"s","volumes":[)" + volumes + "]}"),
         HasSubstr("Make room on the file system"));
@@ -92,8 +96,9 @@ TEST_F(BadState, OnAFullFileSystem) {
 
 TEST_F(BadState, IsNotMadeByALongDescriptionWithAMistakeAtItsEnd) {
     std::string text = R"({"host":"h","system":"s","volumes":[)";
-    for (int i = 0; i < 50000; ++i)
+    for (int i = 0; i < 50000; ++i) {
         text += R"({"size":1,"name":")" + std::to_string(10000000 + i) + "\"},\n";
+    }
     for (const auto& [end, mistake] : {std::pair("5]}", "/volumes/50000: "),
                                        {R"({"size":1,"name":"10000007"}]})", "/volumes/50000: "},
                                        {R"({"size":1)", "parse error at line 50001"}}) {

@@ -1,5 +1,4 @@
-#ifndef TESTS_CLI_CLI_H
-#define TESTS_CLI_CLI_H
+#pragma once
 
 #include <filesystem>
 #include <sstream>
@@ -32,8 +31,9 @@ protected:
     Result run(std::vector<std::string> arguments, const std::string& input = "") const {
         arguments.insert(arguments.begin(), {"arrayctl", "--state", state.string()});
         std::vector<const char*> argv;
-        for (const std::string& argument : arguments)
+        for (const std::string& argument : arguments) {
             argv.push_back(argument.c_str());
+        }
         std::istringstream in(input);
         std::ostringstream out;
         std::ostringstream err;
@@ -100,5 +100,3 @@ protected:
     std::filesystem::path directory; // the test's own; goes with it
     std::filesystem::path state;     // the state directory, below it
 };
-
-#endif

@@ -20,12 +20,13 @@ std::vector<Example> examplesOf(const std::filesystem::path& document) {
     std::ifstream text(document);
     bool inBlock = false;
     for (std::string line; std::getline(text, line);) {
-        if (line.starts_with("```"))
+        if (line.starts_with("```")) {
             inBlock = line == "```console";
-        else if (inBlock && line.starts_with("$ "))
+        } else if (inBlock && line.starts_with("$ ")) {
             examples.push_back({line.substr(2), ""});
-        else if (inBlock)
+        } else if (inBlock) {
             examples.back().output += line + "\n";
+        }
     }
     return examples;
 }
@@ -33,8 +34,9 @@ std::vector<Example> examplesOf(const std::filesystem::path& document) {
 std::string outputOf(const std::string& command) {
     FILE* pipe = popen(("{ " + command + "; } 2>&1").c_str(), "r");
     std::string out;
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe))
+    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
         out.push_back(static_cast<char>(c));
+    }
     pclose(pipe);
     return out;
 }
@@ -51,8 +53,9 @@ TEST_P(Document, EachExampleGivesTheOutputThatIsShown) {
     std::filesystem::create_directory_symlink(root / "docs", "docs");
     const auto examples = examplesOf(root / "docs" / GetParam());
     EXPECT_FALSE(examples.empty());
-    for (const Example& example : examples)
+    for (const Example& example : examples) {
         EXPECT_EQ(outputOf(example.command), example.output) << example.command;
+    }
     std::filesystem::current_path("/");
     std::filesystem::remove_all(directory);
     unsetenv("DRAV_STATE_DIR");

@@ -1,13 +1,13 @@
 // The program itself, as people and programs start it.
 
 #include <filesystem>
+#include <pty.h>
 #include <string>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -38,8 +38,9 @@ protected:
     static Result shell(const std::string& line) {
         FILE* pipe = popen(("{ " + line + "; } 2>&1").c_str(), "r");
         std::string out;
-        for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe))
+        for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
             out.push_back(static_cast<char>(c));
+        }
         return {WEXITSTATUS(pclose(pipe)), out};
     }
 
@@ -97,8 +98,9 @@ struct Typed {
 std::string readUntil(int terminal, const std::string& end) {
     std::string shown;
     char c = 0;
-    while (!shown.ends_with(end) && read(terminal, &c, 1) == 1)
+    while (!shown.ends_with(end) && read(terminal, &c, 1) == 1) {
         shown.push_back(c);
+    }
     return shown;
 }
 
@@ -108,8 +110,9 @@ Typed typeAtPrompts(const std::vector<const char*>& arguments,
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
         std::vector<char*> argv;
-        for (const char* argument : arguments)
+        for (const char* argument : arguments) {
             argv.push_back(const_cast<char*>(argument));
+        }
         argv.push_back(nullptr);
         execv(ARRAYCTL, argv.data());
         _exit(127);

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/Aligned.h"
-
 namespace {
 
 TEST(Aligned, PutsCellsInColumnsByCharactersAndNotByBytes) {

@@ -1,14 +1,13 @@
 #include "engine/NameConstants.h"
 
 #include <algorithm>
+#include <fcntl.h>
 #include <fstream>
 #include <iterator>
 #include <regex>
 #include <string>
-#include <vector>
-
-#include <fcntl.h>
 #include <sys/syscall.h>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,10 +23,12 @@ bool linkIsReadable = true;
 
 // What the header's function reads instead of the machine's own link.
 extern "C" ssize_t readlink(const char* path, char* buffer, size_t size) noexcept {
-    if (path != std::string("/etc/localtime"))
+    if (path != std::string("/etc/localtime")) {
         return syscall(SYS_readlinkat, AT_FDCWD, path, buffer, size);
-    if (!linkIsReadable)
+    }
+    if (!linkIsReadable) {
         return -1;
+    }
     const size_t length = std::min(size, linkTarget.size());
     linkTarget.copy(buffer, length);
     return static_cast<ssize_t>(length);
@@ -41,8 +42,9 @@ std::vector<std::string> table() {
     const std::string text{std::istreambuf_iterator<char>(header), {}};
     const std::regex constant(R"(static const (\w+)\s+\w+\("([^"]*)\"\);)");
     std::vector<std::string> entries;
-    for (std::sregex_iterator each(text.begin(), text.end(), constant), end; each != end; ++each)
+    for (std::sregex_iterator each(text.begin(), text.end(), constant), end; each != end; ++each) {
         entries.push_back((*each)[1].str() + " " + (*each)[2].str());
+    }
     return entries;
 }
 

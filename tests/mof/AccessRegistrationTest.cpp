@@ -1,19 +1,18 @@
 // The provider registration in mof/ against the module's factory and the class declarations.
 
-#include "providers/frame/PegasusCreateProvider.h"
-#include "server/dispatch/Registration.h"
-#include "server/schema/MofDirectory.h"
+#include <memory>
+#include <string>
+#include <vector>
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <string>
-#include <vector>
+#include "providers/frame/PegasusCreateProvider.h"
+#include "server/dispatch/Registration.h"
+#include "server/schema/MofReader.h"
 
 using namespace Pegasus;
 using testing::ElementsAre;
@@ -63,12 +62,14 @@ struct Served {
 std::vector<Served> served() {
     std::vector<Served> result;
     for (const CIMInstance& instance : instances()) {
-        if (instance.getClassName() != CIMName("PG_ProviderCapabilities"))
+        if (instance.getClassName() != CIMName("PG_ProviderCapabilities")) {
             continue;
+        }
         std::string types;
         const auto numbers = valueOf<Array<Uint16>>(instance, "ProviderType");
-        for (Uint32 i = 0; i < numbers.size(); ++i)
+        for (Uint32 i = 0; i < numbers.size(); ++i) {
             types += (i ? " " : "") + std::to_string(numbers[i]);
+        }
         result.push_back({textOf(instance, "ProviderName"),
                           CIMName(valueOf<String>(instance, "ClassName")), types});
     }
@@ -81,9 +82,11 @@ TEST(AccessRegistration, IsOneThatTheServerAccepts) {
 
 TEST(AccessRegistration, NamesTheModule) {
     std::vector<CIMInstance> modules;
-    for (const CIMInstance& instance : instances())
-        if (instance.getClassName() == CIMName("PG_ProviderModule"))
+    for (const CIMInstance& instance : instances()) {
+        if (instance.getClassName() == CIMName("PG_ProviderModule")) {
             modules.push_back(instance);
+        }
+    }
     ASSERT_EQ(modules.size(), 1U);
     const CIMInstance& module = modules[0];
     EXPECT_EQ(textOf(module, "Location"), "AccessProviders");
@@ -94,8 +97,9 @@ TEST(AccessRegistration, NamesTheModule) {
 TEST(AccessRegistration, NamesTheProvidersOfTheModule) {
     const Registration registration(instances());
     std::vector<std::string> names;
-    for (const String& name : registration.providerNames())
+    for (const String& name : registration.providerNames()) {
         names.push_back(utf8(name));
+    }
     EXPECT_THAT(names,
                 ElementsAre("StorageHardwareIDManagementServiceProvider",
                             "StorageHardwareIDProvider", "AuthorizedAccessProvider",
@@ -106,8 +110,9 @@ TEST(AccessRegistration, NamesTheProvidersOfTheModule) {
 
 TEST(AccessRegistration, ListsWhatEachProviderServes) {
     std::vector<std::string> lines;
-    for (const Served& one : served())
+    for (const Served& one : served()) {
         lines.push_back(one.provider + " " + utf8(one.className.getString()) + " " + one.types);
+    }
     EXPECT_THAT(
         lines,
         ElementsAre("StorageHardwareIDManagementServiceProvider "

@@ -1,16 +1,15 @@
 // The class declarations in mof/ against the published schema.
 
-#include "server/schema/MofDirectory.h"
-#include "server/schema/MofReader.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "server/schema/MofReader.h"
 
 using namespace Pegasus;
 
@@ -174,8 +173,9 @@ std::string typeText(const Feature& feature) {
 template<class Element>
 bool isTrue(const Element& element, const char* qualifier, bool otherwise) {
     const Uint32 at = element.findQualifier(CIMName(qualifier));
-    if (at == PEG_NOT_FOUND)
+    if (at == PEG_NOT_FOUND) {
         return otherwise;
+    }
     Boolean value = false;
     element.getQualifier(at).getValue().get(value);
     return value;
@@ -195,15 +195,17 @@ std::string methodText(const CIMConstMethod& method) {
 
 const Schema& schema() {
     static Repository repository;
-    if (repository.schemas().empty())
+    if (repository.schemas().empty()) {
         readMofDirectory(MOF_DIRECTORY, repository);
+    }
     return *repository.find(CIMNamespaceName(elementNamespace));
 }
 
 const CIMClass& classNamed(const char* name) {
     const CIMClass* found = schema().findClass(CIMName(name));
-    if (!found)
+    if (!found) {
         throw std::runtime_error(std::string("no class ") + name);
+    }
     return *found;
 }
 
@@ -216,12 +218,14 @@ TEST_P(AccessClass, HasTheSuperclassKeysAndKindOfTheSchema) {
     Array<CIMName> names;
     cimClass.getKeyNames(names);
     std::vector<std::string> keys;
-    for (Uint32 i = 0; i < names.size(); ++i)
+    for (Uint32 i = 0; i < names.size(); ++i) {
         keys.push_back(utf8(names[i].getString()));
+    }
     std::sort(keys.begin(), keys.end());
     std::string joined;
-    for (const std::string& key : keys)
+    for (const std::string& key : keys) {
         joined += (joined.empty() ? "" : " ") + key;
+    }
     EXPECT_EQ(joined, fact.keys);
     EXPECT_EQ(cimClass.isAbstract(),
               fact.kind == abstractClass || fact.kind == abstractAssociation);
@@ -277,14 +281,18 @@ void eachOwnFeature(Use use) {
     for (const CIMName& name : schema().subclasses(CIMName(), true)) {
         const CIMClass& cimClass = *schema().findClass(name);
         const std::string prefix = utf8(name.getString()) + ".";
-        for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i)
-            if (!cimClass.getProperty(i).getPropagated())
+        for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i) {
+            if (!cimClass.getProperty(i).getPropagated()) {
                 use(cimClass, cimClass.getProperty(i),
                     prefix + utf8(cimClass.getProperty(i).getName().getString()));
-        for (Uint32 i = 0; i < cimClass.getMethodCount(); ++i)
-            if (!cimClass.getMethod(i).getPropagated())
+            }
+        }
+        for (Uint32 i = 0; i < cimClass.getMethodCount(); ++i) {
+            if (!cimClass.getMethod(i).getPropagated()) {
                 use(cimClass, cimClass.getMethod(i),
                     prefix + utf8(cimClass.getMethod(i).getName().getString()));
+            }
+        }
     }
 }
 

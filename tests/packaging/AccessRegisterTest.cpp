@@ -1,13 +1,13 @@
 // access-register against stand-ins for the server's programs, which note how they are called.
-#include "tests/server/TemporaryDirectory.h"
-#include "tests/wire/support/Process.h"
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include "tests/server/TemporaryDirectory.h"
+#include "tests/wire/support/Process.h"
 
 using testing::ContainsRegex;
 using testing::HasSubstr;

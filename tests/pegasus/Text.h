@@ -1,11 +1,11 @@
 // What the tests of the provider interface share.
 
-#ifndef TESTS_PEGASUS_TEXT_H
-#define TESTS_PEGASUS_TEXT_H
+#pragma once
+
+#include <string>
 
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
-#include <string>
 
 inline std::string utf8(const Pegasus::String& text) {
     return std::string(static_cast<const char*>(text.getCString()));
@@ -21,5 +21,3 @@ std::string messageOf(F action) {
     }
     return "(nothing was thrown)";
 }
-
-#endif

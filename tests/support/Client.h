@@ -1,5 +1,4 @@
-#ifndef TESTS_SUPPORT_CLIENT_H
-#define TESTS_SUPPORT_CLIENT_H
+#pragma once
 
 #include <vector>
 
@@ -7,7 +6,6 @@
 #include <Pegasus/Common/CIMObject.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMPropertyList.h>
-
 #include <gtest/gtest.h>
 
 #include "tests/support/Log.h"
@@ -39,11 +37,10 @@ auto delivered(const Handler& handler) {
 
 inline Instances asInstances(const std::vector<Pegasus::CIMObject>& objects) {
     Instances instances;
-    for (const Pegasus::CIMObject& object : objects)
+    for (const Pegasus::CIMObject& object : objects) {
         instances.push_back(Pegasus::CIMInstance(object));
+    }
     return instances;
 }
 
 } // namespace scripted
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef TESTS_SUPPORT_HANDLERS_H
-#define TESTS_SUPPORT_HANDLERS_H
+#pragma once
 
 #include <string>
 #include <utility>
@@ -32,8 +31,9 @@ public:
 
     void deliver(const Pegasus::Array<Object>& objects) override {
         note(Entry::Response, "deliver an array of " + std::to_string(objects.size()));
-        for (Pegasus::Uint32 i = 0; i < objects.size(); ++i)
+        for (Pegasus::Uint32 i = 0; i < objects.size(); ++i) {
             delivered.push_back(objects[i]);
+        }
     }
 
     std::vector<Object> delivered;
@@ -64,8 +64,9 @@ public:
 
     void deliverParamValue(const Pegasus::Array<Pegasus::CIMParamValue>& values) override {
         note(Entry::Response, "deliverParamValue an array of " + std::to_string(values.size()));
-        for (Pegasus::Uint32 i = 0; i < values.size(); ++i)
+        for (Pegasus::Uint32 i = 0; i < values.size(); ++i) {
             parameters.push_back(values[i]);
+        }
     }
 
     void deliver(const Pegasus::CIMValue& value) override {
@@ -78,5 +79,3 @@ public:
 };
 
 } // namespace scripted
-
-#endif

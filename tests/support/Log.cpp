@@ -15,8 +15,9 @@ std::vector<std::string> select(Wanted wanted) {
     const std::lock_guard lock(mutex);
     std::vector<std::string> texts;
     for (const auto& [kind, text] : entries) {
-        if (wanted(kind))
+        if (wanted(kind)) {
             texts.push_back(text);
+        }
     }
     return texts;
 }
@@ -46,8 +47,9 @@ std::vector<std::string> calls() {
 
 std::vector<std::string> traces() {
     std::vector<std::string> lines = select([](Entry kind) { return kind == Entry::Trace; });
-    for (std::string& line : lines)
+    for (std::string& line : lines) {
         line.erase(0, TRACE.size());
+    }
     return lines;
 }
 

@@ -1,5 +1,4 @@
-#ifndef TESTS_SUPPORT_LOG_H
-#define TESTS_SUPPORT_LOG_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -24,5 +23,3 @@ std::vector<std::string> calls();
 std::vector<std::string> traces(); // without the word "trace"
 
 } // namespace scripted
-
-#endif

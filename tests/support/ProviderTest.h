@@ -1,5 +1,4 @@
-#ifndef TESTS_SUPPORT_PROVIDER_TEST_H
-#define TESTS_SUPPORT_PROVIDER_TEST_H
+#pragma once
 
 #include <initializer_list>
 #include <string>
@@ -8,7 +7,6 @@
 
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -59,9 +57,10 @@ inline Pegasus::CIMObjectPath
 requestPath(const Pegasus::CIMName& className,
             std::initializer_list<std::pair<const char*, std::string>> keys = {}) {
     Pegasus::Array<Pegasus::CIMKeyBinding> bindings;
-    for (const auto& [name, value] : keys)
+    for (const auto& [name, value] : keys) {
         bindings.append(Pegasus::CIMKeyBinding(name, Pegasus::String(value.c_str()),
                                                Pegasus::CIMKeyBinding::STRING));
+    }
     return Pegasus::CIMObjectPath("client.example.com", Pegasus::CIMNamespaceName("root/snia"),
                                   className, bindings);
 }
@@ -73,5 +72,3 @@ inline std::string objectText(const std::string& className, const std::string& k
 }
 
 } // namespace scripted
-
-#endif

@@ -1,11 +1,10 @@
-#include "tests/support/Text.h"
-
 #include "engine/DRAVConnectionSettings.h"
 #include "engine/DRAVInitiator.h"
 #include "engine/DRAVLogicalUnit.h"
 #include "engine/DRAVSessionSettings.h"
 #include "engine/DRAVTarget.h"
 #include "engine/DRAVVolume.h"
+#include "tests/support/Text.h"
 
 using namespace Pegasus;
 
@@ -18,8 +17,9 @@ class Fields {
 public:
     Fields(const char* className, const ManagedObject& record)
         : _text(std::string(className) + "{") {
-        if (record.objectID != 0)
+        if (record.objectID != 0) {
             append(idText(record.objectID));
+        }
     }
 
     Fields& add(const char* name, const String& value) { return append(name, quoted(value)); }
@@ -101,8 +101,9 @@ template<class... Records>
 std::string describeAsOneOf(const ManagedObject& record) {
     std::string result = "ManagedObject of an unknown class";
     const auto describeAs = [&]<class Record>(const Record* known) {
-        if (known)
+        if (known) {
             result = describe(*known);
+        }
     };
     (describeAs(dynamic_cast<const Records*>(&record)), ...);
     return result;

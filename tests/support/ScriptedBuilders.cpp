@@ -30,8 +30,9 @@ using Keys = std::initializer_list<Key>;
 
 CIMObjectPath path(const CIMName& className, Keys keys) {
     Array<CIMKeyBinding> bindings;
-    for (const Key& key : keys)
+    for (const Key& key : keys) {
         bindings.append(CIMKeyBinding(key.name, key.value));
+    }
     return CIMObjectPath(*DRAVEngine::_OvrinHostNamePtr, CIMNamespaceName("root/snia"), className,
                          bindings);
 }

@@ -1,5 +1,4 @@
-#ifndef TESTS_SUPPORT_SCRIPTED_CIMOM_H
-#define TESTS_SUPPORT_SCRIPTED_CIMOM_H
+#pragma once
 
 #include <functional>
 
@@ -28,5 +27,3 @@ const Pegasus::OperationContext* lastGetInstanceContext();
 const Pegasus::CIMOMHandle* lastGetInstanceHandle();
 
 } // namespace scripted
-
-#endif

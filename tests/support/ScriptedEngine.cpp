@@ -74,8 +74,9 @@ void keep(Uint32 id, Record record) {
 template<class... Records>
 void keepAsOneOf(Uint32 id, const ManagedObject& record) {
     const auto keepAs = [id]<class Record>(const Record* known) {
-        if (known)
+        if (known) {
             keep(id, *known);
+        }
     };
     (keepAs(dynamic_cast<const Records*>(&record)), ...);
 }
@@ -99,8 +100,9 @@ std::string classAndId(CLASSID_e objectClass, Uint32 id) {
 // Keys of volumes are not text: each character as two hexadecimal digits.
 std::string hex(const String& key) {
     std::string digits;
-    for (Uint32 i = 0; i < key.size(); ++i)
+    for (Uint32 i = 0; i < key.size(); ++i) {
         digits += idText(key[i]).substr(8);
+    }
     return digits;
 }
 
@@ -187,8 +189,9 @@ void noteCall(const std::string& operation, const std::string& arguments) {
     note(Entry::Call, operation + "(" + arguments + ")");
     const std::lock_guard lock(mutex);
     const auto failure = script.failures.find(operation);
-    if (failure == script.failures.end() || failure->second.successesBefore-- > 0)
+    if (failure == script.failures.end() || failure->second.successesBefore-- > 0) {
         return;
+    }
     const auto [code, message, _] = script.failures.extract(failure).mapped();
     throw DRAVOperationFailedException(code, message);
 }
@@ -218,8 +221,9 @@ DRAVEngine* DRAVEngine::_getInstance() {
 ManagedObject* DRAVEngine::getObject(CLASSID_e objectClass, Uint32 id) {
     noteCall("getObject", classAndId(objectClass, id));
     const auto copy = find(script.records, id);
-    if (!copy)
+    if (!copy) {
         throw DRAVOperationFailedException(1, String("no record ") + DRAVObjectKey(id));
+    }
     return copy();
 }
 
@@ -235,8 +239,9 @@ Uint32 DRAVEngine::createObject(CLASSID_e objectClass, const ManagedObject& reco
     {
         const std::lock_guard lock(mutex);
         id = std::exchange(script.nextId, 0);
-        if (id == 0)
+        if (id == 0) {
             id = static_cast<Uint32>(objectClass) << 24 | script.nextSerial++;
+        }
     }
     keepAny(id, record);
     return id;

@@ -1,5 +1,4 @@
-#ifndef TESTS_SUPPORT_SCRIPTED_ENGINE_H
-#define TESTS_SUPPORT_SCRIPTED_ENGINE_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -77,5 +76,3 @@ std::vector<Event> events();
 void noteCall(const std::string& operation, const std::string& arguments);
 
 } // namespace scripted
-
-#endif

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "array/TheArray.h"
+#include "array/adapter/ThisArray.h"
 #include "tests/array/ArrayFixture.h"
 #include "tests/support/Log.h"
 
@@ -34,8 +34,9 @@ array::Array& emptyServedArray() {
         for (const CLASSID_e objectClass :
              {CLASSID_ISCSI_SESSION, CLASSID_LOGICAL_UNIT, CLASSID_TARGET, CLASSID_INITIATOR,
               CLASSID_VOLUME, CLASSID_TCP_ENDPOINT}) {
-            for (const array::Id id : change.state().ids(objectClass))
+            for (const array::Id id : change.snapshot().ids(objectClass)) {
                 change.remove(id);
+            }
         }
     });
     return served;

@@ -1,10 +1,9 @@
-#ifndef TESTS_SUPPORT_SERVED_ARRAY_H
-#define TESTS_SUPPORT_SERVED_ARRAY_H
+#pragma once
 
 #include <functional>
 
 #include "array/Array.h"
-#include "array/ErrorCode.h"
+#include "array/model/ErrorCode.h"
 
 namespace scripted {
 
@@ -16,5 +15,3 @@ array::Array& emptyServedArray();
 array::ErrorCode refusal(const std::function<void()>& call);
 
 } // namespace scripted
-
-#endif

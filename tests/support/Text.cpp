@@ -13,23 +13,29 @@ namespace {
 std::string qualifierText(const CIMConstQualifier& qualifier) {
     std::string result = text(qualifier.getName()) + "=" + text(qualifier.getValue().toString());
     const std::string flavor = text(qualifier.getFlavor().toString());
-    if (!flavor.empty())
+    if (!flavor.empty()) {
         result += " " + flavor;
-    if (qualifier.getPropagated())
+    }
+    if (qualifier.getPropagated()) {
         result += " propagated";
+    }
     return " [" + result + "]";
 }
 
 std::string propertyText(const CIMConstProperty& property) {
     std::string result = text(property.getName()) + ": " + text(property.getValue());
-    if (!property.getReferenceClassName().isNull())
+    if (!property.getReferenceClassName().isNull()) {
         result += " of " + text(property.getReferenceClassName());
-    if (!property.getClassOrigin().isNull())
+    }
+    if (!property.getClassOrigin().isNull()) {
         result += " from " + text(property.getClassOrigin());
-    if (property.getPropagated())
+    }
+    if (property.getPropagated()) {
         result += " propagated";
-    for (Uint32 i = 0; i < property.getQualifierCount(); ++i)
+    }
+    for (Uint32 i = 0; i < property.getQualifierCount(); ++i) {
         result += qualifierText(property.getQualifier(i));
+    }
     return result;
 }
 
@@ -52,11 +58,13 @@ std::string text(bool flag) {
 }
 
 std::string text(const CIMPropertyList& properties) {
-    if (properties.isNull())
+    if (properties.isNull()) {
         return "all";
+    }
     std::string names;
-    for (Uint32 i = 0; i < properties.size(); ++i)
+    for (Uint32 i = 0; i < properties.size(); ++i) {
         names += (i ? ", " : "") + text(properties[i]);
+    }
     return "[" + names + "]";
 }
 
@@ -83,8 +91,9 @@ std::string quoted(const String& value) {
 std::vector<std::string> properties(const CIMInstance& instance) {
     const CIMConstInstance constInstance(instance);
     std::vector<std::string> lines;
-    for (Uint32 i = 0; i < constInstance.getPropertyCount(); ++i)
+    for (Uint32 i = 0; i < constInstance.getPropertyCount(); ++i) {
         lines.push_back(propertyText(constInstance.getProperty(i)));
+    }
     return lines;
 }
 

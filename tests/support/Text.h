@@ -1,5 +1,4 @@
-#ifndef TESTS_SUPPORT_TEXT_H
-#define TESTS_SUPPORT_TEXT_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -38,5 +37,3 @@ std::string recordText(const Pegasus::ManagedObject& record);
 std::vector<std::string> properties(const Pegasus::CIMInstance& instance);
 
 } // namespace scripted
-
-#endif

@@ -10,13 +10,15 @@ TraceCapture::TraceCapture() : _previous(std::cout.rdbuf(this)) {}
 
 TraceCapture::~TraceCapture() {
     std::cout.rdbuf(_previous);
-    if (!_unflushed.empty())
+    if (!_unflushed.empty()) {
         std::cerr << "never flushed: " << _unflushed << std::endl;
+    }
 }
 
 TraceCapture::int_type TraceCapture::overflow(int_type character) {
-    if (!traits_type::eq_int_type(character, traits_type::eof()))
+    if (!traits_type::eq_int_type(character, traits_type::eof())) {
         _unflushed += traits_type::to_char_type(character);
+    }
     return traits_type::not_eof(character);
 }
 

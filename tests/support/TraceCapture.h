@@ -1,5 +1,4 @@
-#ifndef TESTS_SUPPORT_TRACE_CAPTURE_H
-#define TESTS_SUPPORT_TRACE_CAPTURE_H
+#pragma once
 
 #include <streambuf>
 #include <string>
@@ -24,5 +23,3 @@ private:
 };
 
 } // namespace scripted
-
-#endif

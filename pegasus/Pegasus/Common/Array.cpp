@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <utility>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMClass.h>
 #include <Pegasus/Common/CIMDateTime.h>
@@ -6,8 +9,6 @@
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/Exception.h>
-#include <algorithm>
-#include <utility>
 
 namespace Pegasus {
 
@@ -31,27 +32,31 @@ Uint32 Array<T>::getCapacity() const {
 
 template<class T>
 T& Array<T>::operator[](Uint32 index) {
-    if (index >= size())
+    if (index >= size()) {
         throw IndexOutOfBoundsException();
+    }
     _own(0);
     return _rep->items()[index];
 }
 
 template<class T>
 const T& Array<T>::operator[](Uint32 index) const {
-    if (index >= size())
+    if (index >= size()) {
         throw IndexOutOfBoundsException();
+    }
     return _rep->items()[index];
 }
 
 // Makes the body ours alone, with room for so many elements.
 template<class T>
 void Array<T>::_own(std::size_t capacity) {
-    if (_rep && !_rep->owners.shared() && _rep->capacity >= capacity)
+    if (_rep && !_rep->owners.shared() && _rep->capacity >= capacity) {
         return;
+    }
     auto* rep = ArrayRep<T>::make(std::max<std::size_t>(capacity, size()));
-    if (_rep)
+    if (_rep) {
         _rep->transfer(0, size(), rep->items());
+    }
     rep->size = size();
     ArrayRep<T>::dropOwner(std::exchange(_rep, rep));
 }
@@ -94,8 +99,9 @@ void Array<T>::append(const T& x) {
 template<class T>
 void Array<T>::append(T&& x) {
     T item(std::move(x)); // it may be one of our own
-    if (!_rep || _rep->owners.shared() || _rep->size == _rep->capacity)
+    if (!_rep || _rep->owners.shared() || _rep->size == _rep->capacity) {
         _own(_capacityFor(std::size_t(size()) + 1));
+    }
     new (_rep->items() + size()) T(std::move(item));
     ++_rep->size;
 }
@@ -127,10 +133,12 @@ void Array<T>::insert(Uint32 index, const T& x) {
 
 template<class T>
 void Array<T>::insert(Uint32 index, const T* x, Uint32 n) {
-    if (index > size())
+    if (index > size()) {
         throw IndexOutOfBoundsException();
-    if (n == 0)
+    }
+    if (n == 0) {
         return;
+    }
     const std::size_t wanted = std::size_t(size()) + n;
     if (index == size() && _rep && !_rep->owners.shared() && wanted <= _rep->capacity) {
         std::uninitialized_copy_n(x, n, _rep->items() + index);
@@ -153,10 +161,12 @@ void Array<T>::remove(Uint32 index) {
 
 template<class T>
 void Array<T>::remove(Uint32 index, Uint32 n) {
-    if (n == 0)
+    if (n == 0) {
         return;
-    if (index > size() || n > size() - index)
+    }
+    if (index > size() || n > size() - index) {
         throw IndexOutOfBoundsException();
+    }
     _own(0);
     T* items = _rep->items();
     std::move(items + index + n, items + size(), items + index);

@@ -1,9 +1,9 @@
-#ifndef Pegasus_Array_h
-#define Pegasus_Array_h
+#pragma once
+
+#include <utility>
 
 #include <Pegasus/Common/ArrayRep.h>
 #include <Pegasus/Common/Linkage.h>
-#include <utility>
 
 namespace Pegasus {
 
@@ -21,8 +21,9 @@ class PEGASUS_COMMON_LINKAGE Array {
 public:
     constexpr Array() noexcept = default;
     Array(const Array& x) noexcept : _rep(x._rep) {
-        if (_rep)
+        if (_rep) {
             _rep->owners.add();
+        }
     }
     Array(Array&& x) noexcept : _rep(std::exchange(x._rep, nullptr)) {}
     Array(Uint32 size);
@@ -72,5 +73,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,13 +1,13 @@
 // The body of an Array: a counted header with the elements right behind it. Internal.
 
-#ifndef Pegasus_ArrayRep_h
-#define Pegasus_ArrayRep_h
+#pragma once
 
-#include <Pegasus/Common/OwnerCount.h>
 #include <algorithm>
 #include <memory>
 #include <new>
 #include <type_traits>
+
+#include <Pegasus/Common/OwnerCount.h>
 
 namespace Pegasus {
 
@@ -25,8 +25,9 @@ struct alignas(std::max(alignof(T), alignof(OwnerCount))) ArrayRep {
 
     // One owner, no elements. Throws std::bad_alloc, also for more than 2^32 - 1 elements.
     static ArrayRep* make(std::size_t capacity) {
-        if (capacity > Uint32(-1))
+        if (capacity > Uint32(-1)) {
             throw std::bad_alloc();
+        }
         void* place = ::operator new(sizeof(ArrayRep) + capacity * sizeof(T));
         return new (place) ArrayRep{{}, 0, static_cast<Uint32>(capacity)};
     }
@@ -40,13 +41,12 @@ struct alignas(std::max(alignof(T), alignof(OwnerCount))) ArrayRep {
 
     // `n` elements to a place where none are: moved out of a body that has no other owner.
     void transfer(Uint32 index, Uint32 n, T* place) {
-        if (owners.shared())
+        if (owners.shared()) {
             std::uninitialized_copy_n(items() + index, n, place);
-        else
+        } else {
             std::uninitialized_move_n(items() + index, n, place);
+        }
     }
 };
 
 } // namespace Pegasus
-
-#endif

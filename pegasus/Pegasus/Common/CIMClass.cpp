@@ -209,8 +209,9 @@ void CIMConstClass::getKeyNames(Array<CIMName>& keyNames) const {
     keyNames.clear();
     const NamedList<CIMProperty>& properties = _rep->properties;
     for (Uint32 i = 0; i < properties.size(); ++i) {
-        if (isKey(properties[i]))
+        if (isKey(properties[i])) {
             keyNames.append(properties[i].getName());
+        }
     }
 }
 

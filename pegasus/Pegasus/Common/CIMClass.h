@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMClass_h
-#define Pegasus_CIMClass_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMMethod.h>
@@ -104,5 +103,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

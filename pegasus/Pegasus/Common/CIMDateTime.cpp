@@ -1,8 +1,9 @@
+#include <chrono>
+#include <ctime>
+
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMDateTimeRep.h>
 #include <Pegasus/Common/Exception.h>
-#include <chrono>
-#include <ctime>
 
 namespace Pegasus {
 
@@ -14,38 +15,44 @@ static const CIMDateTimeRep& contentOf(const Shared<CIMDateTimeRep>& rep) {
 CIMDateTimeRep withMicros(const CIMDateTimeRep& x, Uint64 micros) {
     const Uint64 intervalEnd = 8'640'000'000'000'000'000; // 100 million days
     const Sint64 timestampEnd = 315'569'520'000'000'000;  // the year 10000
-    if (x.interval && micros >= intervalEnd)
+    if (x.interval && micros >= intervalEnd) {
         throw DateTimeOutOfRangeException(
             "Cannot create a CIMDateTime interval greater than 100 million days");
+    }
     CIMDateTimeRep result(x);
     result.micros = static_cast<Sint64>(micros);
-    if (!x.interval && result.localMicros() >= timestampEnd)
+    if (!x.interval && result.localMicros() >= timestampEnd) {
         throw DateTimeOutOfRangeException(
             "Cannot create a CIMDateTime time stamp beyond the year 10,000");
-    if (!x.interval && (result.micros < 0 || result.localMicros() < 0))
+    }
+    if (!x.interval && (result.micros < 0 || result.localMicros() < 0)) {
         throw DateTimeOutOfRangeException(
             "Cannot create a CIMDateTime time stamp before the year 0");
+    }
     return result;
 }
 
 // Refuses what only an interval can take part in.
 static const CIMDateTimeRep& intervalOf(const Shared<CIMDateTimeRep>& rep) {
     const CIMDateTimeRep& content = contentOf(rep);
-    if (!content.interval)
+    if (!content.interval) {
         throw TypeMismatchException();
+    }
     return content;
 }
 
 static void checkDivisor(Uint64 divisor) {
-    if (divisor == 0)
+    if (divisor == 0) {
         throw Exception("Can not divide CIMDateTime by zero");
+    }
 }
 
 // Below, at or above zero as x is before, at or after y.
 static int order(const Shared<CIMDateTimeRep>& x, const Shared<CIMDateTimeRep>& y) {
     const CIMDateTimeRep &a = contentOf(x), &b = contentOf(y);
-    if (a.interval != b.interval)
+    if (a.interval != b.interval) {
         throw TypeMismatchException("Trying to compare CIMDateTime objects of differing types");
+    }
     return (a.micros > b.micros) - (a.micros < b.micros);
 }
 
@@ -93,8 +100,9 @@ CIMDateTime CIMDateTime::getCurrentDateTime() {
 }
 
 Sint64 CIMDateTime::getDifference(CIMDateTime start, CIMDateTime finish) {
-    if (start.isInterval() != finish.isInterval())
+    if (start.isInterval() != finish.isInterval()) {
         throw InvalidDateTimeFormatException();
+    }
     return contentOf(finish._rep).micros - contentOf(start._rep).micros;
 }
 
@@ -124,11 +132,13 @@ CIMDateTime CIMDateTime::operator-(const CIMDateTime& x) const {
 }
 
 CIMDateTime& CIMDateTime::operator-=(const CIMDateTime& x) {
-    if (isInterval() && !x.isInterval())
+    if (isInterval() && !x.isInterval()) {
         throw TypeMismatchException();
-    if (toMicroSeconds() < x.toMicroSeconds())
+    }
+    if (toMicroSeconds() < x.toMicroSeconds()) {
         throw DateTimeOutOfRangeException(
             "Result of subtracting two CIMDateTimes would be negative.");
+    }
     // Two timestamps are an interval apart.
     const CIMDateTimeRep kind = x.isInterval() ? contentOf(_rep) : CIMDateTimeRep();
     return _assign(withMicros(kind, toMicroSeconds() - x.toMicroSeconds()));

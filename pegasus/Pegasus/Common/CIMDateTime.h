@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMDateTime_h
-#define Pegasus_CIMDateTime_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/SharedRep.h>
@@ -59,5 +58,3 @@ private:
 PEGASUS_COMMON_LINKAGE Boolean operator==(const CIMDateTime& x, const CIMDateTime& y);
 
 } // namespace Pegasus
-
-#endif

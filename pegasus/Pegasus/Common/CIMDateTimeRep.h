@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMDateTimeRep_h
-#define Pegasus_CIMDateTimeRep_h
+#pragma once
 
 #include <Pegasus/Common/CIMDateTime.h>
 
@@ -24,5 +23,3 @@ CIMDateTimeRep parseDateTime(const String& text);
 String textOf(const CIMDateTimeRep& dateTime);
 
 } // namespace Pegasus
-
-#endif

@@ -1,9 +1,10 @@
 // DSP0004, "datetime type": yyyymmddhhmmss.mmmmmmsutc and ddddddddhhmmss.mmmmmm:000
 
-#include <Pegasus/Common/CIMDateTimeRep.h>
-#include <Pegasus/Common/Exception.h>
 #include <chrono>
 #include <cstdio>
+
+#include <Pegasus/Common/CIMDateTimeRep.h>
+#include <Pegasus/Common/Exception.h>
 
 namespace Pegasus {
 
@@ -18,33 +19,38 @@ public:
         for (Uint32 i = 0; i < digitCount; ++i) {
             _digits[i] = text[i < pointAt ? i : i + 1];
             const bool wild = _digits[i] == '*';
-            if ((!wild && (_digits[i] < '0' || _digits[i] > '9')) || (!wild && wildcards != 0))
+            if ((!wild && (_digits[i] < '0' || _digits[i] > '9')) || (!wild && wildcards != 0)) {
                 throw InvalidDateTimeFormatException();
+            }
             wildcards += wild;
         }
     }
 
     // The next field of so many digits, at most `most`. One of wildcards is `least`.
     unsigned field(Uint32 size, unsigned least, unsigned most, const char* name) {
-        if (digitCount - wildcards > _next && digitCount - wildcards < _next + size)
+        if (digitCount - wildcards > _next && digitCount - wildcards < _next + size) {
             throw InvalidDateTimeFormatException(); // the wildcards begin within it
+        }
         if (_digits[_next] == '*') {
             _next += size;
             return least;
         }
         unsigned number = 0;
-        for (Uint32 end = _next + size; _next != end; ++_next)
+        for (Uint32 end = _next + size; _next != end; ++_next) {
             number = number * 10 + (_digits[_next] - '0');
-        if (number < least || number > most)
+        }
+        if (number < least || number > most) {
             throw DateTimeOutOfRangeException(String("illegal ") + name + " number");
+        }
         return number;
     }
 
     // Microseconds may end in wildcards.
     Sint64 fraction() const {
         Sint64 number = 0;
-        for (Uint32 i = pointAt; i < digitCount; ++i)
+        for (Uint32 i = pointAt; i < digitCount; ++i) {
             number = number * 10 + (_digits[i] == '*' ? 0 : _digits[i] - '0');
+        }
         return number;
     }
 
@@ -78,8 +84,9 @@ Sint32 parseOffset(const String& text) {
     Sint32 minutes = 0;
     for (Uint32 i = signAt + 1; i < textSize; ++i) {
         const int digit = text[i] - '0';
-        if (digit < 0 || digit > 9)
+        if (digit < 0 || digit > 9) {
             throw InvalidDateTimeFormatException();
+        }
         minutes = minutes * 10 + digit;
     }
     return text[signAt] == '-' ? -minutes : minutes;
@@ -88,15 +95,18 @@ Sint32 parseOffset(const String& text) {
 } // namespace
 
 CIMDateTimeRep parseDateTime(const String& text) {
-    if (text.size() != textSize || text[pointAt] != '.')
+    if (text.size() != textSize || text[pointAt] != '.') {
         throw InvalidDateTimeFormatException();
+    }
     CIMDateTimeRep made;
     made.interval = text[signAt] == ':';
-    if (!made.interval && text[signAt] != '+' && text[signAt] != '-')
+    if (!made.interval && text[signAt] != '+' && text[signAt] != '-') {
         throw InvalidDateTimeFormatException();
+    }
     made.utcOffset = parseOffset(text);
-    if (made.interval && made.utcOffset != 0)
+    if (made.interval && made.utcOffset != 0) {
         throw InvalidDateTimeFormatException();
+    }
 
     Digits digits(text);
     Sint64 micros = made.interval ? daysOfInterval(digits) : daysOfTimestamp(digits);
@@ -126,8 +136,9 @@ String textOf(const CIMDateTimeRep& dateTime) {
                   : dateTime.utcOffset < 0 ? '-'
                                            : '+',
                   dateTime.utcOffset < 0 ? -dateTime.utcOffset : dateTime.utcOffset);
-    for (Uint32 i = digitCount - dateTime.wildcards; i < digitCount; ++i)
+    for (Uint32 i = digitCount - dateTime.wildcards; i < digitCount; ++i) {
         text[i < pointAt ? i : i + 1] = '*';
+    }
     return String(text);
 }
 

@@ -33,10 +33,12 @@ String CIMFlavor::toString() const {
                  {disableOverride, "DISABLEOVERRIDE"}, {restricted, "RESTRICTED"}};
     String text;
     for (const auto& entry : words) {
-        if (!(_bits & entry.bit))
+        if (!(_bits & entry.bit)) {
             continue;
-        if (text.size() != 0)
+        }
+        if (text.size() != 0) {
             text.append(" ");
+        }
         text.append(entry.word);
     }
     return text;

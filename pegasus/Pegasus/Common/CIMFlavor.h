@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMFlavor_h
-#define Pegasus_CIMFlavor_h
+#pragma once
 
 #include <Pegasus/Common/String.h>
 
@@ -39,5 +38,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

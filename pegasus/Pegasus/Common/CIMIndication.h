@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMIndication_h
-#define Pegasus_CIMIndication_h
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 
@@ -8,5 +7,3 @@ namespace Pegasus {
 typedef CIMInstance CIMIndication;
 
 } // namespace Pegasus
-
-#endif

@@ -132,8 +132,9 @@ CIMObjectPath CIMConstInstance::buildPath(const CIMConstClass& cimClass) const {
     Array<CIMKeyBinding> keys;
     for (Uint32 i = 0; i < keyNames.size(); ++i) {
         const Uint32 index = findProperty(keyNames[i]);
-        if (index == PEG_NOT_FOUND)
+        if (index == PEG_NOT_FOUND) {
             throw Exception("no such property: " + keyNames[i].getString());
+        }
         keys.append(CIMKeyBinding(keyNames[i], getProperty(index).getValue()));
     }
     return CIMObjectPath(String(), CIMNamespaceName(), getClassName(), keys);

@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMInstance_h
-#define Pegasus_CIMInstance_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
@@ -85,5 +84,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

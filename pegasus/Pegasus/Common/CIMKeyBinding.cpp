@@ -1,13 +1,15 @@
+#include <algorithm>
+
 #include <Pegasus/Common/CIMObjectPathRep.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/Exception.h>
-#include <algorithm>
 
 namespace Pegasus {
 
 static CIMKeyBinding::Type keyTypeOf(const CIMValue& value) {
-    if (value.isArray())
+    if (value.isArray()) {
         throw TypeMismatchException();
+    }
     switch (value.getType()) {
     case CIMTYPE_BOOLEAN:
         return CIMKeyBinding::BOOLEAN;
@@ -27,10 +29,11 @@ static CIMKeyBinding::Type keyTypeOf(const CIMValue& value) {
 
 CIMKeyBinding::CIMKeyBinding(const CIMName& name, const CIMValue& value)
     : _name(name), _type(keyTypeOf(value)) {
-    if (value.getType() == CIMTYPE_STRING)
+    if (value.getType() == CIMTYPE_STRING) {
         value.get(_value);
-    else
+    } else {
         _value = value.toString();
+    }
 }
 
 Boolean CIMKeyBinding::equal(CIMValue value) {
@@ -46,14 +49,16 @@ static bool equalNumbers(const String& x, const String& y) {
 static bool equalReferences(const String& x, const String& y) {
     CIMObjectPathRep path1, path2;
     String ignored;
-    if (!parseObjectPath(x, path1, ignored) || !parseObjectPath(y, path2, ignored))
+    if (!parseObjectPath(x, path1, ignored) || !parseObjectPath(y, path2, ignored)) {
         return x == y;
+    }
     return equalPaths(path1, path2);
 }
 
 Boolean operator==(const CIMKeyBinding& x, const CIMKeyBinding& y) {
-    if (x.getType() != y.getType() || x.getName() != y.getName())
+    if (x.getType() != y.getType() || x.getName() != y.getName()) {
         return false;
+    }
     switch (x.getType()) {
     case CIMKeyBinding::BOOLEAN:
         return String::equalNoCase(x.getValue(), y.getValue());
@@ -77,8 +82,9 @@ void sortKeys(Array<CIMKeyBinding>& keys) {
         return String::compareNoCase(x.getName().getString(), y.getName().getString()) < 0;
     };
     const CIMKeyBinding* begin = keys.getData();
-    if (std::is_sorted(begin, begin + keys.size(), before))
+    if (std::is_sorted(begin, begin + keys.size(), before)) {
         return; // the usual case leaves a shared array shared
+    }
     CIMKeyBinding* first = &keys[0];
     std::stable_sort(first, first + keys.size(), before);
 }

@@ -16,8 +16,9 @@ public:
           parameters(x.parameters.clone()) {}
 
     void setName(const CIMName& x) {
-        if (x.isNull())
+        if (x.isNull()) {
             throwUninitializedObject();
+        }
         name = x;
     }
 

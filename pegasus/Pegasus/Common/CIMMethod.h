@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMMethod_h
-#define Pegasus_CIMMethod_h
+#pragma once
 
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMParameter.h>
@@ -87,5 +86,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

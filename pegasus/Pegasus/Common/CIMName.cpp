@@ -1,8 +1,9 @@
-#include <Pegasus/Common/CIMName.h>
-#include <Pegasus/Common/Exception.h>
 #include <mutex>
 #include <string>
 #include <unordered_map>
+
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/Exception.h>
 
 namespace Pegasus {
 
@@ -15,8 +16,9 @@ public:
         const String made(name);
         const std::lock_guard lock(_mutex);
         const auto kept = _names.find(name);
-        if (kept != _names.end())
+        if (kept != _names.end()) {
             return kept->second;
+        }
         if (made.size() != 0 && _names.size() < most) {
             made._rep->owners.keepForever();
             _names.emplace(name, made);
@@ -47,11 +49,13 @@ static bool continuesName(Uint32 c) {
 }
 
 static bool legalName(const Char16* begin, const Char16* end) {
-    if (begin == end || !startsName(*begin))
+    if (begin == end || !startsName(*begin)) {
         return false;
+    }
     for (const Char16* p = begin; p != end; ++p) {
-        if (!continuesName(*p))
+        if (!continuesName(*p)) {
             return false;
+        }
     }
     return true;
 }
@@ -62,8 +66,9 @@ Boolean CIMName::legal(const String& name) {
 }
 
 CIMName::CIMName(const String& name) : _name(name) {
-    if (!legal(_name))
+    if (!legal(_name)) {
         throw InvalidNameException(_name);
+    }
 }
 
 CIMName::CIMName(const char* name) : CIMName(KeptNames::instance().get(name)) {}
@@ -87,12 +92,14 @@ Boolean operator!=(const CIMName& name1, const CIMName& name2) {
 Boolean CIMNamespaceName::legal(const String& name) {
     const Char16* begin = name.getChar16Data();
     const Char16* const end = begin + name.size();
-    if (begin != end && *begin == '/')
+    if (begin != end && *begin == '/') {
         ++begin;
+    }
     for (const Char16* p = begin; p != end; ++p) {
         if (*p == '/') {
-            if (!legalName(begin, p))
+            if (!legalName(begin, p)) {
                 return false;
+            }
             begin = p + 1;
         }
     }
@@ -100,10 +107,12 @@ Boolean CIMNamespaceName::legal(const String& name) {
 }
 
 CIMNamespaceName::CIMNamespaceName(const String& name) : _name(name) {
-    if (!legal(_name))
+    if (!legal(_name)) {
         throw InvalidNamespaceNameException(_name);
-    if (_name.getChar16Data()[0] == '/')
+    }
+    if (_name.getChar16Data()[0] == '/') {
         _name.remove(0, 1);
+    }
 }
 
 CIMNamespaceName::CIMNamespaceName(const char* name)

@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMName_h
-#define Pegasus_CIMName_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/String.h>
@@ -61,5 +60,3 @@ PEGASUS_COMMON_LINKAGE Boolean operator!=(const CIMNamespaceName& name1,
                                           const CIMNamespaceName& name2);
 
 } // namespace Pegasus
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMObject_h
-#define Pegasus_CIMObject_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
@@ -103,5 +102,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,8 +1,9 @@
+#include <algorithm>
+
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMObjectPathRep.h>
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/HostName.h>
-#include <algorithm>
 
 namespace Pegasus {
 
@@ -17,10 +18,12 @@ static const CIMObjectPathRep& contentOf(const Shared<CIMObjectPathRep>& rep) {
 
 static void checkHost(const String& host) {
     static thread_local String checked; // nearly all paths name one host
-    if (host.size() == 0 || String::equal(host, checked))
+    if (host.size() == 0 || String::equal(host, checked)) {
         return;
-    if (!isLegalHost(host))
+    }
+    if (!isLegalHost(host)) {
         throwMalformedObjectName(host, "invalid hostname");
+    }
     checked = host;
 }
 
@@ -28,11 +31,13 @@ static void checkHost(const String& host) {
 static void makeCanonical(Array<CIMKeyBinding>& keys) {
     for (Uint32 i = 0; i < keys.size(); ++i) {
         const CIMKeyBinding& key = std::as_const(keys)[i];
-        if (key.getType() != CIMKeyBinding::REFERENCE)
+        if (key.getType() != CIMKeyBinding::REFERENCE) {
             continue;
+        }
         const String text = CIMObjectPath(key.getValue()).toString();
-        if (text != key.getValue())
+        if (text != key.getValue()) {
             keys[i].setValue(text);
+        }
     }
     sortKeys(keys);
 }
@@ -70,8 +75,9 @@ void CIMObjectPath::set(const String& host, const CIMNamespaceName& nameSpace,
 void CIMObjectPath::set(const String& objectName) {
     Shared<CIMObjectPathRep> rep(new CIMObjectPathRep);
     String reason;
-    if (!parseObjectPath(objectName, *rep, reason))
+    if (!parseObjectPath(objectName, *rep, reason)) {
         throwMalformedObjectName(objectName, reason);
+    }
     _rep = std::move(rep);
 }
 

@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMObjectPath_h
-#define Pegasus_CIMObjectPath_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
@@ -84,5 +83,3 @@ PEGASUS_COMMON_LINKAGE Boolean operator==(const CIMObjectPath& x, const CIMObjec
 PEGASUS_COMMON_LINKAGE Boolean operator!=(const CIMObjectPath& x, const CIMObjectPath& y);
 
 } // namespace Pegasus
-
-#endif

@@ -1,11 +1,12 @@
 // [//host/][namespace:]Class[.key=value{,key=value}]
 
+#include <algorithm>
+#include <utility>
+
 #include <Pegasus/Common/CIMObjectPathRep.h>
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/HostName.h>
 #include <Pegasus/Common/Numeral.h>
-#include <algorithm>
-#include <utility>
 
 namespace Pegasus {
 
@@ -53,29 +54,35 @@ private:
 };
 
 bool Parser::host() {
-    if (_end - _p < 2 || _p[0] != '/' || _p[1] != '/')
+    if (_end - _p < 2 || _p[0] != '/' || _p[1] != '/') {
         return true;
+    }
     _p += 2;
     const Char16* slash = find('/');
-    if (slash == _end)
+    if (slash == _end) {
         return fail("missing slash after hostname");
+    }
     _path.host = take(slash);
-    if (!isLegalHost(_path.host))
+    if (!isLegalHost(_path.host)) {
         return fail("invalid hostname");
+    }
     ++_p;
     return true;
 }
 
 bool Parser::nameSpace() {
     const Char16* colon = find(':');
-    if (colon > find('.'))
+    if (colon > find('.')) {
         colon = _end;
-    if (colon == _end)
+    }
+    if (colon == _end) {
         return _path.host.size() == 0 || fail("host specified, missing namespace");
+    }
     const String text = take(colon);
     const bool doubleSlash = _path.host.size() != 0 && text[0] == '/';
-    if (doubleSlash || !CIMNamespaceName::legal(text))
+    if (doubleSlash || !CIMNamespaceName::legal(text)) {
         return fail("invalid namespace name");
+    }
     _path.nameSpace = CIMNamespaceName(text);
     ++_p;
     return true;
@@ -83,23 +90,28 @@ bool Parser::nameSpace() {
 
 bool Parser::className() {
     const String text = take(find('.'));
-    if (!CIMName::legal(text))
+    if (!CIMName::legal(text)) {
         return fail("class name " + text + " not a legal CIM name");
+    }
     _path.className = CIMName(text);
     return true;
 }
 
 bool Parser::keys() {
-    if (_p == _end)
+    if (_p == _end) {
         return true;
+    }
     ++_p; // the dot
     while (_p != _end) {
-        if (!key())
+        if (!key()) {
             return false;
-        if (_p == _end)
+        }
+        if (_p == _end) {
             break;
-        if (*_p != ',')
+        }
+        if (*_p != ',') {
             return failInKey("next key-value pair has to start with comma");
+        }
         ++_p;
     }
     sortKeys(_path.keys);
@@ -108,18 +120,21 @@ bool Parser::keys() {
 
 bool Parser::key() {
     const Char16* equals = find('=');
-    if (equals == _end)
+    if (equals == _end) {
         return failInKey("missing equal sign");
+    }
     const String text = take(equals);
-    if (!CIMName::legal(text))
+    if (!CIMName::legal(text)) {
         return failInKey("invalid key name:" + text);
+    }
     ++_p;
     return value(CIMName(text));
 }
 
 bool Parser::value(const CIMName& name) {
-    if (_p != _end && *_p == '"')
+    if (_p != _end && *_p == '"') {
         return quoted(name);
+    }
     const String text = take(find(','));
     const int first = text[0] | 0x20; // to lower case
     return first == 't' || first == 'f' ? boolean(name, text) : number(name, text);
@@ -136,22 +151,25 @@ bool Parser::quoted(const CIMName& name) {
     while ((plain = std::find_if(plain, _end, isMarked)) != _end && *plain == '\\') {
         const Char16* const escaped = plain + 1;
         text.append(take(plain));
-        if (escaped == _end || !isMarked(*escaped))
+        if (escaped == _end || !isMarked(*escaped)) {
             return failInKey("malformed value");
+        }
         _p = escaped;
         plain = escaped + 1;
     }
     text.append(take(plain));
-    if (_p == _end)
+    if (_p == _end) {
         return failInKey("missing quote in key value");
+    }
     ++_p;
 
     CIMObjectPathRep target;
     String ignored;
-    if (text.find(Char16('=')) != PEG_NOT_FOUND && parseObjectPath(text, target, ignored))
+    if (text.find(Char16('=')) != PEG_NOT_FOUND && parseObjectPath(text, target, ignored)) {
         add(name, textOf(target), CIMKeyBinding::REFERENCE);
-    else
+    } else {
         add(name, text, CIMKeyBinding::STRING);
+    }
     return true;
 }
 
@@ -166,9 +184,10 @@ bool Parser::boolean(const CIMName& name, const String& text) {
 }
 
 bool Parser::number(const CIMName& name, const String& text) {
-    if (!wholeNumber(text))
+    if (!wholeNumber(text)) {
         return failInKey(
             (text[0] == '-' ? "invalid negative number value " : "invalid number value ") + text);
+    }
     add(name, text, CIMKeyBinding::NUMERIC);
     return true;
 }

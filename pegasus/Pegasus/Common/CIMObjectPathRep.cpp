@@ -10,8 +10,9 @@ static void appendQuoted(String& out, const String& text) {
     appendChar(out, '"');
     const Char16 *p = text.getChar16Data(), *const end = p + text.size();
     for (const Char16* plain = p; plain != end; p = plain) {
-        while (plain != end && *plain != '"' && *plain != '\\')
+        while (plain != end && *plain != '"' && *plain != '\\') {
             ++plain;
+        }
         out.append(p, static_cast<Uint32>(plain - p));
         if (plain != end) {
             appendChar(out, '\\');
@@ -24,10 +25,11 @@ static void appendQuoted(String& out, const String& text) {
 static void appendKey(String& out, const CIMKeyBinding& key) {
     out.append(key.getName().getString());
     appendChar(out, '=');
-    if (key.getType() == CIMKeyBinding::STRING || key.getType() == CIMKeyBinding::REFERENCE)
+    if (key.getType() == CIMKeyBinding::STRING || key.getType() == CIMKeyBinding::REFERENCE) {
         appendQuoted(out, key.getValue());
-    else
+    } else {
         out.append(key.getValue());
+    }
 }
 
 String textOf(const CIMObjectPathRep& path) {
@@ -52,14 +54,17 @@ String textOf(const CIMObjectPathRep& path) {
 }
 
 bool equalPaths(const CIMObjectPathRep& x, const CIMObjectPathRep& y) {
-    if (&x == &y)
+    if (&x == &y) {
         return true;
+    }
     if (!String::equalNoCase(x.host, y.host) || x.nameSpace != y.nameSpace ||
-        x.className != y.className || x.keys.size() != y.keys.size())
+        x.className != y.className || x.keys.size() != y.keys.size()) {
         return false;
+    }
     for (Uint32 i = 0; i < x.keys.size(); ++i) {
-        if (!(x.keys[i] == y.keys[i]))
+        if (!(x.keys[i] == y.keys[i])) {
             return false;
+        }
     }
     return true;
 }
@@ -71,10 +76,12 @@ static Uint32 mixed(Uint32 hash, Uint32 x) {
 
 static Uint32 mixed(Uint32 hash, const String& text, bool foldCase) {
     String folded = text;
-    if (foldCase)
+    if (foldCase) {
         folded.toLower();
-    for (const Char16 *p = folded.getChar16Data(), *end = p + folded.size(); p != end; ++p)
+    }
+    for (const Char16 *p = folded.getChar16Data(), *end = p + folded.size(); p != end; ++p) {
         hash = mixed(hash, Uint32(*p));
+    }
     return mixed(hash, folded.size());
 }
 
@@ -105,8 +112,9 @@ Uint32 hashOf(const CIMObjectPathRep& path) {
     hash = mixed(hash, path.host, true);
     hash = mixed(hash, path.nameSpace.getString(), true);
     hash = mixed(hash, path.className.getString(), true);
-    for (Uint32 i = 0; i < path.keys.size(); ++i)
+    for (Uint32 i = 0; i < path.keys.size(); ++i) {
         hash = mixed(hash, path.keys[i]);
+    }
     return hash;
 }
 

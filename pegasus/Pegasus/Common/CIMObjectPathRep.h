@@ -1,7 +1,6 @@
 // The body of an object path and its text. Internal.
 
-#ifndef Pegasus_CIMObjectPathRep_h
-#define Pegasus_CIMObjectPathRep_h
+#pragma once
 
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/Numeral.h>
@@ -32,5 +31,3 @@ bool parseObjectPath(const String& text, CIMObjectPathRep& path, String& reason)
 [[noreturn]] void throwMalformedObjectName(const String& text, const String& reason);
 
 } // namespace Pegasus
-
-#endif

@@ -5,23 +5,27 @@
 namespace Pegasus {
 
 CIMObjectRep::CIMObjectRep(const CIMName& className) {
-    if (className.isNull())
+    if (className.isNull()) {
         throwUninitializedObject();
+    }
     path.setClassName(className);
 }
 
 CIMObjectRep::CIMObjectRep(const CIMObjectRep& x)
     : SharedRep(x), path(x.path), qualifiers(x.qualifiers.clone()),
       properties(x.properties.clone()) {
-    for (Uint32 i = 0; i < properties.size(); ++i)
+    for (Uint32 i = 0; i < properties.size(); ++i) {
         PropertyAccess::setContained(properties[i], true);
+    }
 }
 
 void CIMObjectRep::setPath(CIMObjectPath x) {
-    if (x.getClassName().isNull())
+    if (x.getClassName().isNull()) {
         throwUninitializedObject();
-    if (x.getClassName() != path.getClassName())
+    }
+    if (x.getClassName() != path.getClassName()) {
         throw TypeMismatchException();
+    }
     path = std::move(x);
 }
 
@@ -44,21 +48,24 @@ CIMClassRep::CIMClassRep(const CIMClassRep& x)
     : CIMObjectRep(x), superClassName(x.superClassName), methods(x.methods.clone()) {}
 
 bool CIMClassRep::identical(const CIMObjectRep& x) const {
-    if (!CIMObjectRep::identical(x))
+    if (!CIMObjectRep::identical(x)) {
         return false;
+    }
     const auto& other = static_cast<const CIMClassRep&>(x);
     return superClassName == other.superClassName && methods.identical(other.methods);
 }
 
 const Shared<CIMObjectRep>& instanceRep(const Shared<CIMObjectRep>& rep) {
-    if (!rep || rep->isClass())
+    if (!rep || rep->isClass()) {
         throw DynamicCastFailedException();
+    }
     return rep;
 }
 
 const Shared<CIMObjectRep>& classRep(const Shared<CIMObjectRep>& rep) {
-    if (!rep || !rep->isClass())
+    if (!rep || !rep->isClass()) {
         throw DynamicCastFailedException();
+    }
     return rep;
 }
 

@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMObjectRep_h
-#define Pegasus_CIMObjectRep_h
+#pragma once
 
 #include <Pegasus/Common/CIMMethod.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -61,5 +60,3 @@ const Shared<CIMObjectRep>& classRep(const Shared<CIMObjectRep>& rep);
 bool isTrue(const NamedList<CIMQualifier>& qualifiers, const char* name);
 
 } // namespace Pegasus
-
-#endif

@@ -10,8 +10,9 @@ public:
     }
 
     void setName(const String& x) {
-        if (x.size() == 0)
+        if (x.size() == 0) {
             throwUninitializedObject();
+        }
         name = x;
     }
 

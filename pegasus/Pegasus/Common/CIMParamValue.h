@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMParamValue_h
-#define Pegasus_CIMParamValue_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMValue.h>
@@ -37,5 +36,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

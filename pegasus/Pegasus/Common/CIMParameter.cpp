@@ -12,8 +12,9 @@ public:
           referenceClassName(referenceClassName_) {
         setName(name_);
         const bool reference = type == CIMTYPE_REFERENCE;
-        if ((arraySize != 0 && !isArray) || reference == referenceClassName.isNull())
+        if ((arraySize != 0 && !isArray) || reference == referenceClassName.isNull()) {
             throw TypeMismatchException();
+        }
     }
 
     CIMParameterRep(const CIMParameterRep& x) // a deep copy
@@ -21,8 +22,9 @@ public:
           referenceClassName(x.referenceClassName), qualifiers(x.qualifiers.clone()) {}
 
     void setName(const CIMName& x) {
-        if (x.isNull())
+        if (x.isNull()) {
             throwUninitializedObject();
+        }
         name = x;
     }
 

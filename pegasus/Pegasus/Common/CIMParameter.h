@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMParameter_h
-#define Pegasus_CIMParameter_h
+#pragma once
 
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMQualifier.h>
@@ -76,5 +75,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

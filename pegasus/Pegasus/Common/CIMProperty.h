@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMProperty_h
-#define Pegasus_CIMProperty_h
+#pragma once
 
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMQualifier.h>
@@ -91,5 +90,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

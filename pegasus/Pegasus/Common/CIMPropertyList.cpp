@@ -9,8 +9,9 @@ CIMPropertyList::CIMPropertyList(const Array<CIMName>& propertyNames) {
 
 void CIMPropertyList::set(const Array<CIMName>& propertyNames) {
     for (Uint32 i = 0; i < propertyNames.size(); ++i) {
-        if (propertyNames[i].isNull())
+        if (propertyNames[i].isNull()) {
             throw UninitializedObjectException();
+        }
     }
     _names = propertyNames;
     _isNull = false;

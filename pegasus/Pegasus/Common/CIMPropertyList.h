@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMPropertyList_h
-#define Pegasus_CIMPropertyList_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
@@ -28,5 +27,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

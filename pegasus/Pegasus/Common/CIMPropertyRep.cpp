@@ -13,8 +13,9 @@ CIMPropertyRep::CIMPropertyRep(const CIMName& name_, CIMValue value_, Uint32 arr
     const bool wrongSize =
         arraySize != 0 && (!value.isArray() || value.getArraySize() != arraySize);
     const bool wrongClass = !referenceClassName.isNull() && !reference;
-    if (wrongSize || wrongClass || (reference && value.isArray()))
+    if (wrongSize || wrongClass || (reference && value.isArray())) {
         throw TypeMismatchException();
+    }
 }
 
 CIMPropertyRep::CIMPropertyRep(const CIMPropertyRep& x)
@@ -23,16 +24,19 @@ CIMPropertyRep::CIMPropertyRep(const CIMPropertyRep& x)
       qualifiers(x.qualifiers.clone()) {}
 
 void CIMPropertyRep::setName(const CIMName& x) {
-    if (x.isNull())
+    if (x.isNull()) {
         throwUninitializedObject();
-    if (contained.load(std::memory_order_relaxed))
+    }
+    if (contained.load(std::memory_order_relaxed)) {
         throw Exception("Attempted to change the name of a property already in a container.");
+    }
     name = x;
 }
 
 void CIMPropertyRep::setValue(const CIMValue& x) {
-    if (!value.typeCompatible(x) || (arraySize != 0 && x.getArraySize() != arraySize))
+    if (!value.typeCompatible(x) || (arraySize != 0 && x.getArraySize() != arraySize)) {
         throw TypeMismatchException();
+    }
     value = x;
 }
 

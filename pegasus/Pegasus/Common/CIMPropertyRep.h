@@ -1,9 +1,9 @@
-#ifndef Pegasus_CIMPropertyRep_h
-#define Pegasus_CIMPropertyRep_h
+#pragma once
+
+#include <atomic>
 
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/NamedList.h>
-#include <atomic>
 
 namespace Pegasus {
 
@@ -41,5 +41,3 @@ struct PropertyAccess {
 };
 
 } // namespace Pegasus
-
-#endif

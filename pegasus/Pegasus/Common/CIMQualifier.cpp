@@ -12,8 +12,9 @@ public:
     }
 
     void setName(const CIMName& x) {
-        if (x.isNull())
+        if (x.isNull()) {
             throwUninitializedObject();
+        }
         name = x;
     }
 

@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMQualifier_h
-#define Pegasus_CIMQualifier_h
+#pragma once
 
 #include <Pegasus/Common/CIMFlavor.h>
 #include <Pegasus/Common/CIMName.h>
@@ -69,5 +68,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

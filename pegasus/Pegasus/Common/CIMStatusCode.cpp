@@ -35,8 +35,9 @@ const char* cimStatusCodeToString(CIMStatusCode code) {
         "CIM_ERR_SERVER_IS_SHUTTING_DOWN",
     };
     const unsigned index = static_cast<unsigned>(code);
-    if (index < sizeof(names) / sizeof(names[0]) && names[index])
+    if (index < sizeof(names) / sizeof(names[0]) && names[index]) {
         return names[index];
+    }
     return "Unrecognized CIM status code";
 }
 

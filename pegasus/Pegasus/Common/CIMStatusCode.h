@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMStatusCode_h
-#define Pegasus_CIMStatusCode_h
+#pragma once
 
 #include <Pegasus/Common/Linkage.h>
 
@@ -40,5 +39,3 @@ enum CIMStatusCode {
 PEGASUS_COMMON_LINKAGE const char* cimStatusCodeToString(CIMStatusCode code);
 
 } // namespace Pegasus
-
-#endif

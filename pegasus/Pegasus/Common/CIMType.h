@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMType_h
-#define Pegasus_CIMType_h
+#pragma once
 
 #include <Pegasus/Common/Linkage.h>
 
@@ -29,5 +28,3 @@ enum CIMType {
 PEGASUS_COMMON_LINKAGE const char* cimTypeToString(const CIMType type);
 
 } // namespace Pegasus
-
-#endif

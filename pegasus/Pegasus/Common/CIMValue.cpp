@@ -1,7 +1,8 @@
+#include <cstring>
+
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/CIMValueAccess.h>
 #include <Pegasus/Common/Exception.h>
-#include <cstring>
 
 namespace Pegasus {
 
@@ -33,8 +34,9 @@ CIMValue::CIMValue(const CIMValue& x) noexcept {
 }
 
 CIMValue& CIMValue::operator=(const CIMValue& x) noexcept {
-    if (this == &x)
+    if (this == &x) {
         return *this;
+    }
     _drop();
     Access::copy(*this, x);
     return *this;
@@ -67,13 +69,15 @@ Boolean CIMValue::typeCompatible(const CIMValue& x) const {
 
 Uint32 CIMValue::getArraySize() const {
     Uint32 size = 0;
-    if (_isNull)
+    if (_isNull) {
         size = Access::content<Uint32>(*this);
-    else if (_isArray)
+    } else if (_isArray) {
         visit(*this, [&]<class T>(const T& content) {
-            if constexpr (isArrayType<T>)
+            if constexpr (isArrayType<T>) {
                 size = content.size();
+            }
         });
+    }
     return size;
 }
 
@@ -95,8 +99,9 @@ template<class T>
 static Array<T> independentElements(const Array<T>& x) {
     Array<T> copy;
     copy.reserveCapacity(x.size());
-    for (Uint32 i = 0; i < x.size(); ++i)
+    for (Uint32 i = 0; i < x.size(); ++i) {
         copy.append(x[i].clone());
+    }
     return copy;
 }
 
@@ -117,10 +122,12 @@ static void setTo(CIMValue& value, const T& x) {
 
 template<class T>
 static void getFrom(const CIMValue& value, T& x) {
-    if (value.getType() != cimTypeOf<T> || value.isArray() != isArrayType<T>)
+    if (value.getType() != cimTypeOf<T> || value.isArray() != isArrayType<T>) {
         throw TypeMismatchException();
-    if (!value.isNull())
+    }
+    if (!value.isNull()) {
         x = independent(Access::content<T>(value));
+    }
 }
 
 // The three members of each type; Argument is how the type is passed.

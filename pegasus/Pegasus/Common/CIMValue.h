@@ -1,5 +1,6 @@
-#ifndef Pegasus_CIMValue_h
-#define Pegasus_CIMValue_h
+#pragma once
+
+#include <cstring>
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMDateTime.h>
@@ -7,7 +8,6 @@
 #include <Pegasus/Common/CIMType.h>
 #include <Pegasus/Common/Char16.h>
 #include <Pegasus/Common/String.h>
-#include <cstring>
 
 namespace Pegasus {
 
@@ -169,8 +169,9 @@ private:
     }
     // Ends the content; the bytes are nothing then.
     void _drop() {
-        if (!_isPlain())
+        if (!_isPlain()) {
             _dropShared();
+        }
     }
     void _dropShared();
 
@@ -186,5 +187,3 @@ PEGASUS_COMMON_LINKAGE Boolean operator==(const CIMValue& x, const CIMValue& y);
 PEGASUS_COMMON_LINKAGE Boolean operator!=(const CIMValue& x, const CIMValue& y);
 
 } // namespace Pegasus
-
-#endif

@@ -1,15 +1,15 @@
 // The content of a CIMValue, by its type. Internal.
 
-#ifndef Pegasus_CIMValueAccess_h
-#define Pegasus_CIMValueAccess_h
+#pragma once
 
-#include <Pegasus/Common/CIMInstance.h>
-#include <Pegasus/Common/CIMObject.h>
-#include <Pegasus/Common/CIMValue.h>
 #include <new>
 #include <tuple>
 #include <type_traits>
 #include <utility>
+
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMObject.h>
+#include <Pegasus/Common/CIMValue.h>
 
 namespace Pegasus {
 
@@ -70,12 +70,14 @@ struct CIMValueAccess {
 template<class F>
 void visit(const CIMValue& value, F&& f) {
     const auto visitAs = [&]<class T>(std::type_identity<T>) {
-        if (value.getType() != cimTypeOf<T>)
+        if (value.getType() != cimTypeOf<T>) {
             return false;
-        if (value.isArray())
+        }
+        if (value.isArray()) {
             f(CIMValueAccess::content<Array<T>>(value));
-        else
+        } else {
             f(CIMValueAccess::content<T>(value));
+        }
         return true;
     };
     [&]<class... T>(std::type_identity<std::tuple<T...>>) {
@@ -84,5 +86,3 @@ void visit(const CIMValue& value, F&& f) {
 }
 
 } // namespace Pegasus
-
-#endif

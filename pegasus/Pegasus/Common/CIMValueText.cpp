@@ -1,9 +1,10 @@
 // CIMValue as text, and its equality.
 
-#include <Pegasus/Common/CIMValue.h>
-#include <Pegasus/Common/CIMValueAccess.h>
 #include <cstdio>
 #include <string>
+
+#include <Pegasus/Common/CIMValue.h>
+#include <Pegasus/Common/CIMValueAccess.h>
 
 namespace Pegasus {
 
@@ -32,10 +33,11 @@ static void append(String& out, const String& x) {
 // Whole numbers, and whatever says itself what its text is.
 template<class T>
 static void append(String& out, const T& x) {
-    if constexpr (std::is_integral_v<T>)
+    if constexpr (std::is_integral_v<T>) {
         out.append(std::to_string(x).c_str());
-    else
+    } else {
         out.append(x.toString());
+    }
 }
 
 static void append(String& out, const CIMInstance& x) {
@@ -52,8 +54,9 @@ static void append(String& out, const Array<T>& x) {
 
 String CIMValue::toString() const {
     String text;
-    if (!_isNull)
+    if (!_isNull) {
         visit(*this, [&](const auto& content) { append(text, content); });
+    }
     return text;
 }
 
@@ -72,23 +75,27 @@ static bool same(const CIMInstance& x, const CIMInstance& y) {
 
 template<class T>
 static bool same(const Array<T>& x, const Array<T>& y) {
-    if (x.size() != y.size())
+    if (x.size() != y.size()) {
         return false;
+    }
     for (Uint32 i = 0; i < x.size(); ++i) {
-        if (!same(x[i], y[i]))
+        if (!same(x[i], y[i])) {
             return false;
+        }
     }
     return true;
 }
 
 Boolean CIMValue::equal(const CIMValue& x) const {
-    if (!typeCompatible(x) || _isNull != x._isNull)
+    if (!typeCompatible(x) || _isNull != x._isNull) {
         return false;
+    }
     bool result = true;
-    if (!_isNull)
+    if (!_isNull) {
         visit(*this, [&]<class T>(const T& content) {
             result = same(content, CIMValueAccess::content<T>(x));
         });
+    }
     return result;
 }
 

@@ -1,5 +1,4 @@
-#ifndef Pegasus_Char16_h
-#define Pegasus_Char16_h
+#pragma once
 
 #include <Pegasus/Common/Linkage.h>
 
@@ -40,5 +39,3 @@ inline Boolean operator!=(char x, const Char16& y) {
 }
 
 } // namespace Pegasus
-
-#endif

@@ -1,7 +1,6 @@
 // Basic types and macros of the provider interface.
 
-#ifndef Pegasus_Config_h
-#define Pegasus_Config_h
+#pragma once
 
 #include <cstddef>
 
@@ -37,5 +36,3 @@ typedef float Real32;
 typedef double Real64;
 
 } // namespace Pegasus
-
-#endif

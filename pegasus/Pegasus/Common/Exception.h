@@ -1,5 +1,4 @@
-#ifndef Pegasus_Exception_h
-#define Pegasus_Exception_h
+#pragma once
 
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/String.h>
@@ -128,5 +127,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,8 +1,9 @@
-#include <Pegasus/Common/HostName.h>
 #include <algorithm>
-#include <arpa/inet.h>
 #include <string>
 #include <string_view>
+
+#include <Pegasus/Common/HostName.h>
+#include <arpa/inet.h>
 
 namespace Pegasus {
 
@@ -30,8 +31,10 @@ static bool isLegalName(std::string_view name) {
     for (std::size_t begin = 0; begin <= name.size(); ++labels) {
         const std::size_t end = std::min(name.find('.', begin), name.size());
         const std::string_view label = name.substr(begin, end - begin);
-        if (label.empty() || label[0] == '-' || !std::all_of(label.begin(), label.end(), fitsLabel))
+        if (label.empty() || label[0] == '-' ||
+            !std::all_of(label.begin(), label.end(), fitsLabel)) {
             return false;
+        }
         lastAllDigits = allDigits(label);
         octets = octets && isNumberUpTo(label, 255);
         begin = end + 1;
@@ -52,8 +55,9 @@ bool isLegalHost(const String& host) {
     const std::string_view all(text);
     const bool bracketed = !all.empty() && all[0] == '[';
     const std::size_t nameEnd = bracketed ? all.find(']') : std::min(all.find(':'), all.size());
-    if (nameEnd == std::string_view::npos)
+    if (nameEnd == std::string_view::npos) {
         return false;
+    }
     const std::string_view rest = all.substr(bracketed ? nameEnd + 1 : nameEnd);
     const bool legalRest = rest.empty() || (rest[0] == ':' && isNumberUpTo(rest.substr(1), 65535));
     return legalRest && (bracketed ? isLegalIPv6(all.substr(1, nameEnd - 1))

@@ -1,5 +1,4 @@
-#ifndef Pegasus_HostName_h
-#define Pegasus_HostName_h
+#pragma once
 
 #include <Pegasus/Common/String.h>
 
@@ -10,5 +9,3 @@ namespace Pegasus {
 bool isLegalHost(const String& host);
 
 } // namespace Pegasus
-
-#endif

@@ -1,8 +1,5 @@
-#ifndef Pegasus_Common_Linkage_h
-#define Pegasus_Common_Linkage_h
+#pragma once
 
 #include <Pegasus/Common/Config.h>
 
 #define PEGASUS_COMMON_LINKAGE PEGASUS_EXPORT
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef Pegasus_NamedList_h
-#define Pegasus_NamedList_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
@@ -15,16 +14,18 @@ public:
     // A name twice throws AlreadyExistsException, which says what `kind` of thing it is.
     void add(T x, const char* kind) {
         const CIMName& name = x.getName();
-        if (find(name) != PEG_NOT_FOUND)
+        if (find(name) != PEG_NOT_FOUND) {
             throw AlreadyExistsException(String(kind) + " \"" + name.getString() + "\"");
+        }
         _items.append(std::move(x));
     }
 
     Uint32 find(const CIMName& name) const {
         const T* items = _items.getData();
         for (Uint32 i = 0; i < _items.size(); ++i) {
-            if (items[i].getName().equal(name))
+            if (items[i].getName().equal(name)) {
                 return i;
+            }
         }
         return PEG_NOT_FOUND;
     }
@@ -34,11 +35,13 @@ public:
     Uint32 size() const { return _items.size(); }
 
     bool identical(const NamedList& other) const {
-        if (size() != other.size())
+        if (size() != other.size()) {
             return false;
+        }
         for (Uint32 i = 0; i < size(); ++i) {
-            if (!_items[i].identical(other._items[i]))
+            if (!_items[i].identical(other._items[i])) {
                 return false;
+            }
         }
         return true;
     }
@@ -46,8 +49,9 @@ public:
     NamedList clone() const {
         NamedList copy;
         copy._items.reserveCapacity(size());
-        for (Uint32 i = 0; i < size(); ++i)
+        for (Uint32 i = 0; i < size(); ++i) {
             copy._items.append(_items[i].clone());
+        }
         return copy;
     }
 
@@ -56,5 +60,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,8 +1,8 @@
-#ifndef Pegasus_Numeral_h
-#define Pegasus_Numeral_h
+#pragma once
+
+#include <optional>
 
 #include <Pegasus/Common/String.h>
-#include <optional>
 
 namespace Pegasus {
 
@@ -19,5 +19,3 @@ struct WholeNumber {
 std::optional<WholeNumber> wholeNumber(const String& text);
 
 } // namespace Pegasus
-
-#endif

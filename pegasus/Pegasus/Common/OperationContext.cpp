@@ -1,6 +1,7 @@
+#include <algorithm>
+
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/OperationContext.h>
-#include <algorithm>
 
 namespace Pegasus {
 
@@ -15,8 +16,9 @@ OperationContext::OperationContext(const OperationContext& x) {
 
 OperationContext& OperationContext::operator=(const OperationContext& x) {
     std::vector<Owned> copies;
-    for (const Owned& container : x._containers)
+    for (const Owned& container : x._containers) {
         copies.emplace_back(container->clone());
+    }
     _containers = std::move(copies);
     return *this;
 }
@@ -34,8 +36,9 @@ std::size_t OperationContext::_find(const String& name) const {
 
 std::size_t OperationContext::_present(const String& name) const {
     const std::size_t index = _find(name);
-    if (index == _containers.size())
+    if (index == _containers.size()) {
         throw Exception("object not found");
+    }
     return index;
 }
 
@@ -48,8 +51,9 @@ void OperationContext::set(const Container& container) {
 }
 
 void OperationContext::insert(const Container& container) {
-    if (_find(container.getName()) != _containers.size())
+    if (_find(container.getName()) != _containers.size()) {
         throw Exception("object already exists.");
+    }
     _containers.emplace_back(container.clone());
 }
 

@@ -1,13 +1,13 @@
-#ifndef Pegasus_OperationContext_h
-#define Pegasus_OperationContext_h
+#pragma once
+
+#include <memory>
+#include <vector>
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/String.h>
-#include <memory>
-#include <vector>
 
 namespace Pegasus {
 
@@ -191,5 +191,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

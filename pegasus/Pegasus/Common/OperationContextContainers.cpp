@@ -9,8 +9,9 @@ namespace Pegasus {
 template<class T>
 static const T& as(const OperationContext::Container& container) {
     const T* specific = dynamic_cast<const T*>(&container);
-    if (!specific)
+    if (!specific) {
         throw DynamicCastFailedException();
+    }
     return *specific;
 }
 

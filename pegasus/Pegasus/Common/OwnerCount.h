@@ -1,10 +1,10 @@
 // How many handles or values own a body. Not a header of OpenPegasus.
 
-#ifndef Pegasus_OwnerCount_h
-#define Pegasus_OwnerCount_h
+#pragma once
+
+#include <atomic>
 
 #include <Pegasus/Common/Config.h>
-#include <atomic>
 
 namespace Pegasus {
 
@@ -13,8 +13,9 @@ namespace Pegasus {
 class OwnerCount {
 public:
     void add() {
-        if (_count.load(std::memory_order_relaxed) != forever)
+        if (_count.load(std::memory_order_relaxed) != forever) {
             _count.fetch_add(1, std::memory_order_relaxed);
+        }
     }
 
     // Returns whether that was the last owner.
@@ -36,5 +37,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

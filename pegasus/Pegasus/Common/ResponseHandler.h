@@ -5,8 +5,7 @@
 //
 // Threads: a handler belongs to one request; its calls come from one thread at a time.
 
-#ifndef Pegasus_ResponseHandler_h
-#define Pegasus_ResponseHandler_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMIndication.h>
@@ -71,5 +70,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -3,12 +3,12 @@
 // Threads: the count is atomic, so that copies of one handle may be made and dropped by several
 // threads at once. The body itself is guarded by nobody.
 
-#ifndef Pegasus_SharedRep_h
-#define Pegasus_SharedRep_h
+#pragma once
+
+#include <utility>
 
 #include <Pegasus/Common/Linkage.h>
 #include <Pegasus/Common/OwnerCount.h>
-#include <utility>
 
 namespace Pegasus {
 
@@ -21,8 +21,9 @@ public:
 
     void addOwner() { _owners.add(); }
     void dropOwner() {
-        if (_owners.drop())
+        if (_owners.drop()) {
             _end();
+        }
     }
     bool shared() const { return _owners.shared(); }
 
@@ -43,8 +44,9 @@ public:
     // Of a new body, whose first owner this is.
     explicit Shared(T* rep) : _rep(rep) {}
     Shared(const Shared& other) noexcept : _rep(other._rep) {
-        if (_rep)
+        if (_rep) {
             _rep->addOwner();
+        }
     }
     Shared(Shared&& other) noexcept : _rep(std::exchange(other._rep, nullptr)) {}
     Shared& operator=(Shared other) noexcept {
@@ -52,8 +54,9 @@ public:
         return *this;
     }
     ~Shared() {
-        if (_rep)
+        if (_rep) {
             _rep->dropOwner();
+        }
     }
 
     explicit operator bool() const { return _rep; }
@@ -61,18 +64,20 @@ public:
 
     // For handles: the body, or UninitializedObjectException if there is none.
     T* operator->() const {
-        if (!_rep)
+        if (!_rep) {
             throwUninitializedObject();
+        }
         return get();
     }
     T& operator*() const { return *operator->(); }
 
     // For values: a body that nobody else sees, made or copied if need be.
     T& own() {
-        if (!_rep)
+        if (!_rep) {
             *this = Shared(new T);
-        else if (_rep->shared())
+        } else if (_rep->shared()) {
             *this = Shared(new T(*get()));
+        }
         return *get();
     }
 
@@ -81,5 +86,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,8 +1,9 @@
-#include <Pegasus/Common/Exception.h>
-#include <Pegasus/Common/String.h>
 #include <algorithm>
 #include <new>
 #include <utility>
+
+#include <Pegasus/Common/Exception.h>
+#include <Pegasus/Common/String.h>
 
 namespace Pegasus {
 
@@ -10,8 +11,9 @@ constinit const String String::EMPTY;
 
 StringRep* StringRep::make(std::size_t capacity) {
     const std::size_t mostUnits = std::size_t(1) << 30;
-    if (capacity > mostUnits)
+    if (capacity > mostUnits) {
         throw std::bad_alloc();
+    }
     void* place = ::operator new(sizeof(StringRep) + (capacity + 1) * sizeof(Char16));
     auto* rep = new (place) StringRep{{}, 0, static_cast<Uint32>(capacity)};
     rep->setSize(0);
@@ -19,21 +21,25 @@ StringRep* StringRep::make(std::size_t capacity) {
 }
 
 static Uint32 lengthOf(const Char16* str) {
-    if (!str)
+    if (!str) {
         throw Exception("null pointer");
+    }
     Uint32 n = 0;
-    while (str[n] != Char16())
+    while (str[n] != Char16()) {
         ++n;
+    }
     return n;
 }
 
 String::String(const String& str, Uint32 n) {
-    if (n > str.size())
+    if (n > str.size()) {
         throw IndexOutOfBoundsException();
-    if (n == str.size())
+    }
+    if (n == str.size()) {
         *this = str;
-    else
+    } else {
         append(str.getChar16Data(), n);
+    }
 }
 
 String::String(const Char16* str) : String(str, lengthOf(str)) {}
@@ -68,8 +74,9 @@ void String::clear() {
 
 // Makes the body ours alone, with room for so many units.
 void String::_own(std::size_t capacity) {
-    if (_rep && !_rep->owners.shared() && _rep->capacity >= capacity)
+    if (_rep && !_rep->owners.shared() && _rep->capacity >= capacity) {
         return;
+    }
     StringRep* rep = StringRep::make(std::max<std::size_t>(capacity, size()));
     std::copy_n(getChar16Data(), size(), rep->text());
     rep->setSize(size());
@@ -85,10 +92,12 @@ String& String::append(const Char16& c) {
 }
 
 String& String::append(const Char16* str, Uint32 n) {
-    if (!str)
+    if (!str) {
         throw Exception("null pointer");
-    if (n == 0)
+    }
+    if (n == 0) {
         return *this;
+    }
     const std::size_t wanted = std::size_t(size()) + n;
     if (_rep && !_rep->owners.shared() && wanted <= _rep->capacity) {
         std::copy_n(str, n, _rep->text() + size());
@@ -103,18 +112,22 @@ String& String::append(const Char16* str, Uint32 n) {
 }
 
 String& String::append(const String& str) {
-    if (size() == 0)
+    if (size() == 0) {
         return *this = str;
+    }
     return append(str.getChar16Data(), str.size());
 }
 
 void String::remove(Uint32 index, Uint32 n) {
-    if (index > size() || (n != PEG_NOT_FOUND && n > size() - index))
+    if (index > size() || (n != PEG_NOT_FOUND && n > size() - index)) {
         throw IndexOutOfBoundsException();
-    if (n == PEG_NOT_FOUND)
+    }
+    if (n == PEG_NOT_FOUND) {
         n = size() - index;
-    if (n == 0)
+    }
+    if (n == 0) {
         return;
+    }
     _own(0);
     Char16* text = _rep->text();
     std::copy(text + index + n, text + size(), text + index);
@@ -122,31 +135,36 @@ void String::remove(Uint32 index, Uint32 n) {
 }
 
 void String::toLower() {
-    if (size() == 0)
+    if (size() == 0) {
         return;
+    }
     _own(0);
     for (Char16 *c = _rep->text(), *end = c + size(); c != end; ++c) {
-        if (Uint16(*c) >= 'A' && Uint16(*c) <= 'Z')
+        if (Uint16(*c) >= 'A' && Uint16(*c) <= 'Z') {
             *c = static_cast<Uint16>(*c + ('a' - 'A'));
+        }
     }
 }
 
 Char16& String::operator[](Uint32 index) {
-    if (index > size())
+    if (index > size()) {
         throw IndexOutOfBoundsException();
+    }
     _own(0);
     return _rep->text()[index];
 }
 
 const Char16 String::operator[](Uint32 index) const {
-    if (index > size())
+    if (index > size()) {
         throw IndexOutOfBoundsException();
+    }
     return getChar16Data()[index];
 }
 
 String String::subString(Uint32 index, Uint32 length) const {
-    if (index >= size())
+    if (index >= size()) {
         return String();
+    }
     length = std::min(length, size() - index);
     return length == size() ? *this : String(getChar16Data() + index, length);
 }

@@ -1,11 +1,11 @@
-#ifndef Pegasus_String_h
-#define Pegasus_String_h
+#pragma once
+
+#include <iosfwd>
+#include <utility>
 
 #include <Pegasus/Common/Char16.h>
 #include <Pegasus/Common/Linkage.h>
 #include <Pegasus/Common/StringRep.h>
-#include <iosfwd>
-#include <utility>
 
 namespace Pegasus {
 
@@ -116,5 +116,3 @@ PEGASUS_COMMON_LINKAGE String operator+(const String& s1, const String& s2);
 PEGASUS_COMMON_LINKAGE std::ostream& operator<<(std::ostream& os, const String& s);
 
 } // namespace Pegasus
-
-#endif

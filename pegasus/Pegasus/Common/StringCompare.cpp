@@ -1,15 +1,17 @@
 // String: comparison and search.
 
+#include <algorithm>
+
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
-#include <algorithm>
 
 namespace Pegasus {
 
 static int difference(const Char16* a, const Char16* b, Uint32 n) {
     for (Uint32 i = 0; i < n; ++i) {
-        if (a[i] != b[i])
+        if (a[i] != b[i]) {
             return int(a[i]) - int(b[i]);
+        }
     }
     return 0;
 }
@@ -20,8 +22,9 @@ static Uint32 lower(Uint32 c) {
 
 static int differenceNoCase(const Char16* a, const Char16* b, Uint32 n) {
     for (Uint32 i = 0; i < n; ++i) {
-        if (a[i] != b[i] && lower(a[i]) != lower(b[i]))
+        if (a[i] != b[i] && lower(a[i]) != lower(b[i])) {
             return int(lower(a[i])) - int(lower(b[i]));
+        }
     }
     return 0;
 }
@@ -63,8 +66,9 @@ Uint32 String::find(Char16 c) const {
 }
 
 Uint32 String::find(Uint32 index, Char16 c) const {
-    if (index > size())
+    if (index > size()) {
         throw IndexOutOfBoundsException();
+    }
     const Char16* begin = getChar16Data();
     const Char16* end = begin + size();
     const Char16* found = std::find(begin + index, end, c);
@@ -72,8 +76,9 @@ Uint32 String::find(Uint32 index, Char16 c) const {
 }
 
 Uint32 String::find(const String& s) const {
-    if (s.size() == 0)
+    if (s.size() == 0) {
         return PEG_NOT_FOUND;
+    }
     const Char16* begin = getChar16Data();
     const Char16* end = begin + size();
     const Char16* found = std::search(begin, end, s.getChar16Data(), s.getChar16Data() + s.size());
@@ -82,8 +87,9 @@ Uint32 String::find(const String& s) const {
 
 Uint32 String::reverseFind(Char16 c) const {
     for (Uint32 i = size(); i > 0; --i) {
-        if (getChar16Data()[i - 1] == c)
+        if (getChar16Data()[i - 1] == c) {
             return i - 1;
+        }
     }
     return PEG_NOT_FOUND;
 }

@@ -1,11 +1,11 @@
 // The body of a String: a counted header with the text right behind it. Internal.
 
-#ifndef Pegasus_StringRep_h
-#define Pegasus_StringRep_h
+#pragma once
+
+#include <new>
 
 #include <Pegasus/Common/Char16.h>
 #include <Pegasus/Common/OwnerCount.h>
-#include <new>
 
 namespace Pegasus {
 
@@ -23,17 +23,17 @@ struct StringRep {
     // One owner, no text. Throws std::bad_alloc, also for more than 2^30 units.
     static StringRep* make(std::size_t capacity);
     static void addOwner(StringRep* rep) { // null is nobody's
-        if (rep)
+        if (rep) {
             rep->owners.add();
+        }
     }
     static void dropOwner(StringRep* rep) {
-        if (rep && rep->owners.drop())
+        if (rep && rep->owners.drop()) {
             ::operator delete(rep);
+        }
     }
 };
 
 static_assert(sizeof(StringRep) % alignof(Char16) == 0);
 
 } // namespace Pegasus
-
-#endif

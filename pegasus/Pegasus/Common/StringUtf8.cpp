@@ -1,14 +1,15 @@
 // String from and to UTF-8 and streams.
 
-#include <Pegasus/Common/Exception.h>
-#include <Pegasus/Common/String.h>
-#include <Pegasus/Common/Utf.h>
 #include <algorithm>
 #include <cstring>
 #include <iterator>
 #include <ostream>
 #include <string>
 #include <utility>
+
+#include <Pegasus/Common/Exception.h>
+#include <Pegasus/Common/String.h>
+#include <Pegasus/Common/Utf.h>
 
 namespace Pegasus {
 
@@ -17,8 +18,9 @@ namespace Pegasus {
                                             const unsigned char* end) {
     const std::ptrdiff_t mostBefore = 40, mostFrom = 11;
     const unsigned char* from = bad - std::min(bad - begin, mostBefore);
-    while (from != bad && (*from & 0xC0) == 0x80) // not into the middle of a character
+    while (from != bad && (*from & 0xC0) == 0x80) { // not into the middle of a character
         ++from;
+    }
     std::string text = "The byte sequence starting at index " + std::to_string(bad - begin) +
                        " is not valid UTF-8 encoding: ";
     text.append(from, bad);
@@ -41,18 +43,21 @@ static bool widenAscii(const unsigned char* bytes, std::size_t count, Char16* ou
 }
 
 static std::size_t lengthOf(const char* str) {
-    if (!str)
+    if (!str) {
         throw Exception("null pointer");
+    }
     return std::strlen(str);
 }
 
 String::String(const char* str) : String(str, static_cast<Uint32>(lengthOf(str))) {}
 
 String::String(const char* str, Uint32 n) {
-    if (!str)
+    if (!str) {
         throw Exception("null pointer");
-    if (n == 0)
+    }
+    if (n == 0) {
         return;
+    }
     String made;
     made._rep = StringRep::make(n); // no text has more units than bytes
     const auto* const begin = reinterpret_cast<const unsigned char*>(str);
@@ -65,8 +70,9 @@ String::String(const char* str, Uint32 n) {
     }
     while (p != end) {
         const Uint32 c = Utf::readUtf8(p, end);
-        if (c == Utf::malformed)
+        if (c == Utf::malformed) {
             throwMalformedUtf8(begin, p, end);
+        }
         out = Utf::writeUtf16(out, Utf::isSurrogate(c) ? 0xFFFD : c);
     }
     made._rep->setSize(static_cast<Uint32>(out - made._rep->text()));
@@ -78,17 +84,20 @@ CString String::getCString() const {
     const Char16* const end = p + size();
     char* const text = new char[std::size_t(size()) * 3 + 1]; // most bytes of a unit: 3
     char* out = text;
-    for (; p != end && *p < 0x80; ++p) // most texts have nothing else
+    for (; p != end && *p < 0x80; ++p) { // most texts have nothing else
         *out++ = static_cast<char>(*p);
-    while (p != end)
+    }
+    while (p != end) {
         out = Utf::writeUtf8(out, Utf::readUtf16(p, end));
+    }
     *out = '\0';
     return CString(text);
 }
 
 CString::CString(const CString& other) {
-    if (!other._text)
+    if (!other._text) {
         return;
+    }
     const std::size_t size = std::strlen(other._text) + 1;
     _text = new char[size];
     std::memcpy(_text, other._text, size);
@@ -114,8 +123,9 @@ std::ostream& operator<<(std::ostream& os, const String& s) {
         } else {
             const char* const digits = "0123456789ABCDEF";
             text += "\\x";
-            for (int shift = 12; shift >= 0; shift -= 4)
+            for (int shift = 12; shift >= 0; shift -= 4) {
                 text += digits[(c >> shift) & 0xF];
+            }
         }
     }
     return os << text;

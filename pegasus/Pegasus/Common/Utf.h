@@ -1,7 +1,6 @@
 // One character at a time, between code points, UTF-8 (RFC 3629) and UTF-16 (RFC 2781). Internal.
 
-#ifndef Pegasus_Utf_h
-#define Pegasus_Utf_h
+#pragma once
 
 #include <Pegasus/Common/Char16.h>
 
@@ -18,17 +17,20 @@ inline Uint32 readUtf8(const unsigned char*& p, const unsigned char* end) {
         return lead;
     }
     const int length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || end - p < length)
+    if (lead < 0xC2 || lead > 0xF4 || end - p < length) {
         return malformed;
+    }
     Uint32 c = lead & (0xFFU >> (length + 1));
     for (int i = 1; i < length; ++i) {
-        if ((p[i] & 0xC0) != 0x80)
+        if ((p[i] & 0xC0) != 0x80) {
             return malformed;
+        }
         c = c << 6 | (p[i] & 0x3FU);
     }
     const Uint32 smallest = length == 4 ? 0x10000 : length == 3 ? 0x800 : 0x80;
-    if (c < smallest || c > 0x10FFFF)
+    if (c < smallest || c > 0x10FFFF) {
         return malformed;
+    }
     p += length;
     return c;
 }
@@ -61,11 +63,13 @@ inline bool isSurrogate(Uint32 c) {
 // Reads one character and moves `p` behind it; a surrogate without its partner is read as itself.
 inline Uint32 readUtf16(const Char16*& p, const Char16* end) {
     const Uint32 first = *p++;
-    if (first < 0xD800 || first > 0xDBFF || p == end)
+    if (first < 0xD800 || first > 0xDBFF || p == end) {
         return first;
+    }
     const Uint32 second = *p;
-    if (second < 0xDC00 || second > 0xDFFF)
+    if (second < 0xDC00 || second > 0xDFFF) {
         return first;
+    }
     ++p;
     return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
 }
@@ -82,5 +86,3 @@ inline Char16* writeUtf16(Char16* out, Uint32 c) {
 }
 
 } // namespace Pegasus::Utf
-
-#endif

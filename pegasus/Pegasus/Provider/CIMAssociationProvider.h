@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMAssociationProvider_h
-#define Pegasus_CIMAssociationProvider_h
+#pragma once
 
 #include <Pegasus/Common/CIMObject.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -36,5 +35,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

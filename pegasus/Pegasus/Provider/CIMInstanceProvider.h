@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMInstanceProvider_h
-#define Pegasus_CIMInstanceProvider_h
+#pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -40,5 +39,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

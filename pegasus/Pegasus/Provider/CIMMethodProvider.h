@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMMethodProvider_h
-#define Pegasus_CIMMethodProvider_h
+#pragma once
 
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMParamValue.h>
@@ -19,5 +18,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

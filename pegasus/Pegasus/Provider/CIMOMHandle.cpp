@@ -1,7 +1,8 @@
+#include <utility>
+
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
 #include <host/CimomBackend.h>
-#include <utility>
 
 namespace Pegasus {
 
@@ -17,20 +18,23 @@ CIMOMHandle makeCimomHandle(std::shared_ptr<CimomBackend> backend) {
 }
 
 CimomBackend& CIMOMHandle::_server() const {
-    if (!_backend)
+    if (!_backend) {
         throw CIMException(CIM_ERR_FAILED, "This CIMOMHandle has no server behind it: use the one "
                                            "that the provider got in initialize()");
+    }
     return *_backend;
 }
 
 void CIMOMHandle::disallowProviderUnload() {
-    if (_backend)
+    if (_backend) {
         _backend->disallowProviderUnload();
+    }
 }
 
 void CIMOMHandle::allowProviderUnload() {
-    if (_backend)
+    if (_backend) {
         _backend->allowProviderUnload();
+    }
 }
 
 CIMClass CIMOMHandle::getClass(const OperationContext& context, const CIMNamespaceName& nameSpace,

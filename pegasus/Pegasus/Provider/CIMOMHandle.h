@@ -1,5 +1,6 @@
-#ifndef Pegasus_CIMOMHandle_h
-#define Pegasus_CIMOMHandle_h
+#pragma once
+
+#include <memory>
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMClass.h>
@@ -12,7 +13,6 @@
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Provider/Linkage.h>
-#include <memory>
 
 namespace Pegasus {
 
@@ -112,5 +112,3 @@ private:
 };
 
 } // namespace Pegasus
-
-#endif

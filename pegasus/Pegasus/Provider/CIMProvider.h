@@ -1,5 +1,4 @@
-#ifndef Pegasus_CIMProvider_h
-#define Pegasus_CIMProvider_h
+#pragma once
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/OperationContext.h>
@@ -24,5 +23,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

@@ -1,8 +1,5 @@
-#ifndef Pegasus_Provider_Linkage_h
-#define Pegasus_Provider_Linkage_h
+#pragma once
 
 #include <Pegasus/Common/Config.h>
 
 #define PEGASUS_PROVIDER_LINKAGE PEGASUS_EXPORT
-
-#endif

@@ -1,7 +1,6 @@
 // What a provider throws to refuse an operation.
 
-#ifndef Pegasus_ProviderException_h
-#define Pegasus_ProviderException_h
+#pragma once
 
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Provider/Linkage.h>
@@ -61,5 +60,3 @@ public:
 };
 
 } // namespace Pegasus
-
-#endif

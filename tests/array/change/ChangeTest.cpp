@@ -1,6 +1,6 @@
-#include "array/Change.h"
+#include "array/change/Change.h"
 
-#include "array/KeyText.h"
+#include "array/model/Ids.h"
 #include "tests/array/ArrayFixture.h"
 
 namespace array {
@@ -181,9 +181,11 @@ TEST_F(ChangeTest, AnInitiatorTakesItsGrantsAndSessionsWithIt) {
     const Id other = addInitiator("host2");
     const Id endpoint = addEndpoint();
     change([&](Change& change) {
-        for (const Id target : {first, second})
-            for (const Id host : {initiator, other})
+        for (const Id target : {first, second}) {
+            for (const Id host : {initiator, other}) {
                 change.grant(target, host);
+            }
+        }
     });
     array().login({first, initiator, {}, {endpoint}});
     const Id kept = array().login({second, other, {}, {endpoint}});

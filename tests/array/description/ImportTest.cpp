@@ -8,7 +8,7 @@
 #include "array/description/Export.h"
 #include "array/description/Reader.h"
 #include "array/description/Writer.h"
-#include "array/engine/Text.h"
+#include "array/model/Text.h"
 #include "engine/DRAVOperationFailedException.h"
 
 using namespace array::description;

@@ -215,8 +215,9 @@ TEST(DescriptionReader, RefusesNumbersOutOfAnyRange) {
 
 TEST(DescriptionReader, ReportsAMistakeAtTheEndOfALongList) {
     std::string volumes;
-    for (int i = 0; i < 5000; ++i)
+    for (int i = 0; i < 5000; ++i) {
         volumes += R"({ "name": "v", "size": 1 },)";
+    }
     EXPECT_EQ(errorOf(document("\"volumes\": [" + volumes + "{ \"name\": \"v\" }]")),
               "/volumes/5000: \"size\" is missing");
 }

@@ -1,10 +1,9 @@
-#ifndef TESTS_ARRAY_DESCRIPTION_RECORDING_RECEIVER_H
-#define TESTS_ARRAY_DESCRIPTION_RECORDING_RECEIVER_H
+#pragma once
 
 #include <string>
 #include <vector>
 
-#include "array/description/Receiver.h"
+#include "array/description/Reader.h"
 
 // Writes down what it receives, a line each; refuses an entry whose line is `refused`.
 class RecordingReceiver : public array::description::Receiver {
@@ -35,17 +34,17 @@ public:
     }
     void add(const array::description::SessionEntry& entry) override {
         std::string line = "session " + entry.target + " " + entry.initiator;
-        for (const auto& connection : entry.connections)
+        for (const auto& connection : entry.connections) {
             line += " " + std::to_string(connection.endpoint);
+        }
         take(line);
     }
 
 private:
     void take(const std::string& line) {
-        if (line == refused)
+        if (line == refused) {
             throw array::description::Refusal{"/name", "no room for it"};
+        }
         lines.push_back(line);
     }
 };
-
-#endif

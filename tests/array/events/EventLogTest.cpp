@@ -2,14 +2,14 @@
 
 #include <fstream>
 #include <regex>
+#include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 #include <nlohmann/json.hpp>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include "array/state/StateDirectory.h"
+#include "array/database/StateDirectory.h"
 #include "engine/SMIEventServices.h"
 #include "tests/array/ArrayFixture.h"
 
@@ -19,8 +19,9 @@ namespace {
 std::vector<nlohmann::json> linesOf(const fs::path& file) {
     std::vector<nlohmann::json> lines;
     std::ifstream in(file);
-    for (std::string line; std::getline(in, line);)
+    for (std::string line; std::getline(in, line);) {
         lines.push_back(nlohmann::json::parse(line));
+    }
     return lines;
 }
 
@@ -88,13 +89,16 @@ TEST_F(EventLogTest, NobodyElseCanReadTheFile) {
 TEST_F(EventLogTest, LinesOfSeveralThreadsAndLogsDoNotMix) {
     EventLog second(_file);
     std::vector<std::thread> writers;
-    for (EventLog* log : {&_log, &second, &_log, &second})
+    for (EventLog* log : {&_log, &second, &_log, &second}) {
         writers.emplace_back([log] {
-            for (int i = 0; i < 200; ++i)
+            for (int i = 0; i < 200; ++i) {
                 log->publish(event(std::string(200, 'x')));
+            }
         });
-    for (std::thread& writer : writers)
+    }
+    for (std::thread& writer : writers) {
         writer.join();
+    }
     EXPECT_EQ(linesOf(_file).size(), 800u);
 }
 

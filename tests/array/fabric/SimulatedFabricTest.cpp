@@ -104,16 +104,18 @@ TEST_F(SimulatedFabricTest, ALoginWithoutAGrantIsRefusedAndCounted) {
 }
 
 TEST_F(SimulatedFabricTest, ALoginWithAWrongSecretIsRefusedAndCounted) {
-    for (const char* wrong : {"", "A secret of enough bytes", "another secret than the right one"})
+    for (const char* wrong :
+         {"", "A secret of enough bytes", "another secret than the right one"}) {
         expectRefused(ErrorCode::LoginFailed,
                       "Initiator \"iqn.2026-01.com.example:host1\" did not prove its secret to "
                       "target \"iqn.2026-01.com.example:t1\".",
                       request(wrong), 3, &LoginStatistics::authenticationFailures);
+    }
     EXPECT_EQ(now()->loginStatistics(_target).authenticationFailures, 3u);
 }
 
 TEST_F(SimulatedFabricTest, ALoginNeedsFromOneToMaxConnectionsEndpoints) {
-    for (const Ids& endpoints : {Ids{}, Ids{_endpoint, _endpoint}})
+    for (const Ids& endpoints : {Ids{}, Ids{_endpoint, _endpoint}}) {
         expectRefused(ErrorCode::LoginNoPath,
                       "Initiator \"iqn.2026-01.com.example:host1\" asked for " +
                           std::to_string(endpoints.size()) +
@@ -121,6 +123,7 @@ TEST_F(SimulatedFabricTest, ALoginNeedsFromOneToMaxConnectionsEndpoints) {
                           "1 to 1 (MaxConnections, RFC 7143 section 13.2).",
                       {_target, _initiator, SECRET, endpoints}, 2,
                       &LoginStatistics::negotiationFailures);
+    }
 }
 
 TEST_F(SimulatedFabricTest, ALoginOfWhatIsNotThereIsNoAttempt) {
@@ -203,8 +206,9 @@ TEST(Fabric, IsToldOfTargetsUnitsGrantsAndSecrets) {
 class SmallFabric : public SimulatedFabric {
 public:
     void targetChanged(Change& change, Id) override {
-        if (change.state().count(Pegasus::CLASSID_TARGET) > 1)
+        if (change.snapshot().count(Pegasus::CLASSID_TARGET) > 1) {
             throw std::runtime_error("one target is enough");
+        }
     }
 };
 

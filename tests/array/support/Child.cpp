@@ -2,7 +2,6 @@
 
 #include <csignal>
 #include <stdexcept>
-
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -27,14 +26,16 @@ constexpr int FAILED = 3;
 } // namespace
 
 void Child::Voice::acknowledge() const {
-    if (write(_descriptor, "+", 1) != 1)
+    if (write(_descriptor, "+", 1) != 1) {
         _exit(FAILED);
+    }
 }
 
 Child::Child(const std::function<void(const Voice&)>& task) {
     int ends[2];
-    if (pipe(ends) != 0)
+    if (pipe(ends) != 0) {
         throw std::runtime_error("no pipe");
+    }
     _process = fork();
     if (_process == 0) {
         close(ends[0]);
@@ -42,8 +43,9 @@ Child::Child(const std::function<void(const Voice&)>& task) {
     }
     close(ends[1]);
     _pipe = ends[0];
-    if (_process < 0)
+    if (_process < 0) {
         throw std::runtime_error("no process");
+    }
 }
 
 Child::~Child() {
@@ -53,23 +55,26 @@ Child::~Child() {
 
 bool Child::waitForAcknowledgement() {
     char byte = 0;
-    if (read(_pipe, &byte, 1) != 1)
+    if (read(_pipe, &byte, 1) != 1) {
         return false;
+    }
     ++_heard;
     return true;
 }
 
 bool Child::killNow() {
-    if (_process < 0)
+    if (_process < 0) {
         return false;
+    }
     kill(_process, SIGKILL);
     return WIFSIGNALED(waitForEnd());
 }
 
 bool Child::finish() {
     const int status = waitForEnd();
-    if (WIFEXITED(status) && WEXITSTATUS(status) != DONE)
+    if (WIFEXITED(status) && WEXITSTATUS(status) != DONE) {
         throw std::runtime_error("the child failed");
+    }
     return WIFEXITED(status);
 }
 

@@ -1,9 +1,7 @@
-#ifndef TESTS_ARRAY_SUPPORT_CHILD_H
-#define TESTS_ARRAY_SUPPORT_CHILD_H
+#pragma once
 
 #include <cstdlib>
 #include <functional>
-
 #include <sys/types.h>
 
 namespace array {
@@ -54,5 +52,3 @@ private:
 };
 
 } // namespace array
-
-#endif

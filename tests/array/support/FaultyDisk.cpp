@@ -20,8 +20,9 @@ std::atomic<int> flushCount{0};
 
 // True if this is the call that shall not succeed.
 bool isStruck(FaultyDisk::Call kind) {
-    if (!failing || kind != failingKind || callsLeft-- > 0)
+    if (!failing || kind != failingKind || callsLeft-- > 0) {
         return false;
+    }
     failed = true;
     failing = !isOnce;
     return true;
@@ -44,16 +45,19 @@ int pass(sqlite3_file* file, Arguments... arguments) {
 
 template<FaultyDisk::Call Kind, auto Method, class... Arguments>
 int passOrFail(sqlite3_file* file, Arguments... arguments) {
-    if (!isStruck(Kind))
+    if (!isStruck(Kind)) {
         return pass<Method>(file, arguments...);
-    if (isDeadly)
+    }
+    if (isDeadly) {
         std::raise(SIGKILL);
+    }
     return failureCode;
 }
 
 int write(sqlite3_file* file, const void* bytes, int size, sqlite3_int64 at) {
-    if (!isStruck(FaultyDisk::Call::Write))
+    if (!isStruck(FaultyDisk::Call::Write)) {
         return pass<&sqlite3_io_methods::xWrite>(file, bytes, size, at);
+    }
     if (isDeadly) {
         pass<&sqlite3_io_methods::xWrite>(file, bytes, size / 2, at);
         std::raise(SIGKILL);
@@ -68,9 +72,10 @@ int flush(sqlite3_file* file, int flags) {
 
 // Taking a lock may fail; giving it back does not.
 int lockShared(sqlite3_file* file, int offset, int count, int flags) {
-    if ((flags & SQLITE_SHM_LOCK) != 0)
+    if ((flags & SQLITE_SHM_LOCK) != 0) {
         return passOrFail<FaultyDisk::Call::Lock, &sqlite3_io_methods::xShmLock>(file, offset,
                                                                                  count, flags);
+    }
     return pass<&sqlite3_io_methods::xShmLock>(file, offset, count, flags);
 }
 
@@ -108,8 +113,9 @@ sqlite3_vfs* disk() {
 
 int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
     file->pMethods = nullptr;
-    if (isStruck(Call::Open))
+    if (isStruck(Call::Open)) {
         return failureCode;
+    }
     const int result = disk()->xOpen(disk(), name, real(file), flags, outFlags);
     file->pMethods = real(file)->pMethods ? &METHODS : nullptr;
     return result;

@@ -1,5 +1,4 @@
-#ifndef TESTS_ARRAY_SUPPORT_FAULTY_DISK_H
-#define TESTS_ARRAY_SUPPORT_FAULTY_DISK_H
+#pragma once
 
 namespace array {
 
@@ -38,5 +37,3 @@ public:
 };
 
 } // namespace array
-
-#endif

@@ -13,8 +13,9 @@ std::atomic<int> failureCode{SQLITE_OK};
 
 template<class... Arguments>
 int passOrFail(int (*real)(Arguments...), Arguments... arguments) {
-    if (!failing || callsLeft-- > 0)
+    if (!failing || callsLeft-- > 0) {
         return real(arguments...);
+    }
     failing = false;
     failed = true;
     return failureCode;

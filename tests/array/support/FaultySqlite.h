@@ -1,5 +1,4 @@
-#ifndef TESTS_ARRAY_SUPPORT_FAULTY_SQLITE_H
-#define TESTS_ARRAY_SUPPORT_FAULTY_SQLITE_H
+#pragma once
 
 namespace array {
 
@@ -16,5 +15,3 @@ public:
 };
 
 } // namespace array
-
-#endif

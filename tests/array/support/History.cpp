@@ -1,7 +1,7 @@
 #include "tests/array/support/History.h"
 
-#include "array/ErrorCode.h"
-#include "array/KeyText.h"
+#include "array/model/ErrorCode.h"
+#include "array/model/Ids.h"
 
 namespace array {
 
@@ -32,7 +32,7 @@ Id done(Work work) {
 }
 
 Id setSecret(Change& change, Id id, const std::string& secret) {
-    const Initiator* there = change.state().initiator(id);
+    const Initiator* there = change.snapshot().initiator(id);
     change.modify(id, Initiator{there ? there->name : "iqn.2026-01.com.example:none", secret});
     return 0;
 }
@@ -124,8 +124,9 @@ History::Step History::step(Model& model, Array& array) {
     try {
         array.change([&](Change& change) { step.inArray = kind.inArray(change, drawn); });
     } catch (const DRAVOperationFailedException& refusal) {
-        if (isOfTheState(refusal))
+        if (isOfTheState(refusal)) {
             throw;
+        }
         step.inArray.reset();
     }
     return step;

@@ -1,5 +1,4 @@
-#ifndef TESTS_ARRAY_SUPPORT_HISTORY_H
-#define TESTS_ARRAY_SUPPORT_HISTORY_H
+#pragma once
 
 #include <cstdint>
 #include <random>
@@ -41,5 +40,3 @@ private:
 };
 
 } // namespace array
-
-#endif

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "array/KeyText.h"
-#include "array/Limits.h"
+#include "array/model/Ids.h"
+#include "array/model/Rules.h"
 
 namespace array {
 
@@ -26,24 +26,27 @@ Id Model::newId(CLASSID_e objectClass) {
 }
 
 Outcome Model::createTarget(const std::string& name) {
-    if (any(targets, [&](const auto& each) { return each.second == name; }))
+    if (any(targets, [&](const auto& each) { return each.second == name; })) {
         return REFUSED;
+    }
     const Id id = newId(CLASSID_TARGET);
     targets[id] = name;
     return id;
 }
 
 Outcome Model::createInitiator(const std::string& name, const std::string& secret) {
-    if (any(initiators, [&](const auto& each) { return each.second.name == name; }))
+    if (any(initiators, [&](const auto& each) { return each.second.name == name; })) {
         return REFUSED;
+    }
     const Id id = newId(CLASSID_INITIATOR);
     initiators[id] = {name, secret};
     return id;
 }
 
 Outcome Model::createVolume(const std::string& name) {
-    if (any(volumes, [&](const auto& each) { return each.second == name; }))
+    if (any(volumes, [&](const auto& each) { return each.second == name; })) {
         return REFUSED;
+    }
     const Id id = newId(CLASSID_VOLUME);
     volumes[id] = name;
     return id;
@@ -53,38 +56,43 @@ Outcome Model::createUnit(Id target, std::uint32_t lun, Id volume) {
     if (!targets.count(target) || !volumes.count(volume) || lun >= lunLimit ||
         any(units, [&](const auto& each) {
             return each.second.target == target && each.second.lun == lun;
-        }))
+        })) {
         return REFUSED;
+    }
     const Id id = newId(CLASSID_LOGICAL_UNIT);
     units[id] = {target, lun, volume, {}};
     return id;
 }
 
 Outcome Model::createSession(Id target, Id initiator) {
-    if (!grants.count({target, initiator}))
+    if (!grants.count({target, initiator})) {
         return REFUSED;
+    }
     const Id id = newId(CLASSID_ISCSI_SESSION);
     sessions[id] = {target, initiator};
     return id;
 }
 
 Outcome Model::setSecret(Id initiator, const std::string& secret) {
-    if (!initiators.count(initiator))
+    if (!initiators.count(initiator)) {
         return REFUSED;
+    }
     initiators[initiator].secret = secret;
     return DONE;
 }
 
 Outcome Model::grant(Id target, Id initiator) {
-    if (!targets.count(target) || !initiators.count(initiator))
+    if (!targets.count(target) || !initiators.count(initiator)) {
         return REFUSED;
+    }
     grants.insert({target, initiator});
     return DONE;
 }
 
 Outcome Model::revoke(Id target, Id initiator) {
-    if (!targets.count(target) || !initiators.count(initiator))
+    if (!targets.count(target) || !initiators.count(initiator)) {
         return REFUSED;
+    }
     const std::pair both(target, initiator);
     grants.erase(both);
     std::erase_if(sessions, [&](const auto& each) { return each.second == both; });
@@ -94,15 +102,17 @@ Outcome Model::revoke(Id target, Id initiator) {
 Outcome Model::removeTarget(Id target) {
     if (any(units, [&](const auto& each) { return each.second.target == target; }) ||
         any(sessions, [&](const auto& each) { return each.second.first == target; }) ||
-        targets.erase(target) == 0)
+        targets.erase(target) == 0) {
         return REFUSED;
+    }
     std::erase_if(grants, [&](const auto& each) { return each.first == target; });
     return DONE;
 }
 
 Outcome Model::removeInitiator(Id initiator) {
-    if (initiators.erase(initiator) == 0)
+    if (initiators.erase(initiator) == 0) {
         return REFUSED;
+    }
     std::erase_if(grants, [&](const auto& each) { return each.second == initiator; });
     std::erase_if(sessions, [&](const auto& each) { return each.second.second == initiator; });
     return DONE;
@@ -110,11 +120,14 @@ Outcome Model::removeInitiator(Id initiator) {
 
 Outcome Model::removeVolume(Id volume) {
     const auto found = volumes.find(volume);
-    if (found == volumes.end())
+    if (found == volumes.end()) {
         return REFUSED;
-    for (auto& [id, unit] : units)
-        if (unit.volume == volume)
+    }
+    for (auto& [id, unit] : units) {
+        if (unit.volume == volume) {
             unit = {unit.target, unit.lun, 0, found->second};
+        }
+    }
     volumes.erase(found);
     return DONE;
 }
@@ -131,19 +144,23 @@ Model Model::of(const Snapshot& snapshot) {
     Model model;
     for (const Id id : snapshot.ids(CLASSID_TARGET)) {
         model.targets[id] = snapshot.target(id)->name;
-        for (const Id initiator : snapshot.associated(id, CLASSID_INITIATOR))
+        for (const Id initiator : snapshot.associated(id, CLASSID_INITIATOR)) {
             model.grants.insert({id, initiator});
+        }
     }
-    for (const Id id : snapshot.ids(CLASSID_VOLUME))
+    for (const Id id : snapshot.ids(CLASSID_VOLUME)) {
         model.volumes[id] = snapshot.volume(id)->name;
-    for (const Id id : snapshot.ids(CLASSID_INITIATOR))
+    }
+    for (const Id id : snapshot.ids(CLASSID_INITIATOR)) {
         model.initiators[id] = {snapshot.initiator(id)->name, snapshot.initiator(id)->secret};
+    }
     for (const Id id : snapshot.ids(CLASSID_LOGICAL_UNIT)) {
         const LogicalUnit& unit = *snapshot.logicalUnit(id);
         model.units[id] = {unit.target, unit.lun, unit.volume, unit.volumeName};
     }
-    for (const Id id : snapshot.ids(CLASSID_ISCSI_SESSION))
+    for (const Id id : snapshot.ids(CLASSID_ISCSI_SESSION)) {
         model.sessions[id] = {snapshot.session(id)->target, snapshot.session(id)->initiator};
+    }
     return model;
 }
 

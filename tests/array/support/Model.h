@@ -1,5 +1,4 @@
-#ifndef TESTS_ARRAY_SUPPORT_MODEL_H
-#define TESTS_ARRAY_SUPPORT_MODEL_H
+#pragma once
 
 #include <map>
 #include <optional>
@@ -7,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "array/Snapshot.h"
+#include "array/model/Snapshot.h"
 
 namespace array {
 
@@ -59,5 +58,3 @@ private:
 };
 
 } // namespace array
-
-#endif

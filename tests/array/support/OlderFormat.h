@@ -1,5 +1,4 @@
-#ifndef TESTS_ARRAY_SUPPORT_OLDER_FORMAT_H
-#define TESTS_ARRAY_SUPPORT_OLDER_FORMAT_H
+#pragma once
 
 #include <filesystem>
 
@@ -19,5 +18,3 @@ inline int formatOf(const std::filesystem::path& database) {
 }
 
 } // namespace array
-
-#endif

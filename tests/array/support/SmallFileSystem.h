@@ -1,11 +1,9 @@
-#ifndef TESTS_ARRAY_SUPPORT_SMALL_FILE_SYSTEM_H
-#define TESTS_ARRAY_SUPPORT_SMALL_FILE_SYSTEM_H
+#pragma once
 
 #include <cstddef>
 #include <fstream>
-#include <string>
-
 #include <sched.h>
+#include <string>
 #include <sys/mount.h>
 
 #include "tests/array/ArrayFixture.h"
@@ -26,8 +24,9 @@ public:
     SmallFileSystem(const SmallFileSystem&) = delete;
     SmallFileSystem& operator=(const SmallFileSystem&) = delete;
     ~SmallFileSystem() {
-        if (_isThere)
+        if (_isThere) {
             umount2(path().c_str(), MNT_DETACH);
+        }
     }
 
     // False if this process may not have one.
@@ -54,5 +53,3 @@ private:
 };
 
 } // namespace array
-
-#endif

@@ -14,12 +14,14 @@ TEST_F(GrantCommands, ListShowsEachPair) {
 
 TEST_F(GrantCommands, CreateAndDeleteMayBeRepeated) {
     importSmallArray();
-    for (int i = 0; i < 2; ++i)
+    for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(outputOf({"grant", "create", "iqn.2026-01.com.example:t2", "Ovrin:0D000003"}),
                   "");
+    }
     EXPECT_EQ(jsonOf({"grant", "list"}).size(), 3U);
-    for (int i = 0; i < 2; ++i)
+    for (int i = 0; i < 2; ++i) {
         outputOf({"grant", "delete", "Ovrin:0E000002", "eui.02004567A425678D"});
+    }
     EXPECT_EQ(jsonOf({"grant", "list"}).size(), 2U);
 }
 

@@ -27,9 +27,10 @@ TEST_F(SecretCommands, SetTakesTheFirstLineOfStandardInput) {
 }
 
 TEST_F(SecretCommands, SetOfNothingIsRefusedAndKeepsTheSecret) {
-    for (const char* input : {"", "\n"})
+    for (const char* input : {"", "\n"}) {
         EXPECT_EQ(refusalOf({"secret", "set", "target", "Ovrin:0E000001"}, input),
                   "arrayctl: No secret was given on standard input.\n");
+    }
     EXPECT_EQ(secretOf("targets", 0), "target-secret-1");
 }
 

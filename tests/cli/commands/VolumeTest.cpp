@@ -45,11 +45,12 @@ TEST_F(VolumeCommands, CreateTakesSizesWithUnitsAndWritesTheKey) {
 
 TEST_F(VolumeCommands, CreateWithABadSizeIsWrongUsage) {
     importSmallArray();
-    for (const char* size : {"10XiB", "-1", "1.5GiB", "", "99999999999GiB"})
+    for (const char* size : {"10XiB", "-1", "1.5GiB", "", "99999999999GiB"}) {
         EXPECT_EQ(
             run({"volume", "create", "60014051A2B3C4D5E6F7A8B9C0D1E2F6", "--size", size}).status,
             cli::WrongUsage)
             << size;
+    }
     EXPECT_EQ(jsonOf({"volume", "list"}).size(), 3U);
 }
 

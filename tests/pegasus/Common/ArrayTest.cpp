@@ -1,10 +1,12 @@
-#include "tests/pegasus/Text.h"
+#include <string>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <gtest/gtest.h>
-#include <string>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 
@@ -14,8 +16,9 @@ static Array<Uint32> numbers(std::initializer_list<Uint32> list) {
 
 static std::string text(const Array<Uint32>& array) {
     std::string all;
-    for (Uint32 i = 0; i < array.size(); ++i)
+    for (Uint32 i = 0; i < array.size(); ++i) {
         all += std::to_string(array[i]) + " ";
+    }
     return all;
 }
 
@@ -110,8 +113,9 @@ TEST(Array, CopiesAreIndependent) {
 TEST(Array, AppendOfItsOwnElementIsSafe) {
     Array<String> a;
     a.append(String("first"));
-    for (int i = 0; i < 40; ++i)
+    for (int i = 0; i < 40; ++i) {
         a.append(a[0]);
+    }
     EXPECT_EQ(a.size(), 41u);
     EXPECT_EQ(a[40], "first");
     a.prepend(a[40]);
@@ -177,8 +181,9 @@ TYPED_TEST_SUITE(ArrayOf, ElementTypes);
 
 TYPED_TEST(ArrayOf, GrowsCopiesAndShrinks) {
     Array<TypeParam> a;
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 20; ++i) {
         a.append(TypeParam());
+    }
     Array<TypeParam> b(a);
     b.remove(0, 19);
     EXPECT_EQ(a.size(), 20u);

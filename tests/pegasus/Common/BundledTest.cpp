@@ -1,12 +1,13 @@
 // Where OpenPegasus leaves something undefined or wrong, ours promises this.
 
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMClass.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/ResponseHandler.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 using testing::EndsWith;
@@ -24,8 +25,9 @@ TEST(Bundled, RemoveOfAnyRangeBeyondTheEndOfAnArrayThrows) {
 
 TEST(Bundled, ArrayTakesOverAnElementOfItsOwn) {
     Array<String> a;
-    for (const char* text : {"a", "b", "c", "d"})
+    for (const char* text : {"a", "b", "c", "d"}) {
         a.append(String(text));
+    }
     const Array<String> copy(a);
     a.append(std::move(a[0])); // as many as there is room for
     ASSERT_EQ(a.size(), 5u);
@@ -124,8 +126,9 @@ TEST(Bundled, HostsAreIPv6AddressesToo) {
         path.setHost(host);
         EXPECT_EQ(path.getHost(), host);
     }
-    for (const char* host : {"[::1", "::1", "[1::2::3]", "[::1]x", "h:65536", "h:0000000000001"})
+    for (const char* host : {"[::1", "::1", "[1::2::3]", "[::1]x", "h:65536", "h:0000000000001"}) {
         EXPECT_THROW(path.setHost(host), MalformedObjectNameException) << host;
+    }
 }
 
 TEST(Bundled, NumericKeysReachTheLargestUint64) {

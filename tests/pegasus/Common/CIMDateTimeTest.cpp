@@ -1,6 +1,7 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMDateTime.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 
@@ -23,8 +24,9 @@ TEST(CIMDateTime, TextComesBackAsItWas) {
     for (const char* t :
          {stamp, sameInUtc, day, "20040229235959.999999-720", "99999999235959.999999:000",
           "99991231235959.999999+000", "2005010203****.******+060", "20050102030405.6789**+060",
-          "00000012******.******:000"})
+          "00000012******.******:000"}) {
         EXPECT_EQ(text(CIMDateTime(t)), t);
+    }
 }
 
 TEST(CIMDateTime, KnowsIntervalsFromTimestamps) {

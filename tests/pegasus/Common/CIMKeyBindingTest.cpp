@@ -1,8 +1,9 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 using Key = CIMKeyBinding;

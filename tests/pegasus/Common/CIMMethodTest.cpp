@@ -1,7 +1,8 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMMethod.h>
 #include <Pegasus/Common/CIMParameter.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 

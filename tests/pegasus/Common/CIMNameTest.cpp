@@ -1,8 +1,10 @@
-#include "tests/pegasus/Text.h"
-#include <Pegasus/Common/CIMName.h>
-#include <gtest/gtest.h>
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/CIMName.h>
+#include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 
@@ -12,10 +14,13 @@ TEST(CIMName, DefaultIsNull) {
 }
 
 TEST(CIMName, LettersUnderscoreAndUnicodeBeginANameAndDigitsContinueIt) {
-    for (const char* name : {"a", "Z", "_", "a1", "_9", "caf\xC3\xA9", "\xC3\xA9", "\xEF\xBF\xAF"})
+    for (const char* name :
+         {"a", "Z", "_", "a1", "_9", "caf\xC3\xA9", "\xC3\xA9", "\xEF\xBF\xAF"}) {
         EXPECT_TRUE(CIMName::legal(name)) << name;
-    for (const char* name : {"", "1a", "a-b", "a b", " a", "a.b", "a:b", "\xEF\xBF\xB0"})
+    }
+    for (const char* name : {"", "1a", "a-b", "a b", " a", "a.b", "a:b", "\xEF\xBF\xB0"}) {
         EXPECT_FALSE(CIMName::legal(name)) << name;
+    }
 }
 
 TEST(CIMName, AnIllegalTextThrowsAndIsQuoted) {
@@ -74,15 +79,18 @@ TEST(CIMName, IsUntouchedByChangesOfItsText) {
 
 TEST(CIMName, ThereMayBeAnyNumber) {
     std::vector<CIMName> names;
-    for (int i = 0; i < 3000; ++i)
+    for (int i = 0; i < 3000; ++i) {
         names.push_back(CIMName(("n" + std::to_string(i)).c_str()));
-    for (int i = 0; i < 3000; ++i)
+    }
+    for (int i = 0; i < 3000; ++i) {
         ASSERT_EQ(utf8(names[std::size_t(i)].getString()), "n" + std::to_string(i));
+    }
 }
 
 TEST(CIMNamespaceName, ElementsAreNamesJoinedBySlashes) {
-    for (const char* name : {"root", "root/cimv2", "a/b/c", "root/caf\xC3\xA9", "_/x1"})
+    for (const char* name : {"root", "root/cimv2", "a/b/c", "root/caf\xC3\xA9", "_/x1"}) {
         EXPECT_TRUE(CIMNamespaceName::legal(name)) << name;
+    }
     for (const char* name :
          {"", "/", "//a", "a//b", "a/", "a-b", "a\\b", "a b", "1a", "root/1", "root/ x"}) {
         EXPECT_FALSE(CIMNamespaceName::legal(name)) << name;

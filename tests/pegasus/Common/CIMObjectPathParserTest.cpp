@@ -1,7 +1,8 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 using Key = CIMKeyBinding;
@@ -72,9 +73,10 @@ TEST(ObjectPathParser, AQuotedInstancePathIsAReference) {
 }
 
 TEST(ObjectPathParser, AQuotedTextWithoutAWholeInstancePathStaysAString) {
-    for (const char* text :
-         {"C.k=\"B\"", "C.k=\"B.\"", "C.k=\"B.x=\"", "C.k=\"x=y\"", "C.k=\"a.b=c\"", "C.k=\"a=1\""})
+    for (const char* text : {"C.k=\"B\"", "C.k=\"B.\"", "C.k=\"B.x=\"", "C.k=\"x=y\"",
+                             "C.k=\"a.b=c\"", "C.k=\"a=1\""}) {
         EXPECT_EQ(keyOf(text).getType(), Key::STRING) << text;
+    }
 }
 
 TEST(ObjectPathParser, BooleansAndNumbersHaveTheirTypes) {

@@ -1,6 +1,7 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 using Key = CIMKeyBinding;
@@ -147,8 +148,9 @@ TEST(CIMObjectPath, EveryPartCountsForEquality) {
     const CIMObjectPath p("//h/root:C.a=1");
     for (const char* other :
          {"//g/root:C.a=1", "root:C.a=1", "//h/root/x:C.a=1", "//h/root:D.a=1", "//h/root:C.a=2",
-          "//h/root:C.b=1", "//h/root:C.a=1,b=2", "//h/root:C", "//h/root:C.a=\"1\""})
+          "//h/root:C.b=1", "//h/root:C.a=1,b=2", "//h/root:C", "//h/root:C.a=\"1\""}) {
         EXPECT_TRUE(p != CIMObjectPath(other)) << other;
+    }
 }
 
 TEST(CIMObjectPath, HashCodesOfDifferentPathsDiffer) {

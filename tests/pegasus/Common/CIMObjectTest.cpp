@@ -1,9 +1,10 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMClass.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObject.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 using testing::HasSubstr;

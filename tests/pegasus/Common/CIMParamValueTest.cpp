@@ -1,6 +1,7 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMParamValue.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 

@@ -1,13 +1,15 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 
 static Array<CIMName> names(std::initializer_list<const char*> list) {
     Array<CIMName> array;
-    for (const char* name : list)
+    for (const char* name : list) {
         array.append(CIMName(name));
+    }
     return array;
 }
 

@@ -1,11 +1,13 @@
-#include "tests/pegasus/Text.h"
+#include <limits>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObject.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <limits>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 using testing::HasSubstr;

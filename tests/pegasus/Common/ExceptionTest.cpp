@@ -1,8 +1,10 @@
-#include "tests/pegasus/Text.h"
+#include <type_traits>
+
 #include <Pegasus/Common/Exception.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <type_traits>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 using testing::EndsWith;

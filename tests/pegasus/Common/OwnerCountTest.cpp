@@ -17,7 +17,8 @@ TEST(OwnerCount, OfABodyThatIsKeptNeverEndsAndIsShared) {
     OwnerCount count;
     count.keepForever();
     count.add();
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 5; ++i) {
         EXPECT_FALSE(count.drop());
+    }
     EXPECT_TRUE(count.shared());
 }

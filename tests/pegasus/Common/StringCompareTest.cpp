@@ -1,5 +1,6 @@
-#include "tests/pegasus/Text.h"
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 

@@ -1,6 +1,8 @@
-#include "tests/pegasus/Text.h"
-#include <gtest/gtest.h>
 #include <new>
+
+#include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 
@@ -65,8 +67,9 @@ TEST(String, AppendAddsAtTheEndAndReturnsItself) {
 
 TEST(String, AppendOfItselfIsSafe) {
     String s("abc");
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         s.append(s);
+    }
     EXPECT_EQ(s.size(), 48u);
     EXPECT_EQ(s.subString(45), "abc");
     s.append(s.getChar16Data(), 3);

@@ -1,7 +1,9 @@
-#include "tests/pegasus/Text.h"
+#include <sstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sstream>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 using testing::StartsWith;
@@ -24,8 +26,9 @@ TEST(StringUtf8, CharactersBeyondTheBmpBecomePairsAndComeBack) {
 
 TEST(StringUtf8, TheFirstAndLastCharacterOfEachLengthComeBack) {
     for (const char* text : {"\x01", "\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xEF\xBF\xBD",
-                             "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"})
+                             "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
         EXPECT_EQ(utf8(String(text)), text);
+    }
 }
 
 TEST(StringUtf8, AnEncodedSurrogateBecomesTheReplacementCharacter) {

@@ -1,12 +1,14 @@
 // What the thread rule of the value types promises: several threads read and copy one value. A
 // fault shows under ThreadSanitizer, and as a wrong count as a crash anywhere.
 
-#include "tests/pegasus/Text.h"
+#include <thread>
+#include <vector>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <gtest/gtest.h>
-#include <thread>
-#include <vector>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 
@@ -14,13 +16,16 @@ using namespace Pegasus;
 template<class F>
 static void atOnce(F action) {
     std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&] {
-            for (int round = 0; round < 2000; ++round)
+            for (int round = 0; round < 2000; ++round) {
                 action();
+            }
         });
-    for (std::thread& thread : threads)
+    }
+    for (std::thread& thread : threads) {
         thread.join();
+    }
 }
 
 TEST(Threads, OneStringIsCopiedReadAndItsCopiesChanged) {

@@ -1,11 +1,13 @@
 // A handle whose calls go to a server, which here is a table of what was asked.
 
-#include "tests/pegasus/Text.h"
+#include <memory>
+
 #include <Pegasus/Provider/CIMOMHandle.h>
 #include <Pegasus/Provider/ProviderException.h>
 #include <gtest/gtest.h>
 #include <host/CimomBackend.h>
-#include <memory>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 

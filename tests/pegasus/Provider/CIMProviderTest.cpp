@@ -1,13 +1,15 @@
 // A provider of every kind, as a module would write it, called with handlers of a test.
 
-#include "tests/pegasus/Text.h"
+#include <memory>
+#include <string>
+#include <vector>
+
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
 #include <gtest/gtest.h>
-#include <memory>
-#include <string>
-#include <vector>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 
@@ -99,8 +101,9 @@ protected:
     void record(const String& text) { calls.push_back(utf8(text)); }
     template<class T>
     void each(const Array<T>& array) {
-        for (Uint32 i = 0; i < array.size(); ++i)
+        for (Uint32 i = 0; i < array.size(); ++i) {
             one(array[i]);
+        }
     }
     void one(const CIMObjectPath& x) { record(x.toString()); }
     void one(const CIMObject& x) { record(x.getPath().toString()); }
@@ -113,8 +116,9 @@ class Instances : public InstanceResponseHandler, public Recorder {
 public:
     void deliver(const CIMInstance& x) override { one(x); }
     void deliver(const Array<CIMInstance>& x) override {
-        for (Uint32 i = 0; i < x.size(); ++i)
+        for (Uint32 i = 0; i < x.size(); ++i) {
             one(x[i]);
+        }
     }
 };
 

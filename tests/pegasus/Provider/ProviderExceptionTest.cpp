@@ -1,6 +1,7 @@
-#include "tests/pegasus/Text.h"
 #include <Pegasus/Provider/ProviderException.h>
 #include <gtest/gtest.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 

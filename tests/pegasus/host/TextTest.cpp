@@ -1,6 +1,7 @@
+#include <string>
+
 #include <gtest/gtest.h>
 #include <host/Text.h>
-#include <string>
 
 using namespace Pegasus;
 

@@ -1,6 +1,7 @@
-#include "tests/pegasus/Text.h"
 #include <gtest/gtest.h>
 #include <host/XmlWriter.h>
+
+#include "tests/pegasus/Text.h"
 
 using namespace Pegasus;
 
@@ -195,8 +196,9 @@ TEST(XmlInstance, LeavesQualifiersAndOriginOut) {
 
 TEST(XmlInstance, TakesThePropertiesOfTheListInItsOrderWithTheirOwnSpelling) {
     Array<CIMName> names;
-    for (const char* name : {"NULL", "missing", "id"})
+    for (const char* name : {"NULL", "missing", "id"}) {
         names.append(CIMName(name));
+    }
     Xml::Parts parts;
     parts.qualifiers = false;
     parts.classOrigin = false;

@@ -1,7 +1,5 @@
 // PegasusCreateProvider when memory runs out.
 
-#include "providers/frame/PegasusCreateProvider.h"
-
 #include <atomic>
 #include <cstdlib>
 #include <iostream>
@@ -11,6 +9,8 @@
 #include <utility>
 
 #include <gtest/gtest.h>
+
+#include "providers/frame/PegasusCreateProvider.h"
 
 using namespace Pegasus;
 
@@ -24,11 +24,13 @@ std::atomic<long> allocated;
 } // namespace
 
 void* operator new(std::size_t size) {
-    if (allocationsUntilFailure != NEVER && allocationsUntilFailure-- == 0)
+    if (allocationsUntilFailure != NEVER && allocationsUntilFailure-- == 0) {
         throw std::bad_alloc();
+    }
     void* const memory = std::malloc(size);
-    if (!memory)
+    if (!memory) {
         throw std::bad_alloc();
+    }
     ++allocated;
     return memory;
 }
@@ -42,8 +44,9 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
 }
 
 void operator delete(void* memory) noexcept {
-    if (memory)
+    if (memory) {
         --allocated;
+    }
     std::free(memory);
 }
 

@@ -1,13 +1,11 @@
 // The module as a CIM server loads it: every symbol resolved at once, one entry point.
 
-#include <memory>
-
 #include <dlfcn.h>
+#include <memory>
 
 #include <Pegasus/Common/String.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
-
 #include <gtest/gtest.h>
 
 using namespace Pegasus;

@@ -9,8 +9,9 @@ namespace {
 
 Array<CIMParamValue> parameters(std::initializer_list<std::pair<const char*, CIMValue>> values) {
     Array<CIMParamValue> result;
-    for (const auto& [name, value] : values)
+    for (const auto& [name, value] : values) {
         result.append(CIMParamValue(name, value));
+    }
     return result;
 }
 

@@ -81,10 +81,12 @@ TEST_P(EachProvider, IsMadeByItsNameWithItsStartUpLineAndNothingElse) {
 TEST_P(EachProvider, IsFoundWithoutRegardToCase) {
     std::string lower = GetParam().name;
     std::string upper = GetParam().name;
-    for (char& letter : lower)
+    for (char& letter : lower) {
         letter = static_cast<char>(std::tolower(letter));
-    for (char& letter : upper)
+    }
+    for (char& letter : upper) {
         letter = static_cast<char>(std::toupper(letter));
+    }
 
     for (const std::string& name : {lower, upper}) {
         clearLog();
@@ -118,8 +120,9 @@ TEST_P(EachProvider, FindsTheEngineWhenItIsInitialized) {
     provider->initialize(handle);
 
     std::vector<std::string> entries = {"_getInstance()"};
-    if (GetParam().initializeWritesALine)
+    if (GetParam().initializeWritesALine) {
         entries.insert(entries.begin(), "trace " + GetParam().name + "::initialize");
+    }
     EXPECT_EQ(log(), entries);
 }
 

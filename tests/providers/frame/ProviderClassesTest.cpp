@@ -5,7 +5,6 @@
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
-
 #include <gtest/gtest.h>
 
 #include "providers/identity/AuthorizedAccessProvider.h"
@@ -42,10 +41,11 @@ void expectShape() {
     const void* previous = &provider;
     bool first = true;
     const auto expectNext = [&](const void* base) {
-        if (first)
+        if (first) {
             EXPECT_EQ(base, previous);
-        else
+        } else {
             EXPECT_GT(base, previous);
+        }
         previous = base;
         first = false;
     };

@@ -1,5 +1,3 @@
-#include "providers/frame/PegasusCreateProvider.h"
-
 #include <functional>
 #include <map>
 #include <memory>
@@ -7,6 +5,7 @@
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 
+#include "providers/frame/PegasusCreateProvider.h"
 #include "tests/support/ProviderTest.h"
 
 using namespace Pegasus;
@@ -141,8 +140,9 @@ TEST_P(RefusalTest, AnnouncesItselfAndThrowsWithoutTouchingTheHandler) {
         published.push_back({0, EMP_TYPE_UNIMPLEMENTED, announcement, "instanceReference=" + PATH,
                              29, row.eventLine, row.operation, row.eventSource});
     }
-    if (!row.line.empty())
+    if (!row.line.empty()) {
         entries.push_back("trace " + row.line);
+    }
     EXPECT_EQ(log(), entries);
     EXPECT_EQ(events(), published);
     EXPECT_EQ(EMP_TYPE_UNIMPLEMENTED, 2);

@@ -4,9 +4,8 @@
 #include <set>
 #include <sstream>
 #include <stdexcept>
-#include <thread>
-
 #include <sys/socket.h>
+#include <thread>
 #include <unistd.h>
 
 #include <gmock/gmock.h>
@@ -25,15 +24,17 @@ class StandardOutput {
 public:
     StandardOutput() : _saved(dup(STDOUT_FILENO)) {
         int ends[2];
-        if (_saved < 0 || socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends) != 0)
+        if (_saved < 0 || socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends) != 0) {
             throw std::runtime_error("no socket pair");
+        }
         std::cout.flush();
         dup2(ends[0], STDOUT_FILENO);
         close(ends[0]);
         _reader = std::thread([this, other = ends[1]] {
             char packet[65536];
-            for (ssize_t size; (size = recv(other, packet, sizeof packet, 0)) > 0;)
+            for (ssize_t size; (size = recv(other, packet, sizeof packet, 0)) > 0;) {
                 _writes.emplace_back(packet, static_cast<size_t>(size));
+            }
             close(other);
         });
     }
@@ -74,27 +75,34 @@ TEST(TraceTest, LinesThatAreWrittenAtTheSameTimeDoNotMix) {
                std::string(static_cast<size_t>(length), static_cast<char>('a' + thread));
     };
     std::multiset<std::string> expected;
-    for (int thread = 0; thread < threads; ++thread)
-        for (int line = 0; line < linesPerThread; ++line)
+    for (int thread = 0; thread < threads; ++thread) {
+        for (int line = 0; line < linesPerThread; ++line) {
             expected.insert(lineOf(thread, line));
+        }
+    }
 
     StandardOutput output;
     std::vector<std::thread> writers;
-    for (int thread = 0; thread < threads; ++thread)
+    for (int thread = 0; thread < threads; ++thread) {
         writers.emplace_back([&lineOf, thread] {
-            for (int line = 0; line < linesPerThread; ++line)
+            for (int line = 0; line < linesPerThread; ++line) {
                 trace(lineOf(thread, line));
+            }
         });
-    for (std::thread& writer : writers)
+    }
+    for (std::thread& writer : writers) {
         writer.join();
+    }
 
     std::string everything;
-    for (const std::string& write : output.close())
+    for (const std::string& write : output.close()) {
         everything += write;
+    }
     std::istringstream lines(everything);
     std::multiset<std::string> written;
-    for (std::string line; std::getline(lines, line);)
+    for (std::string line; std::getline(lines, line);) {
         written.insert(line);
+    }
     EXPECT_TRUE(written == expected);
 }
 

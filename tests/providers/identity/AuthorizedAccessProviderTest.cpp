@@ -242,8 +242,9 @@ TEST_F(AuthorizedAccessProviderTest, AHostWithoutGrantsHasNoControllers) {
 
 TEST_F(AuthorizedAccessProviderTest, AnErrorOfTheServerKeepsWhatWasDelivered) {
     answerGetInstance([](const CIMObjectPath& path) {
-        if (text(path) == controller(TARGET1))
+        if (text(path) == controller(TARGET1)) {
             throw CIMObjectNotFoundException("gone");
+        }
         return CIMInstance(path.getClassName());
     });
 

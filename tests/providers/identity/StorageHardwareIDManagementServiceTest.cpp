@@ -71,8 +71,9 @@ TEST_F(StorageHardwareIDManagementServiceTest, AllKeysOfThePathAreStrings) {
 
     ASSERT_EQ(paths.delivered.size(), 1u);
     const Array<CIMKeyBinding> keys = paths.delivered[0].getKeyBindings();
-    for (Uint32 i = 0; i < keys.size(); ++i)
+    for (Uint32 i = 0; i < keys.size(); ++i) {
         EXPECT_EQ(keys[i].getType(), CIMKeyBinding::STRING);
+    }
 }
 
 TEST_F(StorageHardwareIDManagementServiceTest, EnumerationsDeliverTheServiceForItsClassInAnyCase) {

@@ -155,8 +155,9 @@ TEST_F(StorageHardwareIDProviderTest, NamesAreThePathsOfTheInstancesInTheSameOrd
     enumerateInstanceNames("CIM_StorageHardwareID");
 
     ASSERT_EQ(paths.delivered.size(), instances.delivered.size());
-    for (size_t i = 0; i < paths.delivered.size(); ++i)
+    for (size_t i = 0; i < paths.delivered.size(); ++i) {
         EXPECT_TRUE(paths.delivered[i].identical(instances.delivered[i].getPath()));
+    }
 }
 
 TEST_F(StorageHardwareIDProviderTest, ClassesAreComparedWithoutRegardToCase) {
@@ -218,8 +219,9 @@ TEST_F(StorageHardwareIDProviderTest, EachOfManyThreadsGetsItsOwnHost) {
         threads.emplace_back(getManyTimes, HOST1, "iqn.2026-01.com.example:host1");
         threads.emplace_back(getManyTimes, HOST2, "iqn.2026-01.com.example:host2");
     }
-    for (std::thread& thread : threads)
+    for (std::thread& thread : threads) {
         thread.join();
+    }
 }
 
 TEST_F(StorageHardwareIDProviderTest, WorksAfterTerminate) {

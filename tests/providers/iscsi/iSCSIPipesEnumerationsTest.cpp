@@ -1,6 +1,6 @@
-#include "tests/providers/iscsi/iSCSIPipesTest.h"
-
 #include <algorithm>
+
+#include "tests/providers/iscsi/iSCSIPipesTest.h"
 
 using namespace Pegasus;
 using namespace scripted;
@@ -145,9 +145,10 @@ Lines joined(Lines first, const Lines& second) {
 Lines withInstances(Lines lines, bool includeQualifiers) {
     const std::string path = "EndpointOfNetworkPipePath(";
     for (std::string& line : lines) {
-        if (line.starts_with(path))
+        if (line.starts_with(path)) {
             line = "EndpointOfNetworkPipeInstance(" + text(includeQualifiers) + ", " +
                    line.substr(path.size());
+        }
     }
     return lines;
 }

@@ -1,8 +1,8 @@
 // Which classes the walks lead between.
 
-#include "tests/providers/iscsi/iSCSIPipesTest.h"
-
 #include <algorithm>
+
+#include "tests/providers/iscsi/iSCSIPipesTest.h"
 
 using namespace Pegasus;
 using namespace scripted;
@@ -66,8 +66,9 @@ TEST_F(iSCSIPipesGuardsTest, OnlyFourPairsOfClassesHavePipeEnds) {
     for (const CIMName& source : ALL_CLASSES) {
         for (const CIMName& result : ALL_CLASSES) {
             if (std::find(std::begin(served), std::end(served), std::pair(source, result)) ==
-                std::end(served))
+                std::end(served)) {
                 expectNoAssociators(requestPath(source), PIPE_END, result);
+            }
         }
     }
 }
@@ -75,8 +76,9 @@ TEST_F(iSCSIPipesGuardsTest, OnlyFourPairsOfClassesHavePipeEnds) {
 TEST_F(iSCSIPipesGuardsTest, OnlyASessionAndItsConnectionsHaveACompositionsEnds) {
     for (const CIMName& source : ALL_CLASSES) {
         for (const CIMName& result : ALL_CLASSES) {
-            if (source != SESSION || result != CONNECTION)
+            if (source != SESSION || result != CONNECTION) {
                 expectAssociatorsRefused(requestPath(source), COMPOSITION, result);
+            }
         }
     }
 }
@@ -88,8 +90,9 @@ TEST_F(iSCSIPipesGuardsTest, OtherSourcesHaveNoPipeEnds) {
 
 TEST_F(iSCSIPipesGuardsTest, CompositionsOfOtherSourcesAreRefused) {
     for (const CIMName& source : ALL_CLASSES) {
-        if (source != SESSION)
+        if (source != SESSION) {
             expectReferencesRefused(requestPath(source), COMPOSITION);
+        }
     }
 }
 
@@ -139,8 +142,9 @@ TEST_F(iSCSIPipesGuardsTest, TheResultClassGoesToTheBuildersAsSpelled) {
                              "0x10000003)",
                              "iSCSIConnectionPath(cim_ISCSIconnection, 0x10000001)",
                              "iSCSIConnectionInstance(cim_ISCSIconnection, true, [Name], "
-                             "0x10000001)"})
+                             "0x10000001)"}) {
         EXPECT_THAT(lines, testing::Contains(call));
+    }
 }
 
 TEST_F(iSCSIPipesGuardsTest, TheBuildersAddNoQualifiersUnlessAskedFor) {
@@ -160,8 +164,9 @@ TEST_F(iSCSIPipesGuardsTest, TheBuildersAddNoQualifiersUnlessAskedFor) {
           "TCPProtocolEndpointInstance(false, [Name], 0x09000001)",
           "EndpointOfNetworkPipeInstance(false, \"iqn.t1\", CIM_iSCSISession, 0x11000001)",
           "NetworkPipeCompositionInstance(CIM_NetworkPipeComposition, false, 0x11000001, "
-          "0x10000001)"})
+          "0x10000001)"}) {
         EXPECT_THAT(lines, testing::Contains(call));
+    }
 }
 
 } // namespace

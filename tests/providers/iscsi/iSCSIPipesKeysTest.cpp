@@ -47,8 +47,9 @@ TEST_F(iSCSIPipesKeysTest, EndpointsAreNamedByNameAndPipesByTheirFirstKey) {
                                      "enumerateAssociatedObjects(0x11000001, 16)"));
 
     for (const auto& [pipe, id] :
-         {std::pair(SESSION, SESSION3), std::pair(CONNECTION, CONNECTION3)})
+         {std::pair(SESSION, SESSION3), std::pair(CONNECTION, CONNECTION3)}) {
         references(requestPath(pipe, {{"Any", keyText(id)}, {"InstanceID", "no id"}}), PIPE_END);
+    }
     EXPECT_EQ(objects.delivered.size(), 2u);
 }
 
@@ -119,8 +120,9 @@ TEST_F(iSCSIPipesKeysTest, ThePipesOfATargetCarryTheNameThatTheClientGave) {
     const Lines lines = calls();
     for (const char* call :
          {"EndpointOfNetworkPipeInstance(true, \"IQN.T1\", CIM_iSCSISession, 0x11000001)",
-          "EndpointOfNetworkPipePath(\"IQN.T1\", CIM_iSCSISession, 0x11000001)"})
+          "EndpointOfNetworkPipePath(\"IQN.T1\", CIM_iSCSISession, 0x11000001)"}) {
         EXPECT_THAT(lines, testing::Contains(call));
+    }
 }
 
 TEST_F(iSCSIPipesKeysTest, ATargetKeyIsWrittenAsUTF8) {

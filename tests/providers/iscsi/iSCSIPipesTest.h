@@ -1,5 +1,4 @@
-#ifndef TESTS_PROVIDERS_ISCSI_ISCSI_PIPES_TEST_H
-#define TESTS_PROVIDERS_ISCSI_ISCSI_PIPES_TEST_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -66,8 +65,9 @@ inline std::string iscsiEndpoint(const std::string& targetName) {
 // A path as the value of a reference key.
 inline std::string referenceText(const std::string& path) {
     std::string escaped;
-    for (const char c : path)
+    for (const char c : path) {
         escaped += c == '"' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+    }
     return '"' + escaped + '"';
 }
 
@@ -195,5 +195,3 @@ private:
 };
 
 } // namespace scripted
-
-#endif

@@ -1,8 +1,8 @@
 // The properties that modifyInstance takes over.
 
-#include "tests/providers/iscsi/iSCSISettingsTest.h"
-
 #include <functional>
+
+#include "tests/providers/iscsi/iSCSISettingsTest.h"
 
 using namespace Pegasus;
 using namespace scripted;
@@ -67,8 +67,9 @@ TEST_F(iSCSISettingsTablesTest, ATrueFlagIsStoredAsOne) {
     addRecord(SESSION_SETTINGS, record);
     CIMInstance modified(SESSION_CLASS);
     for (const char* property : {"DataPDUInOrderPreference", "DataSequenceInOrderPreference",
-                                 "ImmediateDataPreference", "InitialR2TPreference"})
+                                 "ImmediateDataPreference", "InitialR2TPreference"}) {
         modified.addProperty(CIMProperty(CIMName(property), CIMValue(true)));
+    }
     modify(sessionSettings(), modified);
 
     DRAVSessionSettings expected;
@@ -132,8 +133,9 @@ TEST_F(iSCSISettingsTablesTest, DigestsAndMethodsAreStoredAsTheEnginesCodes) {
         for (const char* property :
              {"PrimaryHeaderDigestMethod", "PrimaryDataDigestMethod", "SecondaryHeaderDigestMethod",
               "SecondaryDataDigestMethod", "PrimaryAuthenticationMethod",
-              "SecondaryAuthenticationMethod"})
+              "SecondaryAuthenticationMethod"}) {
             modified.addProperty(CIMProperty(CIMName(property), CIMValue(row.given)));
+        }
         clearLog();
         modify(connectionSettings(), modified);
 
@@ -191,10 +193,12 @@ TEST_F(iSCSISettingsTablesTest, AMismatchLosesTheOtherPropertiesToo) {
 
 TEST_F(iSCSISettingsTablesTest, ANullValueLeavesItsField) {
     CIMInstance session(SESSION_CLASS);
-    for (const char* property : SESSION_NUMBERS)
+    for (const char* property : SESSION_NUMBERS) {
         session.addProperty(CIMProperty(CIMName(property), CIMValue(CIMTYPE_UINT32, false)));
-    for (const char* property : SESSION_FLAGS)
+    }
+    for (const char* property : SESSION_FLAGS) {
         session.addProperty(CIMProperty(CIMName(property), CIMValue(CIMTYPE_BOOLEAN, false)));
+    }
     DRAVSessionSettings readSession;
     readSession.maxConnections = 7;
     readSession.dataPDUInOrder = 0;
@@ -206,8 +210,9 @@ TEST_F(iSCSISettingsTablesTest, ANullValueLeavesItsField) {
     CIMInstance connection(CONNECTION_CLASS);
     connection.addProperty(
         CIMProperty("MaxReceiveDataSegmentLength", CIMValue(CIMTYPE_UINT32, false)));
-    for (const char* property : CONNECTION_CODES)
+    for (const char* property : CONNECTION_CODES) {
         connection.addProperty(CIMProperty(CIMName(property), CIMValue(CIMTYPE_UINT16, false)));
+    }
     clearLog();
     modify(connectionSettings(), connection);
     DRAVConnectionSettings readConnection;

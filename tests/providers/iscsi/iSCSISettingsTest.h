@@ -1,5 +1,4 @@
-#ifndef TESTS_PROVIDERS_ISCSI_ISCSI_SETTINGS_TEST_H
-#define TESTS_PROVIDERS_ISCSI_ISCSI_SETTINGS_TEST_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -64,5 +63,3 @@ protected:
 };
 
 } // namespace scripted
-
-#endif

@@ -1,6 +1,6 @@
-#include "tests/providers/masking/ServiceTest.h"
-
 #include <fstream>
+
+#include "tests/providers/masking/ServiceTest.h"
 
 using namespace Pegasus;
 using namespace scripted;
@@ -35,8 +35,9 @@ int sourceLine(const std::string& part) {
     std::vector<int> found;
     std::string line;
     for (int number = 1; std::getline(source, line); ++number) {
-        if (line.find(part) != std::string::npos)
+        if (line.find(part) != std::string::npos) {
             found.push_back(number);
+        }
     }
     EXPECT_EQ(found.size(), 1u) << part;
     return found.empty() ? 0 : found[0];
@@ -73,8 +74,9 @@ TEST_F(ControllerConfigurationServiceTest, FlagsAndPropertyListAreIgnored) {
                                 instances);
 
     ASSERT_EQ(instances.delivered.size(), 2u);
-    for (const CIMInstance& instance : instances.delivered)
+    for (const CIMInstance& instance : instances.delivered) {
         EXPECT_EQ(properties(instance).size(), 4u);
+    }
 }
 
 TEST_F(ControllerConfigurationServiceTest, EnumerationsDeliverTheServiceForItsClassInAnyCase) {
@@ -98,8 +100,9 @@ TEST_F(ControllerConfigurationServiceTest, AllKeysOfThePathAreStrings) {
     ASSERT_EQ(paths.delivered.size(), 1u);
     const Array<CIMKeyBinding> keys = paths.delivered[0].getKeyBindings();
     ASSERT_EQ(keys.size(), 4u);
-    for (Uint32 i = 0; i < keys.size(); ++i)
+    for (Uint32 i = 0; i < keys.size(); ++i) {
         EXPECT_EQ(keys[i].getType(), CIMKeyBinding::STRING);
+    }
 }
 
 TEST_F(ControllerConfigurationServiceTest, TheInvocationIsPublishedWithAllItsArguments) {

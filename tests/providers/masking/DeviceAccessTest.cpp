@@ -12,8 +12,9 @@ TEST(DeviceAccessTest, ReadWriteAndReadOnlyHaveAnAccessCode) {
 }
 
 TEST(DeviceAccessTest, NoOtherValueHasAnAccessCode) {
-    for (const int value : {0, 1, 4, 5, 65535})
+    for (const int value : {0, 1, 4, 5, 65535}) {
         EXPECT_EQ(accessCode(static_cast<Uint16>(value)), std::nullopt) << value;
+    }
 }
 
 TEST(DeviceAccessTest, EachAccessCodeHasAValue) {
@@ -22,8 +23,9 @@ TEST(DeviceAccessTest, EachAccessCodeHasAValue) {
 }
 
 TEST(DeviceAccessTest, AnyOtherCodeIsNoAccess) {
-    for (const Uint32 code : {2u, NO_ACCESS, 4u, 0x00010000u, 0xFFFFFFFFu})
+    for (const Uint32 code : {2u, NO_ACCESS, 4u, 0x00010000u, 0xFFFFFFFFu}) {
         EXPECT_EQ(deviceAccess(code), 4) << code;
+    }
 }
 
 } // namespace

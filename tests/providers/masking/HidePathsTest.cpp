@@ -116,8 +116,9 @@ TEST_F(HidePathsTest, TheReturnValueIsAUint32) {
     hide();
 
     EXPECT_THAT(results.returnValues, ElementsAre(CIMValue(Uint32(0)), CIMValue(Uint32(4))));
-    for (const CIMValue& value : results.returnValues)
+    for (const CIMValue& value : results.returnValues) {
         EXPECT_EQ(value.getType(), CIMTYPE_UINT32);
+    }
 }
 
 TEST_F(HidePathsTest, AnUnknownHostIsForbiddenAsId0) {

@@ -70,8 +70,9 @@ protected:
     // The target that the method worked on, as the engine was told it.
     std::string targetWorkedOn() {
         for (const std::string& call : calls()) {
-            if (call.starts_with("enumerateAssociatedObjects("))
+            if (call.starts_with("enumerateAssociatedObjects(")) {
                 return call.substr(call.find('(') + 1, 10);
+            }
         }
         return "none";
     }

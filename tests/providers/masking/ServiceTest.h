@@ -1,11 +1,9 @@
-#ifndef TESTS_PROVIDERS_MASKING_SERVICE_TEST_H
-#define TESTS_PROVIDERS_MASKING_SERVICE_TEST_H
+#pragma once
 
 #include <initializer_list>
 #include <string>
 
 #include "providers/masking/ControllerConfigurationService.h"
-
 #include "tests/support/ProviderTest.h"
 
 namespace scripted {
@@ -58,8 +56,9 @@ protected:
 
     void giveAccesses(std::initializer_list<int> values) {
         Pegasus::Array<Pegasus::Uint16> accesses;
-        for (const int value : values)
+        for (const int value : values) {
             accesses.append(static_cast<Pegasus::Uint16>(value));
+        }
         give("DeviceAccesses", accesses);
     }
 
@@ -69,15 +68,17 @@ protected:
 
     static Pegasus::CIMValue strings(std::initializer_list<const char*> texts) {
         Pegasus::Array<Pegasus::String> array;
-        for (const char* each : texts)
+        for (const char* each : texts) {
             array.append(Pegasus::String(each));
+        }
         return array;
     }
 
     static Pegasus::CIMValue references(std::initializer_list<Pegasus::CIMObjectPath> paths) {
         Pegasus::Array<Pegasus::CIMObjectPath> array;
-        for (const Pegasus::CIMObjectPath& path : paths)
+        for (const Pegasus::CIMObjectPath& path : paths) {
             array.append(path);
+        }
         return array;
     }
 
@@ -89,5 +90,3 @@ private:
 };
 
 } // namespace scripted
-
-#endif

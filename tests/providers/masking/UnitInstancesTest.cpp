@@ -78,8 +78,9 @@ TEST_F(UnitInstancesTest, EachAccessCodeHasItsDeviceAccess) {
     enumerateInstances();
 
     std::vector<std::string> accesses;
-    for (const CIMInstance& instance : instances.delivered)
+    for (const CIMInstance& instance : instances.delivered) {
         accesses.push_back(properties(instance)[3]);
+    }
     EXPECT_THAT(accesses, ElementsAre("DeviceAccess: uint16 4", "DeviceAccess: uint16 3",
                                       "DeviceAccess: uint16 2"));
 }
@@ -90,8 +91,9 @@ TEST_F(UnitInstancesTest, KeysOfThePathAreTwoReferences) {
     ASSERT_EQ(paths.delivered.size(), 3u);
     const Array<CIMKeyBinding> keys = paths.delivered[0].getKeyBindings();
     ASSERT_EQ(keys.size(), 2u);
-    for (Uint32 i = 0; i < keys.size(); ++i)
+    for (Uint32 i = 0; i < keys.size(); ++i) {
         EXPECT_EQ(keys[i].getType(), CIMKeyBinding::REFERENCE);
+    }
 }
 
 TEST_F(UnitInstancesTest, EnumerationsIgnoreTheClassAskedFor) {
@@ -109,8 +111,9 @@ TEST_F(UnitInstancesTest, FlagsAndPropertyListDoNotChangeAnInstance) {
                          true, nothing, instances);
 
     ASSERT_EQ(instances.delivered.size(), 4u);
-    for (const CIMInstance& instance : instances.delivered)
+    for (const CIMInstance& instance : instances.delivered) {
         EXPECT_EQ(properties(instance).size(), 4u);
+    }
 }
 
 TEST_F(UnitInstancesTest, AUnitWithoutItsVolumeIsListedLikeAnyOther) {
@@ -262,15 +265,17 @@ TEST_F(UnitInstancesTest, GetInstanceWithoutAnEndIsOutOfBounds) {
 
     for (const CIMObjectPath& path :
          {requestPath(UNIT_CLASS), requestPath(UNIT_CLASS, {{"Antecedent", controller}}),
-          requestPath(UNIT_CLASS, {{"Dependent", volume}})})
+          requestPath(UNIT_CLASS, {{"Dependent", volume}})}) {
         EXPECT_EQ(failure<IndexOutOfBoundsException>(path), "index out of bounds");
+    }
 }
 
 TEST_F(UnitInstancesTest, GetInstanceOfAnEndWithoutADeviceIDIsOutOfBounds) {
     for (const CIMObjectPath& path :
          {unitPath(requestPath("CIM_SCSIProtocolController", {{"Name", "x"}}), volumePath(VOLUME1)),
-          unitPath(controllerPath(TARGET1), requestPath("CIM_StorageVolume"))})
+          unitPath(controllerPath(TARGET1), requestPath("CIM_StorageVolume"))}) {
         EXPECT_EQ(failure<IndexOutOfBoundsException>(path), "index out of bounds");
+    }
 }
 
 TEST_F(UnitInstancesTest, GetInstanceOfAnEndThatIsNoPathIsMalformed) {
@@ -279,9 +284,10 @@ TEST_F(UnitInstancesTest, GetInstanceOfAnEndThatIsNoPathIsMalformed) {
 
     for (const CIMObjectPath& path :
          {requestPath(UNIT_CLASS, {{"Antecedent", "not a path"}, {"Dependent", volume}}),
-          requestPath(UNIT_CLASS, {{"Antecedent", controller}, {"Dependent", ""}})})
+          requestPath(UNIT_CLASS, {{"Antecedent", controller}, {"Dependent", ""}})}) {
         EXPECT_THAT(failure<MalformedObjectNameException>(path),
                     testing::StartsWith("malformed object name"));
+    }
 }
 
 TEST_F(UnitInstancesTest, GetInstanceReadsTheControllersPathBeforeItLooksForTheVolumes) {

@@ -1,11 +1,9 @@
-#ifndef TESTS_PROVIDERS_MASKING_UNIT_TEST_H
-#define TESTS_PROVIDERS_MASKING_UNIT_TEST_H
+#pragma once
 
 #include <string>
 #include <vector>
 
 #include "providers/masking/ProtocolControllerForUnitProvider.h"
-
 #include "tests/support/ProviderTest.h"
 
 namespace scripted {
@@ -39,8 +37,9 @@ inline std::string volumeText(Pegasus::Uint32 volume) {
 inline std::string unitText(Pegasus::Uint32 target, Pegasus::Uint32 volume) {
     const auto asKey = [](const std::string& path) {
         std::string escaped;
-        for (const char each : path)
+        for (const char each : path) {
             escaped += each == '"' ? std::string("\\\"") : std::string(1, each);
+        }
         return '"' + escaped + '"';
     };
     return "//array1.example.com/root/snia:CIM_ProtocolControllerForUnit.Antecedent=" +
@@ -97,5 +96,3 @@ protected:
 };
 
 } // namespace scripted
-
-#endif

@@ -1,17 +1,16 @@
 #include "server/auth/AuditLog.h"
 
-#include "tests/server/TemporaryDirectory.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/server/TemporaryDirectory.h"
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;

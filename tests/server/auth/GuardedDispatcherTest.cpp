@@ -1,21 +1,19 @@
 #include "server/auth/GuardedDispatcher.h"
 
-#include "server/schema/MofReader.h"
-#include "tests/server/TemporaryDirectory.h"
-#include "tests/server/operation/OperationOf.h"
-
-#include <Pegasus/Common/Exception.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
 #include <fstream>
 #include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/Exception.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "server/schema/MofReader.h"
+#include "tests/server/TemporaryDirectory.h"
+#include "tests/server/operation/OperationOf.h"
 
 using namespace Pegasus;
 using testing::ElementsAre;

@@ -1,8 +1,8 @@
 #include "server/auth/LoginThrottle.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 

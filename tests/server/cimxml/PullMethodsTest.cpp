@@ -1,9 +1,8 @@
 // Calls that open, pull and close enumerations.
-#include "server/cimxml/IntrinsicMethods.h"
-
-#include "tests/server/cimxml/Requests.h"
-
 #include <gmock/gmock.h>
+
+#include "server/cimxml/IntrinsicMethods.h"
+#include "tests/server/cimxml/Requests.h"
 
 using namespace Pegasus;
 

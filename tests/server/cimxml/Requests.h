@@ -1,14 +1,13 @@
 // Requests for the tests of the decoder.
 #pragma once
 
-#include "server/cimxml/RequestDecoder.h"
-#include "server/cimxml/XmlDocument.h"
+#include <string>
 
 #include <Pegasus/Common/String.h>
-
 #include <gtest/gtest.h>
 
-#include <string>
+#include "server/cimxml/RequestDecoder.h"
+#include "server/cimxml/XmlDocument.h"
 
 namespace smisd::test {
 

@@ -1,9 +1,9 @@
 #include "server/cimxml/ResponseWriter.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace Pegasus;
 

@@ -78,8 +78,9 @@ std::vector<std::string> askedFor(const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
         const size_t start = line.find("Test_", line.rfind('/'));
         const std::string name = line.substr(start, line.find('.', start) - start);
-        if (result.empty() || result.back() != name)
+        if (result.empty() || result.back() != name) {
             result.push_back(name);
+        }
     }
     return result;
 }
@@ -132,25 +133,31 @@ TEST_F(AssociationOperationsTest, AnyOtherErrorIsTheAnswer) {
 }
 
 TEST_F(AssociationOperationsTest, WithoutAProviderTheSourceClassIsNamed) {
-    for (const Operation& operation : each(testNamespace, "Test_Unserved", nullptr))
+    for (const Operation& operation : each(testNamespace, "Test_Unserved", nullptr)) {
         EXPECT_THAT(
             run(operation),
             ElementsAre("error 7 No provider or repository defined for class Test_Unserved."));
+    }
     // no association, an association without provider, one that does not lead from the source
-    for (const char* association : {"Test_Element", "Test_UnservedLink", "Test_RefusingLink"})
-        for (const Operation& operation : each(testNamespace, "Test_Everything", association))
+    for (const char* association : {"Test_Element", "Test_UnservedLink", "Test_RefusingLink"}) {
+        for (const Operation& operation : each(testNamespace, "Test_Everything", association)) {
             EXPECT_THAT(run(operation),
                         ElementsAre("error 7 No provider or repository defined for class "
                                     "Test_Everything."));
+        }
+    }
 }
 
 TEST_F(AssociationOperationsTest, AnUnknownNamespaceSourceOrAssociationIsNamed) {
-    for (const Operation& operation : each(unknownNamespace, "Test_Everything", nullptr))
+    for (const Operation& operation : each(unknownNamespace, "Test_Everything", nullptr)) {
         EXPECT_THAT(run(operation), ElementsAre("error 3 root/unknown"));
-    for (const Operation& operation : each(testNamespace, "Test_Nowhere", nullptr))
+    }
+    for (const Operation& operation : each(testNamespace, "Test_Nowhere", nullptr)) {
         EXPECT_THAT(run(operation), ElementsAre("error 4 Test_Nowhere"));
-    for (const Operation& operation : each(testNamespace, "Test_Everything", "Test_NoLink"))
+    }
+    for (const Operation& operation : each(testNamespace, "Test_Everything", "Test_NoLink")) {
         EXPECT_THAT(run(operation), ElementsAre("error 4 Test_NoLink"));
+    }
 }
 
 TEST_F(AssociationOperationsTest, ARoleThatIsNoLegalNameIsNamedFirst) {

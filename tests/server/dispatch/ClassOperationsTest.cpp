@@ -23,8 +23,9 @@ protected:
         for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i) {
             const CIMConstProperty property = cimClass.getProperty(i);
             result += (i ? " " : "") + utf8(property.getName().getString());
-            if (!property.getClassOrigin().isNull())
+            if (!property.getClassOrigin().isNull()) {
                 result += "@" + utf8(property.getClassOrigin().getString());
+            }
             result += property.getPropagated() ? "+" : "";
         }
         return result;

@@ -1,6 +1,5 @@
 #include "tests/server/dispatch/DispatchTest.h"
 
-#include "server/schema/MofDirectory.h"
 #include "server/schema/MofReader.h"
 
 using namespace Pegasus;
@@ -48,8 +47,9 @@ CIMObjectPath path(const char* className) {
 
 CIMPropertyList list(std::initializer_list<const char*> names) {
     Array<CIMName> result;
-    for (const char* name : names)
+    for (const char* name : names) {
         result.append(CIMName(name));
+    }
     return CIMPropertyList(result);
 }
 

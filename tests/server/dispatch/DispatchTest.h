@@ -1,15 +1,15 @@
 // A dispatcher over the test schema and the scripted module, whose host name is "test.host".
 #pragma once
 
-#include "server/dispatch/ServerDispatcher.h"
-#include "tests/server/dispatch/RecordingSink.h"
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-#include <string>
-#include <vector>
+#include "server/dispatch/ServerDispatcher.h"
+#include "tests/server/dispatch/RecordingSink.h"
 
 namespace smisd {
 

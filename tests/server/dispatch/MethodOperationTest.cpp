@@ -12,8 +12,9 @@ protected:
     Lines invoke(const char* className, const char* method,
                  std::initializer_list<CIMParamValue> parameters = {}, const char* id = "m") {
         Array<CIMParamValue> in;
-        for (const CIMParamValue& parameter : parameters)
+        for (const CIMParamValue& parameter : parameters) {
             in.append(parameter);
+        }
         return run(InvokeMethod{testNamespace, path(className, id), CIMName(method), in});
     }
 

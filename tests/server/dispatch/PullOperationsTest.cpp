@@ -1,6 +1,6 @@
-#include "tests/server/dispatch/DispatchTest.h"
-
 #include <algorithm>
+
+#include "tests/server/dispatch/DispatchTest.h"
 
 using namespace Pegasus;
 using testing::ElementsAre;

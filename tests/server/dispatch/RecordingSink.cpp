@@ -9,8 +9,9 @@ template<class Object>
 std::string objectText(const Object& object) {
     const std::string path = utf8(object.getPath().toString());
     const Uint32 at = object.findProperty(CIMName("Seen"));
-    if (at == PEG_NOT_FOUND)
+    if (at == PEG_NOT_FOUND) {
         return path;
+    }
     const CIMConstProperty seen = object.getProperty(at);
     return seen.getValue().isNull() ? path : path + " | " + utf8(seen.getValue().toString());
 }
@@ -31,8 +32,9 @@ std::string utf8(const String& text) {
 
 void RecordingSink::limitProperties(const CIMPropertyList& list) {
     std::string line = "limit";
-    for (Uint32 i = 0; i < list.size(); ++i)
+    for (Uint32 i = 0; i < list.size(); ++i) {
         line += " " + utf8(list[i].getString());
+    }
     lines.push_back(line);
 }
 
@@ -54,8 +56,9 @@ void RecordingSink::instanceName(const CIMObjectPath& path) {
 
 void RecordingSink::objectWithPath(const CIMObject& object) {
     lines.push_back((object.isClass() ? "class " : "object ") + objectText(CIMConstObject(object)));
-    if (object.isClass())
+    if (object.isClass()) {
         classes.emplace_back(object);
+    }
 }
 
 void RecordingSink::objectPath(const CIMObjectPath& path) {

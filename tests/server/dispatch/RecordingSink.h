@@ -1,10 +1,10 @@
 // Writes down what an operation gives.
 #pragma once
 
-#include "server/operation/ResultSink.h"
-
 #include <string>
 #include <vector>
+
+#include "server/operation/Dispatcher.h"
 
 namespace smisd {
 

@@ -1,13 +1,12 @@
 #include "server/dispatch/Registration.h"
 
-#include "server/schema/MofDirectory.h"
-#include "server/schema/MofReader.h"
-#include "tests/server/schema/TemporaryMof.h"
+#include <ostream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <ostream>
+#include "server/schema/MofReader.h"
+#include "tests/server/schema/TemporaryMof.h"
 
 using namespace Pegasus;
 using testing::ElementsAre;

@@ -1,9 +1,9 @@
 // The whole dispatcher: calls of providers back into it, and many threads at once.
 
-#include "tests/server/dispatch/DispatchTest.h"
-
 #include <future>
 #include <vector>
+
+#include "tests/server/dispatch/DispatchTest.h"
 
 using namespace Pegasus;
 using testing::Each;
@@ -40,8 +40,9 @@ TEST_F(ServerDispatcherTest, ErrorsOfACallBackArriveWithCodeAndBareText) {
 
 TEST_F(ServerDispatcherTest, CallBacksNestOnTheSameThread) {
     std::string id = "inner";
-    for (int i = 0; i < 50; ++i)
+    for (int i = 0; i < 50; ++i) {
         id = "up:" + id;
+    }
     EXPECT_THAT(get("Test_Everything", id),
                 ElementsAre("instance Test_Everything.Id=\"inner\" | "
                             "//test.host/root/test:Test_Everything.Id=\"inner\" "
@@ -50,17 +51,20 @@ TEST_F(ServerDispatcherTest, CallBacksNestOnTheSameThread) {
 
 TEST_F(ServerDispatcherTest, ManyCallBacksAtOnceAllReturn) {
     std::vector<std::future<Lines>> calls;
-    for (int i = 0; i < 64; ++i)
+    for (int i = 0; i < 64; ++i) {
         calls.push_back(std::async(std::launch::async, [&] {
             Lines lines;
-            for (int j = 0; j < 20; ++j)
+            for (int j = 0; j < 20; ++j) {
                 lines = get("Test_Everything", "up:up:inner");
+            }
             return lines;
         }));
-    for (auto& call : calls)
+    }
+    for (auto& call : calls) {
         EXPECT_THAT(call.get(), ElementsAre("instance Test_Everything.Id=\"inner\" | "
                                             "//test.host/root/test:Test_Everything.Id=\"inner\" "
                                             "-qualifiers -origin list=null"));
+    }
 }
 
 TEST_F(ServerDispatcherTest, AProviderThatCallsItselfWhileItIsInitializedFails) {

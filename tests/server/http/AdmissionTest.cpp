@@ -1,9 +1,8 @@
 // Requests that HttpServer judges before it reads their bodies.
-#include "server/http/HttpServer.h"
-
-#include "tests/server/http/TestServer.h"
-
 #include <gmock/gmock.h>
+
+#include "server/http/HttpServer.h"
+#include "tests/server/http/TestServer.h"
 
 using testing::HasSubstr;
 using testing::StartsWith;

@@ -1,15 +1,15 @@
 // Files for a TLS server.
 #pragma once
 
-#include "tests/server/TemporaryDirectory.h"
+#include <cstdio>
+#include <memory>
+#include <string>
 
 #include <openssl/evp.h>
 #include <openssl/pem.h>
 #include <openssl/x509.h>
 
-#include <cstdio>
-#include <memory>
-#include <string>
+#include "tests/server/TemporaryDirectory.h"
 
 namespace smisd::test {
 

@@ -1,8 +1,8 @@
 #include "server/http/CimRequest.h"
 
-#include "tests/server/http/HttpRequests.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/server/http/HttpRequests.h"
 
 namespace smisd::test {
 namespace {

@@ -1,9 +1,9 @@
 // Requests for the tests of HTTP.
 #pragma once
 
-#include "server/http/HttpMessage.h"
-
 #include <string>
+
+#include "server/http/HttpMessage.h"
 
 namespace smisd::test {
 

@@ -1,11 +1,11 @@
 #include "server/http/HttpServer.h"
 
-#include "tests/server/http/TestServer.h"
+#include <atomic>
+#include <stdexcept>
 
 #include <gmock/gmock.h>
 
-#include <atomic>
-#include <stdexcept>
+#include "tests/server/http/TestServer.h"
 
 using namespace std::chrono_literals;
 using testing::HasSubstr;

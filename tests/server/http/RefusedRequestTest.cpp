@@ -1,11 +1,10 @@
 // Requests that HttpServer refuses before anybody handles them.
-#include "server/http/HttpServer.h"
-
-#include "tests/server/http/TestServer.h"
+#include <atomic>
 
 #include <gmock/gmock.h>
 
-#include <atomic>
+#include "server/http/HttpServer.h"
+#include "tests/server/http/TestServer.h"
 
 using testing::HasSubstr;
 using testing::StartsWith;

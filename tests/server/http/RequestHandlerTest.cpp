@@ -1,14 +1,13 @@
 #include "server/http/RequestHandler.h"
 
-#include "tests/server/http/HttpRequests.h"
+#include <functional>
+#include <stdexcept>
 
 #include <Pegasus/Common/Exception.h>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <stdexcept>
+#include "tests/server/http/HttpRequests.h"
 
 using namespace Pegasus;
 using testing::HasSubstr;

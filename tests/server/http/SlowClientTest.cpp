@@ -1,11 +1,10 @@
 // Slow, silent and vanishing clients of HttpServer.
-#include "server/http/HttpServer.h"
-
-#include "tests/server/http/TestServer.h"
+#include <atomic>
 
 #include <gmock/gmock.h>
 
-#include <atomic>
+#include "server/http/HttpServer.h"
+#include "tests/server/http/TestServer.h"
 
 using namespace std::chrono_literals;
 using testing::HasSubstr;

@@ -1,17 +1,16 @@
 // A running HttpServer and a client that speaks bytes.
 #pragma once
 
-#include "server/http/HttpServer.h"
-
-#include <boost/asio.hpp>
-
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <string>
 #include <thread>
+
+#include <boost/asio.hpp>
+#include <gtest/gtest.h>
+
+#include "server/http/HttpServer.h"
 
 namespace smisd::test {
 

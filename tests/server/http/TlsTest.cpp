@@ -1,16 +1,3 @@
-#include "server/http/HttpServer.h"
-
-#include "tests/server/http/Certificate.h"
-
-#include <boost/asio.hpp>
-#include <boost/asio/ssl.hpp>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <spdlog/sinks/ringbuffer_sink.h>
-#include <spdlog/spdlog.h>
-
 #include <chrono>
 #include <csignal>
 #include <fstream>
@@ -18,6 +5,16 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+
+#include <boost/asio.hpp>
+#include <boost/asio/ssl.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <spdlog/sinks/ringbuffer_sink.h>
+#include <spdlog/spdlog.h>
+
+#include "server/http/HttpServer.h"
+#include "tests/server/http/Certificate.h"
 
 namespace asio = boost::asio;
 using testing::HasSubstr;

@@ -1,11 +1,11 @@
 #include "server/http/WorkerPool.h"
 
-#include "tests/server/http/TestServer.h"
+#include <atomic>
+#include <set>
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <set>
+#include "tests/server/http/TestServer.h"
 
 using namespace std::chrono_literals;
 

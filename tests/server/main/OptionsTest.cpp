@@ -1,10 +1,10 @@
 #include "server/main/Options.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 using testing::HasSubstr;
 

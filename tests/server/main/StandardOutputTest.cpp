@@ -1,15 +1,14 @@
 #include "server/main/StandardOutput.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <chrono>
+#include <fcntl.h>
 #include <ostream>
 #include <string>
 #include <thread>
-
-#include <fcntl.h>
 #include <unistd.h>
+
+#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 

@@ -1,13 +1,11 @@
 #include "server/module/ResponseHandlers.h"
-#include "server/module/MethodResultHandler.h"
-
-#include <Pegasus/Common/Exception.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/Exception.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 using namespace Pegasus;
 using testing::ElementsAre;
@@ -110,13 +108,15 @@ TEST(ListHandlerTest, NoneIsAllowed) {
 TEST(ListHandlerTest, ObjectsAreTakenByHundreds) {
     size_t taken = 0;
     PathListHandler handler([&](const CIMObjectPath&) { ++taken; });
-    for (int i = 0; i < 99; ++i)
+    for (int i = 0; i < 99; ++i) {
         handler.deliver(pathOf("A"));
+    }
     EXPECT_EQ(taken, 0U);
     handler.deliver(pathOf("A"));
     EXPECT_EQ(taken, 100U);
-    for (int i = 0; i < 130; ++i)
+    for (int i = 0; i < 130; ++i) {
         handler.deliver(pathOf("A"));
+    }
     EXPECT_EQ(taken, 200U);
     handler.complete();
     EXPECT_EQ(taken, 230U);

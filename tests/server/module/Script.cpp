@@ -1,9 +1,9 @@
 #include "tests/server/module/Script.h"
 
+#include <stdexcept>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Exception.h>
-
-#include <stdexcept>
 
 using namespace Pegasus;
 
@@ -11,15 +11,18 @@ namespace scripted {
 
 std::string idOf(const CIMObjectPath& path) {
     const Array<CIMKeyBinding> keys = path.getKeyBindings();
-    for (Uint32 i = 0; i < keys.size(); ++i)
-        if (keys[i].getName() == CIMName("Id"))
+    for (Uint32 i = 0; i < keys.size(); ++i) {
+        if (keys[i].getName() == CIMName("Id")) {
             return text(keys[i].getValue());
+        }
+    }
     return "";
 }
 
 bool says(const std::string& id, const std::string& verb, std::string& rest) {
-    if (id.rfind(verb + ":", 0) != 0)
+    if (id.rfind(verb + ":", 0) != 0) {
         return false;
+    }
     rest = id.substr(verb.size() + 1);
     return true;
 }
@@ -31,12 +34,15 @@ void throwAsAsked(const std::string& id) {
         throw CIMException(static_cast<CIMStatusCode>(std::stoi(rest.substr(0, colon))),
                            String(rest.substr(colon + 1).c_str()));
     }
-    if (says(id, "exception", rest))
+    if (says(id, "exception", rest)) {
         throw Exception(String(rest.c_str()));
-    if (says(id, "std", rest))
+    }
+    if (says(id, "std", rest)) {
         throw std::runtime_error(rest);
-    if (id == "int")
+    }
+    if (id == "int") {
         throw 5;
+    }
 }
 
 std::string text(const String& value) {
@@ -44,11 +50,13 @@ std::string text(const String& value) {
 }
 
 std::string text(const CIMPropertyList& list) {
-    if (list.isNull())
+    if (list.isNull()) {
         return "list=null";
+    }
     std::string result;
-    for (Uint32 i = 0; i < list.size(); ++i)
+    for (Uint32 i = 0; i < list.size(); ++i) {
         result += (i ? "," : "") + text(list[i].getString());
+    }
     return "list=[" + result + "]";
 }
 

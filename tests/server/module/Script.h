@@ -8,10 +8,10 @@
 // Anything else is left to the operation.
 #pragma once
 
+#include <string>
+
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMPropertyList.h>
-
-#include <string>
 
 namespace scripted {
 

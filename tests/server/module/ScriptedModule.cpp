@@ -8,15 +8,15 @@
 //
 // Any other name gives a null pointer.
 
-#include "tests/server/module/ScriptedProvider.h"
-
-#include <Pegasus/Common/Exception.h>
-
 #include <atomic>
 #include <chrono>
 #include <stdexcept>
 #include <string>
 #include <thread>
+
+#include <Pegasus/Common/Exception.h>
+
+#include "tests/server/module/ScriptedProvider.h"
 
 using namespace Pegasus;
 
@@ -61,8 +61,9 @@ class FailsOnceProvider : public InstanceOnlyProvider {
 public:
     void initialize(CIMOMHandle&) override {
         static std::atomic<int> calls = 0;
-        if (calls++ == 0)
+        if (calls++ == 0) {
             throw std::runtime_error("not now");
+        }
         log("initialize");
     }
 };
@@ -88,18 +89,24 @@ public:
 extern "C" __attribute__((visibility("default"))) CIMProvider*
 PegasusCreateProvider(const String& name) {
     using namespace scripted;
-    if (name == "Scripted")
+    if (name == "Scripted") {
         return static_cast<CIMInstanceProvider*>(new ScriptedProvider);
-    if (name == "InstanceOnly")
+    }
+    if (name == "InstanceOnly") {
         return new InstanceOnlyProvider;
-    if (name == "FailsOnce")
+    }
+    if (name == "FailsOnce") {
         return new FailsOnceProvider;
-    if (name == "Stays")
+    }
+    if (name == "Stays") {
         return new StaysProvider;
-    if (name == "CallsItself")
+    }
+    if (name == "CallsItself") {
         return new CallsItselfProvider;
-    if (name == "ThrowsAtCreation")
+    }
+    if (name == "ThrowsAtCreation") {
         throw Exception(String("no room"));
+    }
     return nullptr;
 }
 

@@ -1,9 +1,9 @@
 #include "tests/server/module/ScriptedProvider.h"
 
-#include "tests/server/module/Script.h"
-
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Provider/ProviderException.h>
+
+#include "tests/server/module/Script.h"
 
 using namespace Pegasus;
 
@@ -53,8 +53,9 @@ std::vector<CIMObjectPath> pathsOf(const CIMName& className) {
 }
 
 void refuse(const CIMName& association, const char* operation) {
-    if (association == CIMName("Test_RefusingLink"))
+    if (association == CIMName("Test_RefusingLink")) {
         throw CIMNotSupportedException(String("Scripted::") + String(operation));
+    }
 }
 
 } // namespace
@@ -87,29 +88,37 @@ void ScriptedProvider::getInstance(const OperationContext& context,
                        flags(includeQualifiers, includeClassOrigin) + " " + text(propertyList);
     handler.processing();
     throwAsAsked(id);
-    if (id == "none")
+    if (id == "none") {
         return handler.complete();
-    if (id == "uninitialized")
+    }
+    if (id == "uninitialized") {
         handler.deliver(CIMInstance());
-    if (id == "user")
+    }
+    if (id == "user") {
         seen = text(userOf(context));
-    if (id == "last")
+    }
+    if (id == "last") {
         seen = remembered();
+    }
     std::string rest;
-    if (says(id, "up", rest))
+    if (says(id, "up", rest)) {
         return handler.deliver(_cimom.getInstance(
                    context, CIMNamespaceName("root/test"),
                    pathOf(className, rest, String("ignored.host"), otherNamespace), false,
                    includeQualifiers, includeClassOrigin, propertyList)),
                handler.complete();
+    }
     handler.deliver(instanceOf(className, id, seen));
-    if (id == "twice")
+    if (id == "twice") {
         handler.deliver(instanceOf(className, id, seen));
-    if (id == "forget")
+    }
+    if (id == "forget") {
         return;
+    }
     handler.complete();
-    if (says(id, "late", rest))
+    if (says(id, "late", rest)) {
         throw Exception(String(rest.c_str()));
+    }
 }
 
 void ScriptedProvider::enumerateInstances(const OperationContext&,
@@ -123,16 +132,20 @@ void ScriptedProvider::enumerateInstances(const OperationContext&,
                              flags(includeQualifiers, includeClassOrigin) + " " +
                              text(propertyList);
     handler.processing();
-    if (className == CIMName("Test_Refusing"))
+    if (className == CIMName("Test_Refusing")) {
         throw CIMNotSupportedException(String("Scripted::enumerateInstances"));
-    if (className == CIMName("Test_Pathless"))
+    }
+    if (className == CIMName("Test_Pathless")) {
         handler.deliver(CIMInstance(className));
-    else
+    } else {
         handler.deliver(instanceOf(className, "1", seen));
-    if (className == CIMName("Test_Failing"))
+    }
+    if (className == CIMName("Test_Failing")) {
         throw CIMOperationFailedException(String("failed after one"));
-    for (int i = 2; className == CIMName("Test_Many") && i <= 250; ++i)
+    }
+    for (int i = 2; className == CIMName("Test_Many") && i <= 250; ++i) {
         handler.deliver(instanceOf(className, std::to_string(i), seen));
+    }
     handler.complete();
 }
 
@@ -141,11 +154,13 @@ void ScriptedProvider::enumerateInstanceNames(const OperationContext&,
                                               ObjectPathResponseHandler& handler) {
     const CIMName className = classReference.getClassName();
     handler.processing();
-    if (className == CIMName("Test_Refusing"))
+    if (className == CIMName("Test_Refusing")) {
         throw CIMNotSupportedException(String("Scripted::enumerateInstanceNames"));
+    }
     handler.deliver(pathOf(className, text(classReference.toString())));
-    if (className == CIMName("Test_Failing"))
+    if (className == CIMName("Test_Failing")) {
         throw CIMOperationFailedException(String("failed after one"));
+    }
     handler.complete();
 }
 
@@ -171,12 +186,14 @@ void ScriptedProvider::createInstance(const OperationContext&,
              text(instanceObject.getPath().toString()) + propertiesOf(instanceObject));
     std::string id;
     const Uint32 at = instanceObject.findProperty(CIMName("Id"));
-    if (at != PEG_NOT_FOUND)
+    if (at != PEG_NOT_FOUND) {
         id = text(instanceObject.getProperty(at).getValue().toString());
+    }
     handler.processing();
     throwAsAsked(id);
-    if (id != "none")
+    if (id != "none") {
         handler.deliver(pathOf(instanceReference.getClassName(), id));
+    }
     handler.complete();
 }
 
@@ -203,8 +220,9 @@ void ScriptedProvider::associators(const OperationContext&, const CIMObjectPath&
         text(objectName.toString()) + " " + text(associationClass.getString()) + " " +
         text(resultClass.getString()) + " " + text(role) + " " + text(resultRole) + " " +
         flags(includeQualifiers, includeClassOrigin) + " " + text(propertyList);
-    for (const CIMObjectPath& path : pathsOf(CIMName("Test_Element")))
+    for (const CIMObjectPath& path : pathsOf(CIMName("Test_Element"))) {
         handler.deliver(CIMObject(instanceOf(path, seen)));
+    }
     handler.complete();
 }
 
@@ -215,8 +233,9 @@ void ScriptedProvider::associatorNames(const OperationContext&, const CIMObjectP
     refuse(associationClass, "associatorNames");
     handler.processing();
     throwAsAsked(idOf(objectName));
-    for (const CIMObjectPath& path : pathsOf(CIMName("Test_Element")))
+    for (const CIMObjectPath& path : pathsOf(CIMName("Test_Element"))) {
         handler.deliver(path);
+    }
     handler.complete();
 }
 
@@ -231,8 +250,9 @@ void ScriptedProvider::references(const OperationContext&, const CIMObjectPath& 
     const std::string seen = text(objectName.toString()) + " " + text(resultClass.getString()) +
                              " " + text(role) + " " + flags(includeQualifiers, includeClassOrigin) +
                              " " + text(propertyList);
-    for (const CIMObjectPath& path : pathsOf(resultClass))
+    for (const CIMObjectPath& path : pathsOf(resultClass)) {
         handler.deliver(CIMObject(instanceOf(path, seen)));
+    }
     handler.complete();
 }
 
@@ -242,8 +262,9 @@ void ScriptedProvider::referenceNames(const OperationContext&, const CIMObjectPa
     refuse(resultClass, "referenceNames");
     handler.processing();
     throwAsAsked(idOf(objectName));
-    for (const CIMObjectPath& path : pathsOf(resultClass))
+    for (const CIMObjectPath& path : pathsOf(resultClass)) {
         handler.deliver(path);
+    }
     handler.complete();
 }
 
@@ -253,11 +274,13 @@ void ScriptedProvider::invokeMethod(const OperationContext&, const CIMObjectPath
                                     MethodResultResponseHandler& handler) {
     handler.processing();
     throwAsAsked(idOf(objectReference));
-    if (methodName == CIMName("Two"))
+    if (methodName == CIMName("Two")) {
         handler.deliver(CIMValue(Uint32(1)));
-    if (methodName == CIMName("Echo") || methodName == CIMName("Two"))
+    }
+    if (methodName == CIMName("Echo") || methodName == CIMName("Two")) {
         handler.deliverParamValue(
             CIMParamValue(String("path"), CIMValue(objectReference.toString())));
+    }
     if (methodName == CIMName("Echo")) {
         handler.deliverParamValue(inParameters);
         handler.deliver(CIMValue(Uint32(0)));

@@ -1,13 +1,13 @@
 // A provider of every kind that does what the requests ask for.
 #pragma once
 
+#include <mutex>
+#include <string>
+
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
-
-#include <mutex>
-#include <string>
 
 namespace scripted {
 

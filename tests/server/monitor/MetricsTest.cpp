@@ -1,14 +1,11 @@
 #include "server/monitor/Metrics.h"
 
-#include "server/monitor/MeasuredDispatcher.h"
-
-#include <Pegasus/Common/Exception.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <stdexcept>
+
+#include <Pegasus/Common/Exception.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 using namespace Pegasus;
 using namespace std::chrono_literals;

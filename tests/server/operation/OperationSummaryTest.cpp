@@ -1,8 +1,8 @@
 #include "server/operation/OperationSummary.h"
 
-#include "tests/server/operation/OperationOf.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/server/operation/OperationOf.h"
 
 using namespace Pegasus;
 

@@ -1,10 +1,9 @@
 #include "server/operation/TypedValue.h"
 
-#include <Pegasus/Common/Exception.h>
-
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <Pegasus/Common/Exception.h>
+#include <gtest/gtest.h>
 
 using namespace Pegasus;
 

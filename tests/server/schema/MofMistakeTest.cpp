@@ -1,12 +1,11 @@
 // Every mistake in a MOF file is reported with its place and what was expected there.
 
-#include "server/schema/MofReader.h"
-
-#include "tests/server/schema/TemporaryMof.h"
+#include <ostream>
 
 #include <gtest/gtest.h>
 
-#include <ostream>
+#include "server/schema/MofReader.h"
+#include "tests/server/schema/TemporaryMof.h"
 
 using namespace Pegasus;
 

@@ -1,10 +1,9 @@
 #include "server/schema/MofReader.h"
 
-#include "tests/server/schema/TemporaryMof.h"
-
 #include <Pegasus/Common/CIMDateTime.h>
-
 #include <gtest/gtest.h>
+
+#include "tests/server/schema/TemporaryMof.h"
 
 using namespace Pegasus;
 

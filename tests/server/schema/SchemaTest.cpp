@@ -38,8 +38,9 @@ protected:
             CIMQualifier(CIMName("Association"), CIMValue(Boolean(true)), CIMFlavor::TOSUBCLASS));
         const CIMValue none(CIMTYPE_REFERENCE, false);
         link.addProperty(CIMProperty(CIMName("Left"), none, 0, CIMName(left)));
-        if (right)
+        if (right) {
             link.addProperty(CIMProperty(CIMName("Right"), none, 0, CIMName(right)));
+        }
         schema.declare(link);
     }
 
@@ -49,8 +50,9 @@ protected:
 
     static std::vector<std::string> texts(const std::vector<CIMName>& names) {
         std::vector<std::string> result;
-        for (const CIMName& name : names)
+        for (const CIMName& name : names) {
             result.push_back(text(name));
+        }
         return result;
     }
 
@@ -61,9 +63,10 @@ protected:
     // "association fromRole toClass toRole"
     std::vector<std::string> linksFrom(const char* name) const {
         std::vector<std::string> result;
-        for (const Link& link : schema.linksFrom(CIMName(name)))
+        for (const Link& link : schema.linksFrom(CIMName(name))) {
             result.push_back(text(link.association) + " " + text(link.fromRole) + " " +
                              text(link.toClass) + " " + text(link.toRole));
+        }
         return result;
     }
 

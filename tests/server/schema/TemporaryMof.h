@@ -1,13 +1,12 @@
 // MOF files in a folder of their own, which is removed at the end.
 #pragma once
 
-#include "server/schema/MofReader.h"
-
 #include <filesystem>
 #include <fstream>
 #include <string>
-
 #include <unistd.h>
+
+#include "server/schema/MofReader.h"
 
 namespace smisd {
 

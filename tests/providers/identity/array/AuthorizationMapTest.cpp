@@ -25,8 +25,9 @@ const char* const TARGET = "CIM_AuthorizedTarget";
 // The values of a key of each path.
 std::vector<std::string> keysOf(const Paths& paths, const char* name) {
     std::vector<std::string> values;
-    for (const CIMObjectPath& path : paths)
+    for (const CIMObjectPath& path : paths) {
         values.push_back(text(keyValue(path, name)));
+    }
     return values;
 }
 
@@ -36,16 +37,19 @@ protected:
     AuthorizationMapTest() {
         std::mt19937 random(GetParam());
         client.array.change([&](Change& change) {
-            for (auto i = random() % 8; i > 0; --i)
+            for (auto i = random() % 8; i > 0; --i) {
                 hosts.push_back(change.create(
                     array::Initiator{"iqn.2026-01.com.example:h" + std::to_string(i), ""}));
-            for (auto i = random() % 6; i > 0; --i)
+            }
+            for (auto i = random() % 6; i > 0; --i) {
                 targets.push_back(change.create(
                     array::Target{"iqn.2026-01.com.example:t" + std::to_string(i), ""}));
+            }
             for (const Id target : targets) {
                 for (const Id host : hosts) {
-                    if (random() % 2 == 0)
+                    if (random() % 2 == 0) {
                         continue;
+                    }
                     change.grant(target, host);
                     granted.emplace(host, target);
                 }
@@ -57,8 +61,9 @@ protected:
     std::vector<std::string> controllersOf(Id host) const {
         std::vector<std::string> texts;
         for (const Id target : targets) {
-            if (granted.contains({host, target}))
+            if (granted.contains({host, target})) {
                 texts.push_back(keyText(target));
+            }
         }
         return texts;
     }
@@ -66,8 +71,9 @@ protected:
     std::vector<std::string> privilegesFor(Id target) const {
         std::vector<std::string> texts;
         for (const Id host : hosts) {
-            if (granted.contains({host, target}))
+            if (granted.contains({host, target})) {
                 texts.push_back(keyText(host));
+            }
         }
         return texts;
     }
@@ -77,8 +83,9 @@ protected:
                const char* key) {
         const Paths names = client.associatorNames(source, associationClass, resultClass);
         Paths paths;
-        for (const CIMInstance& each : client.associators(source, associationClass, resultClass))
+        for (const CIMInstance& each : client.associators(source, associationClass, resultClass)) {
             paths.push_back(each.getPath());
+        }
         EXPECT_EQ(keysOf(paths, key), keysOf(names, key));
         return names;
     }
@@ -123,9 +130,10 @@ TEST_P(AuthorizationMapTest, FromEachHostTheControllersOfItsGrantsAreReachedAndB
         const CIMObjectPath privilege = privileges(served[i], SUBJECT).at(0);
         const Paths reached = controllers(privilege);
         EXPECT_EQ(keysOf(reached, "DeviceID"), controllersOf(hosts[i]));
-        for (const CIMObjectPath& controller : reached)
+        for (const CIMObjectPath& controller : reached) {
             EXPECT_THAT(keysOf(privileges(controller, TARGET), "InstanceID"),
                         testing::Contains(keyText(hosts[i])));
+        }
     }
 }
 

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "array/ErrorCode.h"
+#include "array/model/ErrorCode.h"
 #include "providers/frame/Keys.h"
 #include "tests/providers/identity/array/IdentityClient.h"
 #include "tests/support/Log.h"
@@ -48,8 +48,9 @@ protected:
     std::vector<std::string> controllersOf(const CIMObjectPath& privilege) {
         std::vector<std::string> keys;
         for (const CIMInstance& instance :
-             client.associators(privilege, "CIM_AuthorizedTarget", "CIM_SCSIProtocolController"))
+             client.associators(privilege, "CIM_AuthorizedTarget", "CIM_SCSIProtocolController")) {
             keys.push_back(text(keyValue(instance.getPath(), "DeviceID")));
+        }
         return keys;
     }
 

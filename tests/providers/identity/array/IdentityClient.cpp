@@ -13,8 +13,9 @@ IdentityClient::IdentityClient() : array(emptyServedArray()) {
     for (CIMProvider* provider :
          {static_cast<CIMProvider*>(&_registration), static_cast<CIMProvider*>(&_hosts),
           static_cast<CIMProvider*>(&_access), static_cast<CIMProvider*>(&_secrets),
-          static_cast<CIMProvider*>(&_controllers), static_cast<CIMProvider*>(&_masking)})
+          static_cast<CIMProvider*>(&_controllers), static_cast<CIMProvider*>(&_masking)}) {
         provider->initialize(handle);
+    }
     answerGetInstance([this](const CIMObjectPath& path) { return answer(path); });
     clearLog();
 }
@@ -26,8 +27,9 @@ IdentityClient::Registered IdentityClient::create(const std::string& iSCSIName) 
     Registered registered;
     registered.result = invoke<Sint32>(_registration, "CIM_StorageHardwareIDManagementService",
                                        "CreateStorageHardwareID", parameters, &given);
-    if (given.size() != 0)
+    if (given.size() != 0) {
         given[0].getValue().get(registered.host);
+    }
     return registered;
 }
 
@@ -95,10 +97,11 @@ void IdentityClient::setSecret(const CIMObjectPath& path, const std::string& sec
 // As the server routes getInstance.
 CIMInstance IdentityClient::answer(const CIMObjectPath& path) {
     InstanceHandler handler;
-    if (path.getClassName() == CLASS_StorageHardwareID)
+    if (path.getClassName() == CLASS_StorageHardwareID) {
         _hosts.getInstance(_context, path, true, false, ALL_PROPERTIES, handler);
-    else if (path.getClassName() == CLASS_SCSIProtocolController)
+    } else if (path.getClassName() == CLASS_SCSIProtocolController) {
         _controllers.getInstance(_context, path, true, false, ALL_PROPERTIES, handler);
+    }
     return handler.delivered.at(0);
 }
 
@@ -109,8 +112,9 @@ Value IdentityClient::invoke(CIMMethodProvider& service, const char* serviceClas
     service.invokeMethod(_context, classPath(serviceClass), method, parameters, handler);
     expectCompleted();
     if (given) {
-        for (const CIMParamValue& parameter : handler.parameters)
+        for (const CIMParamValue& parameter : handler.parameters) {
             given->append(parameter);
+        }
     }
     Value result{};
     handler.returnValues.at(0).get(result);

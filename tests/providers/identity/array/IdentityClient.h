@@ -1,5 +1,4 @@
-#ifndef TESTS_PROVIDERS_IDENTITY_ARRAY_IDENTITY_CLIENT_H
-#define TESTS_PROVIDERS_IDENTITY_ARRAY_IDENTITY_CLIENT_H
+#pragma once
 
 #include <string>
 
@@ -70,5 +69,3 @@ private:
 };
 
 } // namespace scripted
-
-#endif

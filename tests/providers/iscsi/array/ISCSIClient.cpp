@@ -11,8 +11,9 @@ namespace {
 
 Paths pathsOf(const ObjectHandler& handler) {
     Paths paths;
-    for (const CIMInstance& object : asInstances(delivered(handler)))
+    for (const CIMInstance& object : asInstances(delivered(handler))) {
         paths.push_back(object.getPath());
+    }
     return paths;
 }
 
@@ -31,7 +32,7 @@ array::Id ISCSIClient::addTarget(const std::string& name, std::uint32_t maxConne
         target = change.create(array::Target{"iqn.2026-01.com.example:" + name, ""});
         array::SessionParameters parameters;
         parameters.maxConnections = maxConnections;
-        change.modify(change.state().sessionSettingsOf(target), parameters);
+        change.modify(change.snapshot().sessionSettingsOf(target), parameters);
     });
     return target;
 }
@@ -40,8 +41,9 @@ array::Id ISCSIClient::addHost(const std::string& name, const std::vector<array:
     array::Id host = 0;
     array.change([&](array::Change& change) {
         host = change.create(array::Initiator{"iqn.2026-01.com.example:" + name, ""});
-        for (const array::Id target : targets)
+        for (const array::Id target : targets) {
             change.grant(target, host);
+        }
     });
     return host;
 }
@@ -117,8 +119,9 @@ CIMObjectPath pathOf(const char* className, const char* key, array::Id id) {
 
 std::vector<std::string> texts(const Paths& paths) {
     std::vector<std::string> result;
-    for (const CIMObjectPath& path : paths)
+    for (const CIMObjectPath& path : paths) {
         result.push_back(text(path));
+    }
     return result;
 }
 

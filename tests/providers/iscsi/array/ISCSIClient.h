@@ -1,5 +1,4 @@
-#ifndef TESTS_PROVIDERS_ISCSI_ARRAY_ISCSI_CLIENT_H
-#define TESTS_PROVIDERS_ISCSI_ARRAY_ISCSI_CLIENT_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -56,5 +55,3 @@ Pegasus::CIMObjectPath pathOf(const char* className, const char* key, array::Id 
 std::vector<std::string> texts(const Paths& paths);
 
 } // namespace scripted
-
-#endif

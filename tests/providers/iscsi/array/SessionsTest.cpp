@@ -134,8 +134,9 @@ TEST_F(SessionsTest, EachLinkIsGotByItsPath) {
     for (const char* className : {PIPE_END, COMPOSITION}) {
         const Paths links = client.instanceNames(className);
         ASSERT_THAT(links, testing::Not(IsEmpty()));
-        for (const CIMObjectPath& link : links)
+        for (const CIMObjectPath& link : links) {
             EXPECT_TRUE(client.instance(link).getPath().identical(link)) << text(link);
+        }
     }
 }
 

@@ -99,12 +99,14 @@ TEST_F(SettingsTest, AValueOutOfItsRangeIsRefused) {
     expectRefused(ErrorCode::BadParameter, SESSION, session, "MaxConnectionsPerSession", Uint32(0));
     expectRefused(ErrorCode::BadParameter, CONNECTION, connection, "MaxReceiveDataSegmentLength",
                   Uint32(511));
-    for (const Uint16 unknown : {Uint16(0), Uint16(4), Uint16(5), Uint16(0xFFFF)})
+    for (const Uint16 unknown : {Uint16(0), Uint16(4), Uint16(5), Uint16(0xFFFF)}) {
         expectRefused(ErrorCode::BadParameter, CONNECTION, connection, "PrimaryHeaderDigestMethod",
                       unknown);
-    for (const Uint16 unknown : {Uint16(0), Uint16(1), Uint16(7), Uint16(0xFFFF)})
+    }
+    for (const Uint16 unknown : {Uint16(0), Uint16(1), Uint16(7), Uint16(0xFFFF)}) {
         expectRefused(ErrorCode::BadParameter, CONNECTION, connection,
                       "SecondaryAuthenticationMethod", unknown);
+    }
 }
 
 TEST_F(SettingsTest, AFirstBurstLongerThanTheBurstIsRefusedAndBothAreNamed) {

@@ -26,16 +26,19 @@ class WholeFabricTest : public testing::TestWithParam<unsigned> {
 protected:
     WholeFabricTest() {
         std::mt19937 random(GetParam());
-        for (auto i = random() % 4 + 1; i > 0; --i)
+        for (auto i = random() % 4 + 1; i > 0; --i) {
             targets.push_back(client.addTarget("t" + std::to_string(i)));
-        for (auto i = random() % 5 + 1; i > 0; --i)
+        }
+        for (auto i = random() % 5 + 1; i > 0; --i) {
             endpoints.push_back(client.addEndpoint("192.0.2." + std::to_string(i)));
+        }
         const Id host = client.addHost("host", targets);
         for (auto i = random() % 13; i > 0; --i) {
             const Id target = targets[random() % targets.size()];
             std::vector<Id> through;
-            for (auto connections = random() % 4 + 1; connections > 0; --connections)
+            for (auto connections = random() % 4 + 1; connections > 0; --connections) {
                 through.push_back(endpoints[random() % endpoints.size()]);
+            }
             sessionsOf[target].push_back(client.array.login({target, host, "", through}));
         }
     }
@@ -51,15 +54,17 @@ protected:
 
     static std::vector<std::string> sessionTexts(const std::vector<Id>& ids) {
         std::vector<std::string> paths;
-        for (const Id id : ids)
+        for (const Id id : ids) {
             paths.push_back(text(iSCSISessionPath(SESSION, id)));
+        }
         return paths;
     }
 
     static std::vector<std::string> connectionTexts(const std::vector<Id>& ids) {
         std::vector<std::string> paths;
-        for (const Id id : ids)
+        for (const Id id : ids) {
             paths.push_back(text(iSCSIConnectionPath(CONNECTION, id)));
+        }
         return paths;
     }
 
@@ -89,15 +94,17 @@ TEST_P(WholeFabricTest, FromEachTargetItsSessionsAreReachedAndBack) {
 
 TEST_P(WholeFabricTest, FromEachSessionAndEachEndpointTheirConnectionsAreReached) {
     for (const auto& [target, sessions] : sessionsOf) {
-        for (const Id session : sessions)
+        for (const Id session : sessions) {
             EXPECT_EQ(texts(client.associators(iSCSISessionPath(SESSION, session),
                                                "CIM_NetworkPipeComposition", CONNECTION)),
                       connectionTexts(connectionsOf(session)));
+        }
     }
-    for (const Id endpoint : endpoints)
+    for (const Id endpoint : endpoints) {
         EXPECT_EQ(
             texts(client.associators(TCPProtocolEndpointPath(endpoint), PIPE_END, CONNECTION)),
             connectionTexts(connectionsOf(endpoint)));
+    }
 }
 
 TEST_P(WholeFabricTest, FromEachConnectionTheEndpointAtItsPositionIsReached) {

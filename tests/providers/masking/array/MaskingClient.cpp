@@ -10,8 +10,9 @@ namespace {
 
 CIMValue textArray(const std::vector<std::string>& texts) {
     Pegasus::Array<String> array;
-    for (const std::string& each : texts)
+    for (const std::string& each : texts) {
         array.append(String(each.c_str()));
+    }
     return array;
 }
 
@@ -21,8 +22,9 @@ MaskingClient::MaskingClient() : array(emptyServedArray()) {
     CIMOMHandle handle;
     for (CIMProvider* provider :
          {static_cast<CIMProvider*>(&_controllers), static_cast<CIMProvider*>(&_units),
-          static_cast<CIMProvider*>(&_service)})
+          static_cast<CIMProvider*>(&_service)}) {
         provider->initialize(handle);
+    }
     clearLog();
 }
 

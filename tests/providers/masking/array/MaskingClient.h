@@ -1,5 +1,4 @@
-#ifndef TESTS_PROVIDERS_MASKING_ARRAY_MASKING_CLIENT_H
-#define TESTS_PROVIDERS_MASKING_ARRAY_MASKING_CLIENT_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -62,5 +61,3 @@ private:
 };
 
 } // namespace scripted
-
-#endif

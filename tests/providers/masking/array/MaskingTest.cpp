@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "array/ErrorCode.h"
+#include "array/model/ErrorCode.h"
 #include "tests/providers/masking/array/MaskingClient.h"
 #include "tests/support/Log.h"
 #include "tests/support/Text.h"
@@ -238,8 +238,9 @@ TEST_F(MaskingTest, TheAccessOfAUnitCanBeChangedBesideOneThatLostItsVolume) {
     client.expose({{MAIL, WEB}, {}, {"1", "2"}, {2, 2}, controller});
     client.array.change([this](Change& change) { change.remove(web); });
 
-    for (const CIMObjectPath& unit : client.units())
+    for (const CIMObjectPath& unit : client.units()) {
         client.setAccess(unit, 3);
+    }
 
     EXPECT_THAT(units(), ElementsAre(MAIL + ": 1 1", WEB + ": 2 1"));
 }

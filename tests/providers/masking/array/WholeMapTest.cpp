@@ -42,17 +42,21 @@ class RandomMap {
 public:
     RandomMap(array::Array& array, unsigned seed) : _random(seed) {
         array.change([this](Change& change) {
-            for (unsigned i = below(7); i > 0; --i)
+            for (unsigned i = below(7); i > 0; --i) {
                 targets.push_back(change.create(
                     array::Target{"iqn.2026-01.com.example:t" + std::to_string(i), ""}));
-            for (unsigned i = 1 + below(8); i > 0; --i)
+            }
+            for (unsigned i = 1 + below(8); i > 0; --i) {
                 volumes.push_back(
                     change.create(array::Volume{"60A" + std::to_string(i), "", 0, 0}));
-            for (const Id target : targets)
+            }
+            for (const Id target : targets) {
                 fill(change, target);
+            }
             for (const Id volume : std::vector<Id>(volumes)) {
-                if (below(4) == 0)
+                if (below(4) == 0) {
                     lose(change, volume);
+                }
             }
         });
     }
@@ -89,8 +93,9 @@ private:
         change.remove(volume);
         std::erase(volumes, volume);
         for (Unit& unit : units) {
-            if (unit.volume == volume)
+            if (unit.volume == volume) {
                 unit.volume = 0;
+            }
         }
     }
 
@@ -126,29 +131,33 @@ Unit unitOf(const CIMInstance& instance) {
 
 Units unitsOf(const Instances& instances) {
     Units units;
-    for (const CIMInstance& instance : instances)
+    for (const CIMInstance& instance : instances) {
         units.push_back(unitOf(instance));
+    }
     return units;
 }
 
 Paths pathsOf(const Instances& instances) {
     Paths paths;
-    for (const CIMInstance& instance : instances)
+    for (const CIMInstance& instance : instances) {
         paths.push_back(instance.getPath());
+    }
     return paths;
 }
 
 std::vector<Id> idsOf(const Paths& paths) {
     std::vector<Id> ids;
-    for (const CIMObjectPath& path : paths)
+    for (const CIMObjectPath& path : paths) {
         ids.push_back(idOf(path));
+    }
     return ids;
 }
 
 std::vector<std::string> textsOf(const Paths& paths) {
     std::vector<std::string> texts;
-    for (const CIMObjectPath& path : paths)
+    for (const CIMObjectPath& path : paths) {
         texts.push_back(text(path));
+    }
     return texts;
 }
 
@@ -178,8 +187,9 @@ protected:
             byId.emplace(idOf(volume), volume);
         }
         Paths paths;
-        for (const auto& [id, path] : byId)
+        for (const auto& [id, path] : byId) {
             paths.push_back(path);
+        }
         return paths;
     }
 
@@ -192,8 +202,9 @@ INSTANTIATE_TEST_SUITE_P(Seeds, WholeMapTest, testing::Range(1u, 21u));
 TEST_P(WholeMapTest, TheControllersAreTheTargets) {
     EXPECT_EQ(idsOf(client.controllers()), map.targets);
     EXPECT_EQ(textsOf(pathsOf(client.controllerInstances())), textsOf(client.controllers()));
-    for (const CIMObjectPath& path : client.controllers())
+    for (const CIMObjectPath& path : client.controllers()) {
         EXPECT_EQ(text(client.controller(path).getPath()), text(path));
+    }
 }
 
 TEST_P(WholeMapTest, TheUnitsAreThoseConfigured) {
@@ -207,8 +218,9 @@ TEST_P(WholeMapTest, FromEachControllerItsVolumesAndUnitsAreReached) {
     for (const CIMObjectPath& controller : client.controllers()) {
         const Units expected = unitsUnder(idOf(controller));
         std::vector<Id> volumes;
-        for (const Unit& unit : expected)
+        for (const Unit& unit : expected) {
             volumes.push_back(unit.volume);
+        }
 
         const Paths names = client.associatorNames(controller, "CIM_StorageVolume");
         EXPECT_EQ(idsOf(names), volumes);
@@ -226,8 +238,9 @@ TEST_P(WholeMapTest, FromEachVolumeItsControllersAndUnitsAreReached) {
     for (const CIMObjectPath& volume : mappedVolumes()) {
         const Units expected = unitsOfVolume(idOf(volume));
         std::vector<Id> controllers;
-        for (const Unit& unit : expected)
+        for (const Unit& unit : expected) {
             controllers.push_back(unit.target);
+        }
 
         const Paths names = client.associatorNames(volume, "CIM_SCSIProtocolController");
         EXPECT_EQ(idsOf(names), controllers);
@@ -246,13 +259,16 @@ TEST_P(WholeMapTest, BothDirectionsGiveTheSamePairs) {
     Pairs down;
     Pairs up;
     for (const CIMObjectPath& controller : client.controllers()) {
-        for (const CIMObjectPath& volume : client.associatorNames(controller, "CIM_LogicalDevice"))
+        for (const CIMObjectPath& volume :
+             client.associatorNames(controller, "CIM_LogicalDevice")) {
             down.emplace(text(controller) + " " + text(volume), "");
+        }
     }
     for (const CIMObjectPath& volume : mappedVolumes()) {
         for (const CIMObjectPath& controller :
-             client.associatorNames(volume, "CIM_ProtocolController"))
+             client.associatorNames(volume, "CIM_ProtocolController")) {
             up.emplace(text(controller) + " " + text(volume), "");
+        }
     }
 
     EXPECT_EQ(down, up);
@@ -268,21 +284,24 @@ TEST_P(WholeMapTest, EachUnitIsGotByItsPathWithAllUnitsOfTheSamePair) {
         EXPECT_EQ(unitsOf(instances), unitsWhere([=](const Unit& unit) {
                       return unit.target == target && unit.volume == volume;
                   }));
-        for (const CIMInstance& instance : instances)
+        for (const CIMInstance& instance : instances) {
             EXPECT_EQ(text(instance.getPath()), text(path));
+        }
     }
 }
 
 TEST_P(WholeMapTest, TheAccessOfAUnitOfEachControllerIsChangedByItsPath) {
     for (const CIMObjectPath& controller : client.controllers()) {
         const Instances references = client.references(controller, "Antecedent");
-        if (references.empty())
+        if (references.empty()) {
             continue;
+        }
         const CIMObjectPath path = references[GetParam() % references.size()].getPath();
         const Id volume = idOf(referenced(path, "Dependent"));
         for (Unit& unit : map.units) {
-            if (unit.target == idOf(controller) && unit.volume == volume)
+            if (unit.target == idOf(controller) && unit.volume == volume) {
                 unit.deviceAccess = 3;
+            }
         }
 
         client.setAccess(path, 3);

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include <SQLiteCpp/Database.h>
+
+#include "array/change/Change.h"
+#include "array/change/CommitQueue.h"
+#include "array/change/Follower.h"
+#include "array/database/ChangeWriter.h"
+#include "array/database/SnapshotReader.h"
+#include "array/database/Transaction.h"
+#include "array/database/VersionCounter.h"
+#include "array/events/EventLog.h"
+
+namespace array {
+
+// Makes changes permanent, one after the other; changes that wait at the same time share a commit.
+// All processes take turns through the write lock of array.db, which the system takes from one that
+// dies.
+class Committer {
+public:
+    // Failures of SQLite pass as SQLite::Exception.
+    Committer(const std::filesystem::path& database, VersionCounter& counter,
+              CurrentSnapshot& current, Fabric& fabric, EventLog& events);
+
+    // As Array::change.
+    void run(const std::function<void(Change&)>& make);
+
+private:
+    struct Request {
+        const std::function<void(Change&)>& make;
+        std::exception_ptr error;
+    };
+    using Batch = std::vector<Request*>;
+
+    void commitAll(const Batch& batch);
+    void overwriteFailedCommit();
+    void tryCommit(const Batch& batch);
+    Snapshot newest();
+    void attempt(Request& request, Snapshot& next);
+    void commit(Transaction& turn, Snapshot&& next);
+
+    const std::filesystem::path _file;
+    VersionCounter& _counter;
+    CurrentSnapshot& _current;
+    Fabric& _fabric;
+    EventLog& _eventLog;
+    CommitQueue<Request> _queue;
+
+    // Used by who has the turn.
+    SQLite::Database _database;
+    SnapshotReader _reader;
+    ChangeWriter _writer;
+    std::vector<Event> _events; // to be published after the commit
+    bool _hasFailedToCommit = false;
+};
+
+} // namespace array

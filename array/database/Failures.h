@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <utility>
+
+#include <SQLiteCpp/Exception.h>
+
+namespace array {
+
+// Throws DRAVOperationFailedException for a system call of a file of the array that failed with an
+// errno: ErrorCode::StateExists, StateFull or StateUnreadable, with the file and what the system
+// says.
+[[noreturn]] void failFile(const std::filesystem::path& file, int error);
+
+// Throws DRAVOperationFailedException for a failure of SQLite: with the file, what SQLite says, and
+// what to do about it.
+[[noreturn]] void failSqlite(const SQLite::Exception& failure, const std::filesystem::path& file);
+
+// Returns what `work` returns.
+template<class Work>
+decltype(auto) withSqlite(const std::filesystem::path& file, Work&& work) {
+    try {
+        return std::forward<Work>(work)();
+    } catch (const SQLite::Exception& failure) {
+        failSqlite(failure, file);
+    }
+}
+
+} // namespace array

@@ -1,0 +1,77 @@
+#include "array/database/StateDirectory.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "array/Array.h"
+#include "array/model/ErrorCode.h"
+
+namespace array {
+
+namespace {
+
+constexpr mode_t OTHERS = S_IRWXG | S_IRWXO;
+
+std::string octal(mode_t mode) {
+    std::string digits;
+    for (int shift = 9; shift >= 0; shift -= 3) {
+        digits += static_cast<char>('0' + (mode >> shift & 7U));
+    }
+    return digits;
+}
+
+[[noreturn]] void failErrno(const std::filesystem::path& path, const char* what) {
+    const int error = errno;
+    fail(ErrorCode::StateUnreadable,
+         path.string() + ": " + what + ": " + std::strerror(error) + ".");
+}
+
+} // namespace
+
+std::filesystem::path stateDirectory(const std::string& given) {
+    if (!given.empty()) {
+        return given;
+    }
+    const char* const named = std::getenv("DRAV_STATE_DIR");
+    return named && *named ? named : "/var/lib/smisd";
+}
+
+void checkStateDirectory(const std::filesystem::path& directory) {
+    const std::string name = directory.string();
+    struct stat status {};
+    if (stat(name.c_str(), &status) != 0) {
+        if (errno != ENOENT && errno != ENOTDIR) {
+            failErrno(directory, "the state directory cannot be looked at");
+        }
+        fail(ErrorCode::StateMissing, name +
+                                          ": there is no such state directory. Make an array "
+                                          "with: arrayctl --state " +
+                                          name + " import FILE");
+    }
+    if (!S_ISDIR(status.st_mode)) {
+        fail(ErrorCode::StateUnreadable, name + ": this is no directory.");
+    }
+    if (status.st_uid != geteuid()) {
+        fail(ErrorCode::StateNotPrivate, name + ": the state directory belongs to user " +
+                                             std::to_string(status.st_uid) +
+                                             ", and this process runs as user " +
+                                             std::to_string(geteuid()) + ". Run it as the owner.");
+    }
+    if ((status.st_mode & OTHERS) != 0) {
+        fail(ErrorCode::StateNotPrivate,
+             name + ": the state directory has mode " + octal(status.st_mode & 07777) +
+                 " and holds secrets, so nobody else may look into it. Close it with: chmod 700 " +
+                 name);
+    }
+}
+
+void makeStateDirectory(const std::filesystem::path& directory) {
+    if (mkdir(directory.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+        failErrno(directory, "the state directory cannot be made");
+    }
+}
+
+} // namespace array

@@ -1,0 +1,166 @@
+#include "array/model/Rules.h"
+
+#include <array>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+
+#include "array/model/ErrorCode.h"
+#include "array/model/Text.h"
+
+namespace array {
+
+namespace {
+
+constexpr std::size_t ISCSI_NAME_BYTES = 223; // RFC 7143 section 4.2.7.1
+constexpr std::size_t VOLUME_NAME_DIGITS = 128;
+constexpr std::size_t TEXT_BYTES = 255;
+
+// What a name has besides letters and digits (RFC 7143 section 4.2.7.2); other characters outside
+// of ASCII are left to the stringprep profile of RFC 3722, which lets most letters pass.
+bool isNameCharacter(char c) {
+    return isLetter(c) || isDigit(c) || c == '-' || c == '.' || c == ':' || !isAscii(c);
+}
+
+// "2026-01.com.example" and what follows: a date, a dot and a naming authority.
+bool isQualified(std::string_view rest) {
+    if (rest.size() < 9 || !all(rest.substr(0, 4), isDigit) || rest[4] != '-' ||
+        !all(rest.substr(5, 2), isDigit) || rest[7] != '.') {
+        return false;
+    }
+    const std::string_view month = rest.substr(5, 2);
+    return month >= "01" && month <= "12" && (isLetter(rest[8]) || isDigit(rest[8]));
+}
+
+bool isEui(std::string_view rest) {
+    return rest.size() == 16 && all(rest, isHexDigit);
+}
+
+bool isNaa(std::string_view rest) {
+    return (rest.size() == 16 || rest.size() == 32) && all(rest, isHexDigit);
+}
+
+struct Form {
+    std::string_view prefix;
+    bool (*isRest)(std::string_view);
+    const char* rule;
+};
+
+constexpr std::array<Form, 3> FORMS = {{
+    {"iqn.", isQualified,
+     "after \"iqn.\" come a date, yyyy-mm, a dot and a domain name reversed (RFC 7143 section "
+     "4.2.7.4)"},
+    {"eui.", isEui, "after \"eui.\" come 16 hexadecimal digits (RFC 7143 section 4.2.7.5)"},
+    {"naa.", isNaa, "after \"naa.\" come 16 or 32 hexadecimal digits (RFC 7143 section 4.2.7.6)"},
+}};
+
+constexpr char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+
+bool startsWith(std::string_view text, std::string_view prefix) {
+    return text.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), text.begin(),
+                                                      [](char p, char t) { return p == lower(t); });
+}
+
+[[noreturn]] void failISCSIName(std::string_view name, const std::string& rule) {
+    fail(ErrorCode::BadName, array::quoted(name) + " is no iSCSI name: " + rule + ".");
+}
+
+bool isPlainText(std::string_view text) {
+    return text.size() <= TEXT_BYTES && !hasControls(text) && isUtf8(text);
+}
+
+} // namespace
+
+void checkISCSIName(std::string_view name) {
+    if (name.size() > ISCSI_NAME_BYTES) {
+        failISCSIName(name, "it has " + std::to_string(name.size()) +
+                                " bytes, and 223 are allowed (RFC 7143 section 4.2.7.1)");
+    }
+    if (!all(name, isNameCharacter) || !isUtf8(name)) {
+        failISCSIName(name, "it consists of letters, digits, \"-\", \".\" and \":\" (RFC 7143 "
+                            "section 4.2.7.2)");
+    }
+    for (const Form& form : FORMS) {
+        if (!startsWith(name, form.prefix)) {
+            continue;
+        }
+        if (!form.isRest(name.substr(form.prefix.size()))) {
+            failISCSIName(name, form.rule);
+        }
+        return;
+    }
+    failISCSIName(name, "it begins with \"iqn.\", \"eui.\" or \"naa.\" (RFC 7143 section 4.2.7.3)");
+}
+
+void checkVolumeName(std::string_view name) {
+    if (name.empty() || name.size() % 2 != 0 || name.size() > VOLUME_NAME_DIGITS ||
+        !all(name, isHexDigit)) {
+        fail(ErrorCode::BadName, array::quoted(name) +
+                                     " is no volume name: it consists of an even number "
+                                     "of hexadecimal digits, from 2 to 128.");
+    }
+}
+
+void checkElementName(std::string_view text) {
+    if (!isPlainText(text)) {
+        fail(ErrorCode::BadText, array::quoted(text) +
+                                     " is no element name: it has at most 255 bytes of "
+                                     "UTF-8 and no control characters.");
+    }
+}
+
+void checkNames(const Names& names) {
+    for (const auto& [what, name] : {std::pair("host", std::string_view(names.host)),
+                                     std::pair("system", std::string_view(names.system))}) {
+        if (name.empty() || !isPlainText(name)) {
+            fail(ErrorCode::BadName, array::quoted(name) + " cannot be the array's " + what +
+                                         " name: it has 1 to 255 bytes of UTF-8 and no control "
+                                         "characters.");
+        }
+    }
+}
+
+void checkEndpoint(const Endpoint& endpoint) {
+    in6_addr address{};
+    const bool isAddress = endpoint.address.find('\0') == std::string::npos &&
+                           (inet_pton(AF_INET, endpoint.address.c_str(), &address) == 1 ||
+                            inet_pton(AF_INET6, endpoint.address.c_str(), &address) == 1);
+    if (!isAddress) {
+        fail(ErrorCode::BadName, array::quoted(endpoint.address) + " is no IPv4 or IPv6 address.");
+    }
+    if (endpoint.port == 0) {
+        fail(ErrorCode::BadName,
+             "Port 0 of endpoint " + array::quoted(endpoint.address) + " is no TCP port.");
+    }
+}
+
+namespace {
+
+constexpr std::size_t MOST_BYTES = 255; // of a CHAP secret that other implementations take
+constexpr std::size_t SAFE_BYTES = 12;  // 96 bits
+
+} // namespace
+
+void checkSecret(std::string_view secret, std::string_view owner) {
+    const auto refuse = [&](const char* rule) {
+        fail(ErrorCode::BadSecret,
+             "The secret of " + array::quoted(owner) + " is refused: it " + rule);
+    };
+    if (secret.size() > MOST_BYTES) {
+        refuse("has more than 255 bytes.");
+    }
+    if (hasControls(secret)) {
+        refuse("has control characters.");
+    }
+    if (!isUtf8(secret)) {
+        refuse("is not UTF-8.");
+    }
+}
+
+bool isWeakSecret(std::string_view secret) {
+    return !secret.empty() && secret.size() < SAFE_BYTES;
+}
+
+} // namespace array

@@ -1,0 +1,95 @@
+#include "server/dispatch/OpenEnumerations.h"
+
+#include <random>
+#include <utility>
+
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <Pegasus/Common/Exception.h>
+
+using namespace Pegasus;
+
+namespace smisd {
+namespace {
+
+// One that a client cannot guess, and that did not exist before the server was started anew.
+std::string newId() {
+    std::random_device random;
+    return std::to_string((std::uint64_t{random()} << 32) | random());
+}
+
+} // namespace
+
+OpenEnumerations::~OpenEnumerations() {
+    std::unique_lock lock(_mutex);
+    for (auto& [id, entry] : _entries) {
+        entry.enumeration->queue.close();
+    }
+    _left.wait(lock, [this] { return _entries.empty(); });
+    std::list<std::thread> ended = std::move(_ended);
+    lock.unlock();
+    joinEnded(std::move(ended));
+}
+
+std::shared_ptr<PulledEnumeration> OpenEnumerations::open(const EnumerationTraits& traits,
+                                                          Producer produce) {
+    std::unique_lock lock(_mutex);
+    if (_entries.size() >= _limit) {
+        throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
+                           String("Too many enumerations are open; close one, or wait until one "
+                                  "has timed out."));
+    }
+    auto enumeration = std::make_shared<PulledEnumeration>(newId(), traits);
+    Entry& entry = _entries[enumeration->id];
+    entry.enumeration = enumeration;
+    try {
+        entry.thread = std::thread(
+            [this, enumeration, produce = std::move(produce)] { run(*enumeration, produce); });
+    } catch (...) {
+        _entries.erase(enumeration->id);
+        throw;
+    }
+    std::list<std::thread> ended = std::exchange(_ended, {});
+    lock.unlock();
+    joinEnded(std::move(ended));
+    return enumeration;
+}
+
+std::shared_ptr<PulledEnumeration> OpenEnumerations::find(const String& id, const String& user) {
+    const std::lock_guard lock(_mutex);
+    const auto found = _entries.find(std::string(id.getCString()));
+    if (found == _entries.end() || found->second.enumeration->traits.user != user ||
+        found->second.enumeration->queue.isClosed()) {
+        throw CIMException(CIM_ERR_INVALID_ENUMERATION_CONTEXT, String("Context undefined."));
+    }
+    return found->second.enumeration;
+}
+
+// The thread of one enumeration.
+void OpenEnumerations::run(PulledEnumeration& enumeration, const Producer& produce) {
+    std::exception_ptr error;
+    try {
+        produce(enumeration.queue);
+    } catch (...) {
+        error = std::current_exception();
+    }
+    enumeration.queue.end(error);
+    enumeration.queue.awaitClose();
+    const std::lock_guard lock(_mutex);
+    const auto entry = _entries.find(enumeration.id);
+    _ended.push_back(std::move(entry->second.thread));
+    _entries.erase(entry);
+    _left.notify_all();
+}
+
+void OpenEnumerations::joinEnded(std::list<std::thread> ended) {
+    for (std::thread& thread : ended) {
+        thread.join();
+    }
+}
+
+unsigned OpenEnumerations::count() const {
+    const std::lock_guard lock(_mutex);
+    return static_cast<unsigned>(_entries.size());
+}
+
+} // namespace smisd
