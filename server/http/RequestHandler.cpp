@@ -8,6 +8,7 @@
 
 #include "server/cimxml/RequestDecoder.h"
 #include "server/cimxml/ResponseWriter.h"
+#include "server/cimxml/ValueReader.h"
 #include "server/http/Answer.h"
 #include "server/http/ResponseHead.h"
 
@@ -17,10 +18,6 @@ namespace smisd {
 namespace {
 
 using Error = std::optional<CIMException>;
-
-String toString(const std::string& utf8) {
-    return String(utf8.data(), static_cast<Uint32>(utf8.size()));
-}
 
 // A decoded request on its way to its answer.
 struct Exchange {
