@@ -1,5 +1,6 @@
 #include "array/Array.h"
 
+#include <cstdlib>
 #include <unistd.h>
 
 #include "array/change/Committer.h"
@@ -27,6 +28,14 @@ Names machineNames() {
 }
 
 } // namespace
+
+std::filesystem::path stateDirectory(const std::string& given) {
+    if (!given.empty()) {
+        return given;
+    }
+    const char* const named = std::getenv("DRAV_STATE_DIR");
+    return named && *named ? named : "/var/lib/smisd";
+}
 
 class Array::Impl {
 public:

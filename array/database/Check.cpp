@@ -7,6 +7,7 @@
 #include "array/database/SnapshotReader.h"
 #include "array/database/Transaction.h"
 #include "array/model/ErrorCode.h"
+#include "array/model/Rules.h"
 #include "array/model/Text.h"
 
 namespace array {

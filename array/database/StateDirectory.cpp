@@ -1,12 +1,10 @@
 #include "array/database/StateDirectory.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "array/Array.h"
 #include "array/model/ErrorCode.h"
 
 namespace array {
@@ -30,14 +28,6 @@ std::string octal(mode_t mode) {
 }
 
 } // namespace
-
-std::filesystem::path stateDirectory(const std::string& given) {
-    if (!given.empty()) {
-        return given;
-    }
-    const char* const named = std::getenv("DRAV_STATE_DIR");
-    return named && *named ? named : "/var/lib/smisd";
-}
 
 void checkStateDirectory(const std::filesystem::path& directory) {
     const std::string name = directory.string();

@@ -1,4 +1,3 @@
-#include "array/database/Check.h"
 #include "array/model/ErrorCode.h"
 #include "array/model/LoginParameters.h"
 #include "array/model/Rules.h"

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
-#include "array/model/Records.h"
+#include "array/model/Snapshot.h"
 
 namespace array {
 
@@ -35,5 +37,8 @@ void checkSecret(std::string_view secret, std::string_view owner);
 // True for a secret that is accepted, but shorter than CHAP needs to be safe: 96 bits (RFC 7143
 // section 9.2.1). No secret at all is none that is weak.
 bool isWeakSecret(std::string_view secret);
+
+// What of a snapshot breaks the rules, one line of text each; none in a sound array.
+std::vector<std::string> findBrokenRules(const Snapshot& snapshot);
 
 } // namespace array
