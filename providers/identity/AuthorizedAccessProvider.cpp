@@ -3,6 +3,7 @@
 #include "engine/DRAVInitiator.h"
 #include "engine/DRAVKeys.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/ArrayRange.h"
 #include "providers/frame/Attach.h"
 #include "providers/frame/Keys.h"
@@ -83,6 +84,7 @@ void AuthorizedAccessProvider::associators(
     const CIMName& associationClass, const CIMName& resultClass, const String&, const String&,
     const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, ObjectResponseHandler& handler) {
+    const OperationScope operation;
     constexpr Boolean localOnly = false;
     handler.processing();
     const FarEnd end = traverse(*_engine, objectName, associationClass, resultClass);
@@ -103,6 +105,7 @@ void AuthorizedAccessProvider::associatorNames(const OperationContext&,
                                                const CIMName& associationClass,
                                                const CIMName& resultClass, const String&,
                                                const String&, ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     const FarEnd end = traverse(*_engine, objectName, associationClass, resultClass);
     for (const Uint32 id : end.ids) {

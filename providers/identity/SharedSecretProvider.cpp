@@ -4,6 +4,7 @@
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVTarget.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/Attach.h"
 #include "providers/frame/Keys.h"
 #include "providers/frame/Paths.h"
@@ -40,6 +41,7 @@ void SharedSecretProvider::getInstance(const OperationContext&,
                                        const CIMObjectPath& instanceReference, const Boolean,
                                        const Boolean, const CIMPropertyList&,
                                        InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     _getSharedSecret(idFromFirstKey(instanceReference), handler);
     handler.complete();
@@ -49,6 +51,7 @@ void SharedSecretProvider::modifyInstance(const OperationContext&,
                                           const CIMObjectPath& instanceReference,
                                           const CIMInstance& instanceObject, const Boolean,
                                           const CIMPropertyList&, ResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     if (instanceReference.getClassName() == CLASS_SharedSecret) {
         String secret;

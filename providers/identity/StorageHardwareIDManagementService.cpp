@@ -2,6 +2,7 @@
 
 #include "engine/DRAVInitiator.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/Attach.h"
 #include "providers/frame/Keys.h"
 #include "providers/frame/Parameters.h"
@@ -57,6 +58,7 @@ void StorageHardwareIDManagementServiceProvider::getInstance(const OperationCont
                                                              const CIMObjectPath&, const Boolean,
                                                              const Boolean, const CIMPropertyList&,
                                                              InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     handler.deliver(_build_instance());
     handler.complete();
@@ -65,6 +67,7 @@ void StorageHardwareIDManagementServiceProvider::getInstance(const OperationCont
 void StorageHardwareIDManagementServiceProvider::enumerateInstances(
     const OperationContext&, const CIMObjectPath& classReference, const Boolean, const Boolean,
     const CIMPropertyList&, InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     if (classReference.getClassName() == SERVICE) {
         handler.deliver(_build_instance());
@@ -75,6 +78,7 @@ void StorageHardwareIDManagementServiceProvider::enumerateInstances(
 void StorageHardwareIDManagementServiceProvider::enumerateInstanceNames(
     const OperationContext&, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     if (classReference.getClassName() == SERVICE) {
         handler.deliver(_fill_reference());
@@ -85,6 +89,7 @@ void StorageHardwareIDManagementServiceProvider::enumerateInstanceNames(
 void StorageHardwareIDManagementServiceProvider::invokeMethod(
     const OperationContext&, const CIMObjectPath& objectReference, const CIMName& methodName,
     const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler) {
+    const OperationScope operation;
     publishInvoked("StorageHardwareIDManagementService", 254, objectReference, methodName);
     trace("StorageHardwareIDManagementServiceProvider::invokeMethod");
     handler.processing();

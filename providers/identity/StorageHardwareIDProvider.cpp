@@ -3,6 +3,7 @@
 #include "engine/DRAVInitiator.h"
 #include "engine/DRAVKeys.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/ArrayRange.h"
 #include "providers/frame/Attach.h"
 #include "providers/frame/Keys.h"
@@ -36,6 +37,7 @@ void StorageHardwareIDProvider::getInstance(const OperationContext&,
                                             const CIMObjectPath& instanceReference, const Boolean,
                                             const Boolean, const CIMPropertyList&,
                                             InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     _getStorageHardwareID(idFromFirstKey(instanceReference), handler);
     handler.complete();
@@ -46,6 +48,7 @@ void StorageHardwareIDProvider::enumerateInstances(const OperationContext&,
                                                    const Boolean, const Boolean,
                                                    const CIMPropertyList&,
                                                    InstanceResponseHandler& handler) {
+    const OperationScope operation;
     trace("StorageHardwareIDProvider::enumerateInstances");
     handler.processing();
     for (const Uint32 id : initiators(*_engine, classReference)) {
@@ -57,6 +60,7 @@ void StorageHardwareIDProvider::enumerateInstances(const OperationContext&,
 void StorageHardwareIDProvider::enumerateInstanceNames(const OperationContext&,
                                                        const CIMObjectPath& classReference,
                                                        ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     for (const Uint32 id : initiators(*_engine, classReference)) {
         handler.deliver(storageHardwareIDPath(id));

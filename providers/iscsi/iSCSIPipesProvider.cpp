@@ -6,6 +6,7 @@
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVTarget.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "engine/builders/Builders.h"
 #include "providers/frame/ArrayRange.h"
 #include "providers/frame/Associations.h"
@@ -328,6 +329,7 @@ void iSCSIPipesProvider::getInstance(const OperationContext&, const CIMObjectPat
                                      const Boolean includeQualifiers, const Boolean,
                                      const CIMPropertyList& propertyList,
                                      InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     static_cast<void>(path.getKeyBindings()[0]); // a path without keys is an error of any class
     if (const Served* const served = findServed(path.getClassName())) {
@@ -341,6 +343,7 @@ void iSCSIPipesProvider::enumerateInstances(const OperationContext&,
                                             const Boolean includeQualifiers, const Boolean,
                                             const CIMPropertyList& propertyList,
                                             InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     trace("Entering Pipes EI ");
     enumerate(*_engine, classReference.getClassName(),
@@ -351,6 +354,7 @@ void iSCSIPipesProvider::enumerateInstances(const OperationContext&,
 void iSCSIPipesProvider::enumerateInstanceNames(const OperationContext&,
                                                 const CIMObjectPath& classReference,
                                                 ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     trace("Entering Pipes EIN ");
     enumerate(*_engine, classReference.getClassName(), Answer(handler));
@@ -362,6 +366,7 @@ void iSCSIPipesProvider::associators(const OperationContext&, const CIMObjectPat
                                      const String&, const String&, const Boolean includeQualifiers,
                                      const Boolean, const CIMPropertyList& propertyList,
                                      ObjectResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     trace("Entering Pipes Associators ");
     traverse(*_engine, {objectName, associationClass, &resultClass, "A:EONP:IPE "},
@@ -373,6 +378,7 @@ void iSCSIPipesProvider::associatorNames(const OperationContext&, const CIMObjec
                                          const CIMName& associationClass,
                                          const CIMName& resultClass, const String&, const String&,
                                          ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     trace("Entering Pipes Associator Names ");
     traverse(*_engine, {objectName, associationClass, &resultClass, "AN:EONP:IPE "},
@@ -385,6 +391,7 @@ void iSCSIPipesProvider::references(const OperationContext&, const CIMObjectPath
                                     const Boolean includeQualifiers, const Boolean,
                                     const CIMPropertyList& propertyList,
                                     ObjectResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     trace("Entering Pipes References ");
     traverse(*_engine, {objectName, resultClass, nullptr, "REF:EONP:IPE "},
@@ -395,6 +402,7 @@ void iSCSIPipesProvider::references(const OperationContext&, const CIMObjectPath
 void iSCSIPipesProvider::referenceNames(const OperationContext&, const CIMObjectPath& objectName,
                                         const CIMName& resultClass, const String&,
                                         ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     trace("Entering Pipes ReferenceNames ");
     traverse(*_engine, {objectName, resultClass, nullptr, "REFN:EONP:IPE "}, Answer(handler));

@@ -6,6 +6,7 @@
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVSessionSettings.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "engine/builders/Builders.h"
 #include "providers/frame/Attach.h"
 #include "providers/frame/Keys.h"
@@ -135,6 +136,7 @@ void iSCSISettingsProvider::getInstance(const OperationContext&, const CIMObject
                                         const Boolean includeQualifiers, const Boolean,
                                         const CIMPropertyList& propertyList,
                                         InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     const CIMName& className = path.getClassName();
     const Uint32 id = idFromFirstKey(path);
@@ -154,6 +156,7 @@ void iSCSISettingsProvider::enumerateInstances(const OperationContext&, const CI
 void iSCSISettingsProvider::modifyInstance(const OperationContext&, const CIMObjectPath& path,
                                            const CIMInstance& modifiedInstance, const Boolean,
                                            const CIMPropertyList&, ResponseHandler& handler) {
+    const OperationScope operation;
     trace("iSCSISettingsProvider::modifyInstance");
     const CIMName& className = path.getClassName();
     handler.processing();

@@ -3,6 +3,7 @@
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVLogicalUnit.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/Attach.h"
 #include "providers/frame/Keys.h"
 #include "providers/frame/Parameters.h"
@@ -146,6 +147,7 @@ void ControllerConfigurationServiceProvider::getInstance(const OperationContext&
                                                          const CIMObjectPath&, const Boolean,
                                                          const Boolean, const CIMPropertyList&,
                                                          InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     handler.deliver(serviceInstance(SERVICE));
     handler.complete();
@@ -156,6 +158,7 @@ void ControllerConfigurationServiceProvider::enumerateInstances(const OperationC
                                                                 const Boolean, const Boolean,
                                                                 const CIMPropertyList&,
                                                                 InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     if (classReference.getClassName() == SERVICE) {
         handler.deliver(serviceInstance(SERVICE));
@@ -166,6 +169,7 @@ void ControllerConfigurationServiceProvider::enumerateInstances(const OperationC
 void ControllerConfigurationServiceProvider::enumerateInstanceNames(
     const OperationContext&, const CIMObjectPath& classReference,
     ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     if (classReference.getClassName() == SERVICE) {
         handler.deliver(servicePath(SERVICE));
@@ -178,6 +182,7 @@ void ControllerConfigurationServiceProvider::invokeMethod(const OperationContext
                                                           const CIMName& methodName,
                                                           const Array<CIMParamValue>& inParameters,
                                                           MethodResultResponseHandler& handler) {
+    const OperationScope operation;
     publishInvoked("ControllerConfigurationService", __LINE__, objectReference, methodName);
     trace("ControllerConfigurationServiceProvider::invokeMethod");
     handler.processing();

@@ -2,6 +2,7 @@
 
 #include "engine/DRAVLogicalUnit.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "engine/builders/StorageVolume.h"
 #include "engine/builders/iSCSINode.h"
 #include "providers/frame/ArrayRange.h"
@@ -166,6 +167,7 @@ void ProtocolControllerForUnitProvider::associators(
     const OperationContext&, const CIMObjectPath& objectName, const CIMName&,
     const CIMName& resultClass, const String&, const String&, const Boolean includeQualifiers,
     const Boolean, const CIMPropertyList& propertyList, ObjectResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     const From from = toFarEnds(objectName.getClassName(), resultClass);
     walk(*_engine, from, objectName, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
@@ -183,6 +185,7 @@ void ProtocolControllerForUnitProvider::associatorNames(const OperationContext&,
                                                         const CIMName&, const CIMName& resultClass,
                                                         const String&, const String&,
                                                         ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     const From from = toFarEnds(objectName.getClassName(), resultClass);
     walk(*_engine, from, objectName, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
@@ -200,6 +203,7 @@ void ProtocolControllerForUnitProvider::references(const OperationContext&,
                                                    const String& role, const Boolean, const Boolean,
                                                    const CIMPropertyList&,
                                                    ObjectResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     const CIMName& sourceClass = objectName.getClassName();
     const From from = toAssociations(isController(sourceClass), sourceClass, role);
@@ -214,6 +218,7 @@ void ProtocolControllerForUnitProvider::referenceNames(const OperationContext&,
                                                        const CIMObjectPath& objectName,
                                                        const CIMName&, const String& role,
                                                        ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     const CIMName& sourceClass = objectName.getClassName();
     const From from =
@@ -231,6 +236,7 @@ void ProtocolControllerForUnitProvider::getInstance(const OperationContext&,
                                                     const Boolean, const Boolean,
                                                     const CIMPropertyList&,
                                                     InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     const Named named(instanceReference);
     forEachUnit(*_engine, named.controllerId, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
@@ -248,6 +254,7 @@ void ProtocolControllerForUnitProvider::enumerateInstances(const OperationContex
                                                            const CIMObjectPath&, const Boolean,
                                                            const Boolean, const CIMPropertyList&,
                                                            InstanceResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     forEachUnit(*_engine, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
         handler.deliver(mappingInstance(endsOf(targetId, unit), unit));
@@ -258,6 +265,7 @@ void ProtocolControllerForUnitProvider::enumerateInstances(const OperationContex
 void ProtocolControllerForUnitProvider::enumerateInstanceNames(const OperationContext&,
                                                                const CIMObjectPath&,
                                                                ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     forEachUnit(*_engine, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
         handler.deliver(mappingPath(endsOf(targetId, unit)));
@@ -271,6 +279,7 @@ void ProtocolControllerForUnitProvider::modifyInstance(const OperationContext&,
                                                        const CIMInstance& instanceObject,
                                                        const Boolean, const CIMPropertyList&,
                                                        ResponseHandler& handler) {
+    const OperationScope operation;
     handler.processing();
     const Named named(instanceReference);
     forEachUnit(*_engine, named.controllerId, [&](Uint32, DRAVLogicalUnit& unit) {

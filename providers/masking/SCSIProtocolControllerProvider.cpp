@@ -1,6 +1,7 @@
 #include "providers/masking/SCSIProtocolControllerProvider.h"
 
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "engine/builders/iSCSINode.h"
 #include "providers/frame/ArrayRange.h"
 #include "providers/frame/Attach.h"
@@ -30,6 +31,7 @@ void SCSIProtocolControllerProvider::getInstance(const OperationContext&,
                                                  const Boolean includeQualifiers, const Boolean,
                                                  const CIMPropertyList& propertyList,
                                                  InstanceResponseHandler& handler) {
+    const OperationScope operation;
     trace("SCSIProtocolControllerProvider::getInstance");
     handler.processing();
     handler.deliver(
@@ -40,6 +42,7 @@ void SCSIProtocolControllerProvider::getInstance(const OperationContext&,
 void SCSIProtocolControllerProvider::enumerateInstances(
     const OperationContext&, const CIMObjectPath& classReference, const Boolean includeQualifiers,
     const Boolean, const CIMPropertyList& propertyList, InstanceResponseHandler& handler) {
+    const OperationScope operation;
     trace("SCSIProtocolControllerProvider::enumerateInstances");
     handler.processing();
     for (const Uint32 id : targets(*_engine, classReference)) {
@@ -51,6 +54,7 @@ void SCSIProtocolControllerProvider::enumerateInstances(
 void SCSIProtocolControllerProvider::enumerateInstanceNames(const OperationContext&,
                                                             const CIMObjectPath& classReference,
                                                             ObjectPathResponseHandler& handler) {
+    const OperationScope operation;
     trace("SCSIProtocolControllerProvider::enumerateInstanceNames");
     handler.processing();
     for (const Uint32 id : targets(*_engine, classReference)) {
