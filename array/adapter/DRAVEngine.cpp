@@ -11,18 +11,10 @@ namespace Pegasus {
 
 namespace {
 
+using array::changeArray;
+using array::currentSnapshot;
 using array::ErrorCode;
 using array::SnapshotPtr;
-
-SnapshotPtr snapshot() {
-    SnapshotPtr now = array::theArray().snapshot();
-    array::showNames(*now);
-    return now;
-}
-
-void change(const std::function<void(array::Change&)>& make) {
-    array::theArray().change(make);
-}
 
 // What the engine does with the records of a class; null: records of the class cannot be made so.
 struct RecordClass {
@@ -55,14 +47,14 @@ template<class Record, class Values>
 Uint32 create(const ManagedObject& record) {
     const Values values = array::fromEngine(as<Record>(record, array::classOfRecord<Values>));
     Uint32 id = 0;
-    change([&](array::Change& next) { id = next.create(values); });
+    changeArray([&](array::Change& next) { id = next.create(values); });
     return id;
 }
 
 template<class Record, class Values>
 void modify(const ManagedObject& record) {
     const Values values = array::fromEngine(as<Record>(record, array::classOfRecord<Values>));
-    change([&](array::Change& next) { next.modify(record.objectID, values); });
+    changeArray([&](array::Change& next) { next.modify(record.objectID, values); });
 }
 
 constexpr RecordClass RECORD_CLASSES[] = {
@@ -96,7 +88,7 @@ const RecordClass& recordClass(CLASSID_e objectClass) {
 DRAVEngine* DRAVEngine::_getInstance() {
     static DRAVEngine engine;
     try {
-        snapshot(); // sets the name pointers before the first operation
+        currentSnapshot(); // sets the name pointers before the first operation
     } catch (const Exception&) {
         // Each operation will say so, and try again.
     }
@@ -105,11 +97,11 @@ DRAVEngine* DRAVEngine::_getInstance() {
 
 ManagedObject* DRAVEngine::getObject(CLASSID_e objectClass, Uint32 id) {
     const RecordClass& row = recordClass(objectClass);
-    return row.get(*snapshot(), id);
+    return row.get(*currentSnapshot(), id);
 }
 
 Array<Uint32> DRAVEngine::enumerateAssociatedObjects(Uint32 id, CLASSID_e objectClass) {
-    const SnapshotPtr now = snapshot();
+    const SnapshotPtr now = currentSnapshot();
     Array<Uint32> ids;
     ids.reserveCapacity(static_cast<Uint32>(now->countAssociated(id, objectClass)));
     now->forEachAssociated(id, objectClass, [&](Uint32 associated) { ids.append(associated); });
@@ -130,7 +122,7 @@ void DRAVEngine::modifyObject(CLASSID_e objectClass, const ManagedObject& record
 }
 
 void DRAVEngine::deleteObject(CLASSID_e objectClass, Uint32 id) {
-    change([&](array::Change& next) {
+    changeArray([&](array::Change& next) {
         if (array::classOf(id) != objectClass || !next.snapshot().exists(id)) {
             array::failNoSuchObject(next.snapshot(), id, objectClass);
         }
@@ -139,27 +131,27 @@ void DRAVEngine::deleteObject(CLASSID_e objectClass, Uint32 id) {
 }
 
 void DRAVEngine::createAssociation(Uint32 targetId, Uint32 initiatorId) {
-    change([&](array::Change& next) { next.grant(targetId, initiatorId); });
+    changeArray([&](array::Change& next) { next.grant(targetId, initiatorId); });
 }
 
 void DRAVEngine::deleteAssociation(Uint32 targetId, Uint32 initiatorId) {
-    change([&](array::Change& next) { next.revoke(targetId, initiatorId); });
+    changeArray([&](array::Change& next) { next.revoke(targetId, initiatorId); });
 }
 
 Uint32 DRAVEngine::getObjectIDByKey(CLASSID_e objectClass, const String& key) {
     if (objectClass != CLASSID_VOLUME) {
         return 0;
     }
-    return snapshot()->volumeByName(array::hexTextOf(key));
+    return currentSnapshot()->volumeByName(array::hexTextOf(key));
 }
 
 Uint32 DRAVEngine::getiSCSIObjectIDByName(CLASSID_e objectClass, const String& name) {
     const std::string text = array::toUtf8(name);
     if (objectClass == CLASSID_INITIATOR) {
-        return snapshot()->initiatorByName(text);
+        return currentSnapshot()->initiatorByName(text);
     }
     if (objectClass == CLASSID_TARGET) {
-        return snapshot()->targetByName(text);
+        return currentSnapshot()->targetByName(text);
     }
     return 0;
 }

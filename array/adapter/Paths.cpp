@@ -5,8 +5,6 @@
 #include "array/adapter/CimNames.h"
 #include "array/adapter/ThisArray.h"
 #include "array/model/Text.h"
-#include "engine/CurrentName.h"
-#include "engine/DRAVEngine.h"
 #include "engine/DRAVKeys.h"
 
 namespace array {
@@ -14,7 +12,6 @@ namespace array {
 using Pegasus::CIMKeyBinding;
 using Pegasus::CIMNamespaceName;
 using Pegasus::CIMValue;
-using Pegasus::DRAVEngine;
 using Pegasus::DRAVObjectKey;
 using Pegasus::String;
 
@@ -22,16 +19,9 @@ using Keys = Pegasus::Array<CIMKeyBinding>;
 
 namespace {
 
-// A name of the array, by the engine's pointer to it, as it is now: another process may have
-// changed it.
-const String& current(const String*& name) {
-    currentSnapshot();
-    return currentName(name);
-}
-
 CIMObjectPath arrayPath(const CIMName& className, const Keys& keys) {
     static const CIMNamespaceName snia("root/snia");
-    return CIMObjectPath(current(DRAVEngine::_OvrinHostNamePtr), snia, className, keys);
+    return CIMObjectPath(currentNames().host, snia, className, keys);
 }
 
 CIMKeyBinding stringKey(const CIMName& name, const String& value) {
@@ -49,7 +39,7 @@ CIMObjectPath pathInSystem(const CIMName& className, const CIMName& lastKey,
                            const String& lastValue) {
     const CIMKeyBinding keys[] = {
         stringKey(name::SystemCreationClassName, name::ComputerSystem.getString()),
-        stringKey(name::SystemName, current(DRAVEngine::_OvrinSystemNamePtr)),
+        stringKey(name::SystemName, currentNames().system),
         stringKey(name::CreationClassName, className.getString()),
         stringKey(lastKey, lastValue),
     };

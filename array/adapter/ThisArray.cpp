@@ -1,12 +1,17 @@
 #include "array/adapter/ThisArray.h"
 
 #include <atomic>
-#include <deque>
+#include <cstddef>
+#include <memory>
 #include <mutex>
+#include <new>
+#include <utility>
 
 #include "array/model/SnapshotContents.h"
 #include "array/model/Text.h"
+#include "engine/CurrentName.h"
 #include "engine/DRAVEngine.h"
+#include "engine/OperationScope.h"
 
 namespace array {
 
@@ -28,17 +33,21 @@ Array& theArray() {
 
 } // namespace array
 
-namespace Pegasus {
+namespace array {
 
 namespace {
 
 // What the pointers show while the state directory has never been readable.
-const String UNKNOWN("localhost");
+const PathNames unknown{"localhost", "localhost"};
 
 } // namespace
 
-const String* DRAVEngine::_OvrinHostNamePtr = &UNKNOWN;
-const String* DRAVEngine::_OvrinSystemNamePtr = &UNKNOWN;
+} // namespace array
+
+namespace Pegasus {
+
+const String* DRAVEngine::_OvrinHostNamePtr = &array::unknown.host;
+const String* DRAVEngine::_OvrinSystemNamePtr = &array::unknown.system;
 
 } // namespace Pegasus
 
@@ -46,37 +55,155 @@ namespace array {
 
 namespace {
 
-using Pointer = const Pegasus::String*;
+// The names that snapshots had, as texts for paths. They are few, and stay as long as the process:
+// whoever read one from DRAVEngine's pointers may still be using it.
+class SeenNames {
+public:
+    // Those of a snapshot. Lets the pointers point to them, unless they show those of a newer one.
+    // Costs a comparison while the array keeps its names.
+    const PathNames& of(const Snapshot& snapshot) {
+        const Seen* const shown = _shown.load(std::memory_order_acquire);
+        return shown && &*shown->names == &snapshot.names() ? shown->texts : find(snapshot);
+    }
 
-struct Shown {
-    std::mutex mutex;
-    std::deque<Pegasus::String> strings; // guarded by mutex, as is all above `current`
-    Shared<Names> names;                 // kept, so that no later ones stand at the same address
-    std::uint64_t version = 0;
-    std::atomic<const Names*> current{nullptr};
+    // Those that the pointers show.
+    const PathNames& shown() const {
+        const Seen* const shown = _shown.load(std::memory_order_acquire);
+        return shown ? shown->texts : unknown;
+    }
 
-    void show(Pointer& pointer, const std::string& name) {
-        strings.push_back(fromUtf8(name));
-        std::atomic_ref<Pointer>(pointer).store(&strings.back(), std::memory_order_release);
+private:
+    struct Seen {
+        Shared<Names> names; // kept, so that no later ones stand at the same address
+        PathNames texts;
+        std::uint64_t version;
+        const Seen* before;
+    };
+
+    const PathNames& find(const Snapshot& snapshot) {
+        const std::lock_guard lock(_mutex);
+        for (const Seen* seen = _last; seen; seen = seen->before) {
+            if (&*seen->names == &snapshot.names()) {
+                return seen->texts;
+            }
+        }
+        const Names& names = snapshot.names();
+        _last = new Seen{snapshot.contents().names,
+                         {fromUtf8(names.host), fromUtf8(names.system)},
+                         snapshot.version(),
+                         _last};
+        const Seen* const shown = _shown.load(std::memory_order_relaxed);
+        if (!shown || _last->version > shown->version) {
+            show(*_last);
+        }
+        return _last->texts;
+    }
+
+    void show(const Seen& seen) {
+        using Pegasus::DRAVEngine;
+        using Pointer = std::atomic_ref<const Pegasus::String*>;
+        Pointer(DRAVEngine::_OvrinHostNamePtr).store(&seen.texts.host, std::memory_order_release);
+        Pointer(DRAVEngine::_OvrinSystemNamePtr)
+            .store(&seen.texts.system, std::memory_order_release);
+        _shown.store(&seen, std::memory_order_release);
+    }
+
+    std::mutex _mutex;
+    const Seen* _last = nullptr;              // guarded by _mutex
+    std::atomic<const Seen*> _shown{nullptr}; // changed under _mutex
+};
+
+constinit SeenNames seenNames;
+
+// What the operation that runs on a thread reads, and those that it calls through the server.
+struct Operation {
+    unsigned depth;
+    bool hasRead;           // since it began, and since it changed the array
+    const PathNames* names; // null until one is read
+    alignas(SnapshotPtr) std::byte room[sizeof(SnapshotPtr)];
+
+    // Only if it has read.
+    SnapshotPtr& snapshot() { return *std::launder(reinterpret_cast<SnapshotPtr*>(room)); }
+
+    void keep(const SnapshotPtr& read, const PathNames& namesRead) {
+        new (room) SnapshotPtr(read);
+        hasRead = true;
+        names = names ? names : &namesRead;
+    }
+
+    void forget() {
+        names = nullptr;
+        if (std::exchange(hasRead, false)) {
+            std::destroy_at(&snapshot());
+        }
     }
 };
 
-} // namespace
-
-void showNames(const Snapshot& snapshot) {
-    static Shown shown;
-    if (shown.current.load(std::memory_order_acquire) == &snapshot.names()) {
-        return;
-    }
-    const std::lock_guard lock(shown.mutex);
-    if (shown.names && snapshot.version() <= shown.version) {
-        return; // an older snapshot than was shown
-    }
-    shown.names = snapshot.contents().names;
-    shown.version = snapshot.version();
-    shown.show(Pegasus::DRAVEngine::_OvrinHostNamePtr, snapshot.names().host);
-    shown.show(Pegasus::DRAVEngine::_OvrinSystemNamePtr, snapshot.names().system);
-    shown.current.store(&snapshot.names(), std::memory_order_release);
+// The calling thread's. It has no destructor, and is looked for once per call: either would cost at
+// each use.
+[[gnu::noinline]] Operation& thisOperation() noexcept {
+    constinit static thread_local Operation operation{};
+    return operation;
 }
 
+} // namespace
+
+SnapshotPtr currentSnapshot() {
+    Operation& operation = thisOperation();
+    if (operation.hasRead) {
+        return operation.snapshot();
+    }
+    SnapshotPtr newest = theArray().snapshot();
+    const PathNames& names = seenNames.of(*newest);
+    if (operation.depth != 0) {
+        operation.keep(newest, names);
+    }
+    return newest;
+}
+
+void changeArray(const std::function<void(Change&)>& make) {
+    theArray().change(make);
+    thisOperation().forget();
+}
+
+const PathNames& currentNames() {
+    const PathNames* const names = thisOperation().names;
+    return names ? *names : seenNames.of(*currentSnapshot());
+}
+
+namespace {
+
+// The same, and while the state cannot be read what the pointers show: each call of the engine
+// says that it cannot.
+[[gnu::noinline]] const PathNames& knownNames() noexcept {
+    try {
+        return currentNames();
+    } catch (...) {
+        const PathNames& names = seenNames.shown();
+        if (Operation& operation = thisOperation(); operation.depth != 0) {
+            operation.names = &names;
+        }
+        return names;
+    }
+}
+
+} // namespace
+
 } // namespace array
+
+void DRAVBeginOperation() noexcept {
+    ++array::thisOperation().depth;
+}
+
+void DRAVEndOperation() noexcept {
+    array::Operation& operation = array::thisOperation();
+    if (--operation.depth == 0) {
+        operation.forget();
+    }
+}
+
+const Pegasus::String& DRAVCurrentName(const Pegasus::String*& pointer) noexcept {
+    const array::PathNames* const read = array::thisOperation().names;
+    const array::PathNames& names = read ? *read : array::knownNames();
+    return &pointer == &Pegasus::DRAVEngine::_OvrinHostNamePtr ? names.host : names.system;
+}

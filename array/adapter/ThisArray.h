@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+
+#include <Pegasus/Common/String.h>
 #include <Pegasus/Provider/ProviderException.h>
 
 #include "array/Array.h"
@@ -13,17 +16,24 @@ namespace array {
 // thread.
 Array& theArray();
 
-// Lets DRAVEngine's name pointers point to the names of a snapshot; costs a comparison if they do
-// already. The strings that they pointed to before live on, because a reader may be using them.
-void showNames(const Snapshot& snapshot);
+// The array as the engine of this process sees it: within an operation of the calling thread
+// (engine/OperationScope.h) always the same, until the operation itself changes the array; else the
+// newest. DRAVEngine's name pointers show its names from then on, unless they show newer ones.
+// Throws DRAVOperationFailedException if its state cannot be read; the next call tries again.
+SnapshotPtr currentSnapshot();
 
-// The array as the engine of this process sees it now, whose names paths carry from then on. Throws
-// DRAVOperationFailedException if its state cannot be read.
-inline SnapshotPtr currentSnapshot() {
-    SnapshotPtr now = theArray().snapshot();
-    showNames(*now);
-    return now;
-}
+// Changes theArray(), as Array::change does. What the operation of the calling thread reads next
+// contains the change.
+void changeArray(const std::function<void(Change&)>& make);
+
+// The array's own names, as paths carry them.
+struct PathNames {
+    Pegasus::String host;
+    Pegasus::String system;
+};
+
+// Those of currentSnapshot(). They live as long as the process.
+const PathNames& currentNames();
 
 // A record that was looked up. Throws CIMObjectNotFoundException with the id's key text if there is
 // none.

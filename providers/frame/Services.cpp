@@ -34,7 +34,7 @@ CIMInstance serviceInstance(const CIMName& className) {
     for (const CIMKeyBinding& key : keys) {
         instance.addProperty(keyProperty(key.getName(), key.getValue()));
     }
-    instance.setPath(servicePath(className));
+    instance.setPath(modulePath(className, keys));
     return instance;
 }
 

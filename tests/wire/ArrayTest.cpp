@@ -1,16 +1,19 @@
 // What clients do on the wire and what the array has of it.
 #include "tests/wire/support/Array.h"
-#include "tests/wire/support/Http.h"
-#include "tests/wire/support/Pair.h"
-#include "tests/wire/support/Smisd.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <atomic>
 #include <thread>
 #include <vector>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Http.h"
+#include "tests/wire/support/Pair.h"
+#include "tests/wire/support/Smisd.h"
+
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -29,6 +32,17 @@ TEST(Array, ChangesBesideTheServerAreSeen) {
     EXPECT_THAT(roundTrip(smisd.port(), request("EnumerateHosts")), Not(HasSubstr(host)));
     array.arrayctl({"initiator", "create", host});
     EXPECT_THAT(roundTrip(smisd.port(), request("EnumerateHosts")), HasSubstr(host));
+}
+
+// The service is made without a call of the array's engine.
+TEST(Array, ThatAppearsAfterTheStartNamesItsServicesAtOnce) {
+    const Array array{Array::Empty()};
+    const Smisd smisd(array.state());
+    const Client client(smisd);
+    const std::string service = "CIM_StorageHardwareIDManagementService";
+    EXPECT_THAT(client.enumerate(service).each("SystemName"), ElementsAre("localhost"));
+    array.arrayctl({"import", "-"}, R"({"host": "late.example.com", "system": "late"})");
+    EXPECT_THAT(client.enumerate(service).each("SystemName"), ElementsAre("late"));
 }
 
 TEST(Array, SurvivesBadRequests) {

@@ -1,14 +1,14 @@
 // Enumerations that a client pulls in pieces.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Client.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
 
 using testing::SizeIs;
 using testing::StartsWith;
@@ -117,6 +117,33 @@ TEST_F(Pull, OpenEnumerationsDoNotKeepTheServerFromStopping) {
     open(1);
     open(0);
     EXPECT_EQ(smisd.stop().status, 0);
+}
+
+// More than wait at once for the client, who lets the array change meanwhile.
+TEST(SlowPull, GivesTheArrayAsItWasWhenTheEnumerationBegan) {
+    const std::string name = "iqn.2026-01.com.example:host";
+    constexpr int count = 250;
+    std::string initiators;
+    for (int i = 1; i <= count; ++i) {
+        initiators += (i == 1 ? "" : ",") +
+                      ("{\"name\": \"" + name + std::to_string(i) + "\", \"secret\": \"\"}");
+    }
+    const Array array(R"({"host": "array1", "system": "array1", "initiators": [)" + initiators +
+                      "]}");
+    const Smisd smisd(array.state());
+    const Client client(smisd);
+    const std::string hosts = "CIM_StorageHardwareID";
+    const Answer opened = client.call("OpenEnumerateInstances", {{"ClassName", classNamed(hosts)},
+                                                                 {"MaxObjectCount", value("1")}});
+    array.arrayctl({"initiator", "delete", name + std::to_string(count)});
+    const Answer rest =
+        client.call("PullInstancesWithPath",
+                    {{"EnumerationContext", value(opened.outValue("EnumerationContext"))},
+                     {"MaxObjectCount", value("1000")}});
+    EXPECT_EQ(rest.error(), "");
+    EXPECT_THAT(rest.each("StorageID"), SizeIs(count - 1));
+    EXPECT_EQ(rest.outValue("EndOfSequence"), "TRUE");
+    EXPECT_THAT(client.enumerate(hosts).each("StorageID"), SizeIs(count - 1));
 }
 
 class LimitedPull : public Pull {
