@@ -1,5 +1,6 @@
+#include "pegasus/host/CimomBackend.h"
+
 #include <Pegasus/Provider/ProviderException.h>
-#include <host/CimomBackend.h>
 
 namespace Pegasus {
 

@@ -1,6 +1,6 @@
 // Object paths
 
-#include <host/XmlText.h>
+#include "pegasus/host/XmlText.h"
 
 namespace Pegasus::Xml {
 

@@ -1,7 +1,8 @@
+#include "pegasus/host/XmlText.h"
+
 #include <string>
 
 #include <Pegasus/Common/Utf.h>
-#include <host/XmlText.h>
 
 namespace Pegasus::Xml {
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <host/XmlWriter.h>
+#include "pegasus/host/XmlWriter.h"
 
 namespace Pegasus::Xml {
 

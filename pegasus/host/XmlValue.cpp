@@ -4,7 +4,8 @@
 #include <cstdio>
 
 #include <Pegasus/Common/CIMValueAccess.h>
-#include <host/XmlText.h>
+
+#include "pegasus/host/XmlText.h"
 
 namespace Pegasus::Xml {
 

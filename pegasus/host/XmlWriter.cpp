@@ -2,7 +2,8 @@
 
 #include <Pegasus/Common/CIMObjectRep.h>
 #include <Pegasus/Common/CIMPropertyRep.h>
-#include <host/XmlText.h>
+
+#include "pegasus/host/XmlText.h"
 
 namespace Pegasus::Xml {
 

@@ -16,7 +16,8 @@
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/CIMValue.h>
-#include <host/Text.h>
+
+#include "pegasus/host/Text.h"
 
 namespace Pegasus::Xml {
 

@@ -32,7 +32,7 @@ struct alignas(std::max(alignof(T), alignof(OwnerCount))) ArrayRep {
         return new (place) ArrayRep{{}, 0, static_cast<Uint32>(capacity)};
     }
 
-    static void dropOwner(ArrayRep* rep) { // null is nobody's
+    static void dropOwner(ArrayRep* rep) { // null has no owners
         if (rep && rep->owners.drop()) {
             std::destroy_n(rep->items(), rep->size);
             ::operator delete(rep);

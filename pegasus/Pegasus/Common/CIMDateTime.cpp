@@ -47,7 +47,7 @@ static void checkDivisor(Uint64 divisor) {
     }
 }
 
-// Below, at or above zero as x is before, at or after y.
+// Negative, zero or positive when x is before, at or after y.
 static int order(const Shared<CIMDateTimeRep>& x, const Shared<CIMDateTimeRep>& y) {
     const CIMDateTimeRep &a = contentOf(x), &b = contentOf(y);
     if (a.interval != b.interval) {

@@ -26,7 +26,7 @@ public:
         }
     }
 
-    // The next field of so many digits, at most `most`. One of wildcards is `least`.
+    // The next field of so many digits, at most `most`. Wildcards are read as `least`.
     unsigned field(Uint32 size, unsigned least, unsigned most, const char* name) {
         if (digitCount - wildcards > _next && digitCount - wildcards < _next + size) {
             throw InvalidDateTimeFormatException(); // the wildcards begin within it

@@ -8,8 +8,8 @@
 namespace Pegasus {
 
 // Names given as C strings: literals, nearly all, of which every instance has copies. They are kept
-// for good, since copying a text that never ends costs no locked instruction. A program that makes
-// up such names at run time gets ordinary ones when the room is used up.
+// for good, since copying a text that is never destroyed costs no locked instruction. A program
+// that makes up such names at run time gets ordinary ones when the room is used up.
 class KeptNames {
 public:
     String get(const char* name) {

@@ -2,7 +2,8 @@
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObject.h>
 #include <Pegasus/Common/CIMObjectRep.h>
-#include <host/XmlWriter.h>
+
+#include "pegasus/host/XmlWriter.h"
 
 namespace Pegasus {
 

@@ -85,8 +85,8 @@ static Uint32 mixed(Uint32 hash, const String& text, bool foldCase) {
     return mixed(hash, folded.size());
 }
 
-// Equal keys give equal numbers: those that are compared as more than text stand for nothing but
-// their kind, except whole numbers.
+// Equal keys give equal numbers, also where keys of different text are equal: of a number its value
+// counts, if it is whole, and of a reference the path, if the text is one.
 static Uint32 mixed(Uint32 hash, const CIMKeyBinding& key) {
     hash = mixed(hash, key.getName().getString(), true);
     const String& value = key.getValue();

@@ -167,7 +167,7 @@ private:
         _isArray = false;
         _isNull = true;
     }
-    // Ends the content; the bytes are nothing then.
+    // Destroys the content; the bytes hold nothing afterwards.
     void _drop() {
         if (!_isPlain()) {
             _dropShared();

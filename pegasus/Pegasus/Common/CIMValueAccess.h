@@ -43,7 +43,7 @@ struct CIMValueAccess {
         return *std::launder(reinterpret_cast<const T*>(value._content));
     }
 
-    // Takes over another's content, where the bytes are nothing.
+    // Takes over another value's content. The bytes must hold nothing.
     static void copy(CIMValue& value, const CIMValue& from);
 
     // The size of a null array of fixed size takes the place of the content.

@@ -5,7 +5,7 @@
 
 namespace Pegasus {
 
-// The container as what it must be.
+// The container as one of the kind that it must be.
 template<class T>
 static const T& as(const OperationContext::Container& container) {
     const T* specific = dynamic_cast<const T*>(&container);

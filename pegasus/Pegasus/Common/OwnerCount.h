@@ -8,8 +8,8 @@
 
 namespace Pegasus {
 
-// Starts with one. Locked instructions are what a short-lived object costs most of all, so they are
-// spared where nobody else can be about. Threads: owners may come and go at once.
+// Starts with one. Locked instructions are most of what a short-lived object costs, so they are
+// avoided where no other thread can have the object. Threads: owners may come and go at once.
 class OwnerCount {
 public:
     void add() {
@@ -27,7 +27,7 @@ public:
 
     bool shared() const { return _count.load(std::memory_order_acquire) > 1; }
 
-    // The body will never end, and counts as shared. To be said by its only owner.
+    // From now on the body is never destroyed and counts as shared. Called by its only owner.
     void keepForever() { _count.store(forever, std::memory_order_relaxed); }
 
 private:

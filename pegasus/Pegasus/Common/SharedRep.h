@@ -1,7 +1,7 @@
 // The counted bodies behind handles and value types. Not a header of OpenPegasus.
 //
 // Threads: the count is atomic, so that copies of one handle may be made and dropped by several
-// threads at once. The body itself is guarded by nobody.
+// threads at once. Nothing guards the body itself.
 
 #pragma once
 

@@ -22,7 +22,7 @@ struct StringRep {
 
     // One owner, no text. Throws std::bad_alloc, also for more than 2^30 units.
     static StringRep* make(std::size_t capacity);
-    static void addOwner(StringRep* rep) { // null is nobody's
+    static void addOwner(StringRep* rep) { // null has no owners
         if (rep) {
             rep->owners.add();
         }

@@ -2,7 +2,8 @@
 
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
-#include <host/CimomBackend.h>
+
+#include "pegasus/host/CimomBackend.h"
 
 namespace Pegasus {
 

@@ -5,8 +5,8 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 #include <Pegasus/Provider/ProviderException.h>
 #include <gtest/gtest.h>
-#include <host/CimomBackend.h>
 
+#include "pegasus/host/CimomBackend.h"
 #include "tests/pegasus/Text.h"
 
 using namespace Pegasus;

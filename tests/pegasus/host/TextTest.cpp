@@ -1,7 +1,8 @@
+#include "pegasus/host/Text.h"
+
 #include <string>
 
 #include <gtest/gtest.h>
-#include <host/Text.h>
 
 using namespace Pegasus;
 

@@ -1,5 +1,6 @@
+#include "pegasus/host/XmlWriter.h"
+
 #include <gtest/gtest.h>
-#include <host/XmlWriter.h>
 
 #include "tests/pegasus/Text.h"
 
