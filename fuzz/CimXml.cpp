@@ -5,7 +5,7 @@
 #include <string>
 
 #include "server/cimxml/RequestDecoder.h"
-#include "server/operation/TypedValue.h"
+#include "server/operation/Utf8.h"
 
 namespace {
 

@@ -19,7 +19,7 @@ std::string randomText() {
     return bytes;
 }
 
-// A secret text that is wiped when it goes.
+// A secret text that is wiped when it is destroyed.
 struct Secret {
     std::string text;
     ~Secret() { sodium_memzero(text.data(), text.size()); }
@@ -49,7 +49,7 @@ BasicAuthenticator::BasicAuthenticator(Users users,
                                        std::function<void(const FailedLogin&)> onFailure,
                                        Clock::time_point (*now)())
     : _users(std::move(users)), _onFailure(std::move(onFailure)),
-      _nobody(hashPassword(randomText())), _now(now), _throttle(now) {
+      _nobodysHash(hashPassword(randomText())), _now(now), _throttle(now) {
     randombytes_buf(_key.data(), _key.size());
 }
 
@@ -80,7 +80,7 @@ std::optional<User> BasicAuthenticator::userOf(const LoginAttempt& attempt) {
         attempt.wait(*wait);
     }
     const Secret password{secret.text.substr(colon + 1)};
-    if (!verifyPassword(exists ? found->second.hash : _nobody, password.text) || !exists) {
+    if (!verifyPassword(exists ? found->second.hash : _nobodysHash, password.text) || !exists) {
         _throttle.failed(attempt.address);
         return fail(exists ? found->first : "", "unknown user or wrong password");
     }

@@ -1,3 +1,4 @@
+// Who sends a request, and whether the password is right.
 #pragma once
 
 #include <array>
@@ -12,8 +13,6 @@
 #include "server/auth/LoginThrottle.h"
 #include "server/auth/Users.h"
 #include "server/operation/Dispatcher.h"
-
-// Who sends a request.
 
 namespace smisd {
 
@@ -40,16 +39,15 @@ public:
     virtual std::optional<User> userOf(const LoginAttempt& attempt) = 0;
 };
 
-// HTTP Basic authentication (RFC 7617) against a list of users.
-
 struct FailedLogin {
     std::string address;
     std::string user; // "" when there is no such user: what was sent may be a password
     const char* reason;
 };
 
-// Remembers for a short time which credentials were right, so that a client does not pay for a
-// password hash with each request. What it remembers is a keyed hash of them.
+// HTTP Basic authentication (RFC 7617) against a list of users. Remembers for a short time which
+// credentials were right, so that a client does not pay for a password hash with each request. What
+// it remembers is a keyed hash of them.
 class BasicAuthenticator : public Authenticator {
 public:
     using Clock = std::chrono::steady_clock;
@@ -73,7 +71,7 @@ private:
 
     const Users _users;
     const std::function<void(const FailedLogin&)> _onFailure;
-    const std::string _nobody; // a hash that no password has
+    const std::string _nobodysHash; // no password has it
     Clock::time_point (*const _now)();
     Fingerprint _key{}; // constant after construction
     LoginThrottle _throttle;

@@ -11,8 +11,9 @@
 namespace smisd {
 
 // After a failed login, passwords from the same address (IPv6: the same /64) are looked at one
-// after the other: a second apart, and twice as long after each further failure. It is forgotten
-// when there was none for a while. A successful login forgives nothing: it may be the guesser's.
+// after the other: a second apart, and twice as long after each further failure. Failures
+// are forgotten when there was none for a while, but not after a successful login: that may be the
+// guesser's own.
 //
 // Thread-safe.
 class LoginThrottle {

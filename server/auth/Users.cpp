@@ -10,9 +10,12 @@
 #include <boost/algorithm/string/split.hpp>
 #include <sodium.h>
 
-#include "server/operation/TypedValue.h"
+#include "server/operation/Utf8.h"
 
 namespace smisd {
+
+namespace fs = std::filesystem;
+
 namespace {
 
 void requireSodium() {
@@ -21,38 +24,6 @@ void requireSodium() {
         throw std::runtime_error("libsodium has no source of randomness");
     }
 }
-
-} // namespace
-
-std::string hashPassword(const std::string& password) {
-    requireSodium();
-    std::array<char, crypto_pwhash_STRBYTES> hash{};
-    if (crypto_pwhash_str(hash.data(), password.data(), password.size(),
-                          crypto_pwhash_OPSLIMIT_INTERACTIVE,
-                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0) {
-        throw std::runtime_error("not enough memory to hash a password");
-    }
-    return hash.data();
-}
-
-bool verifyPassword(const std::string& hash, const std::string& password) {
-    requireSodium();
-    return isPasswordHash(hash) &&
-           crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
-}
-
-bool isPasswordHash(const std::string& text) {
-    return text.size() < crypto_pwhash_STRBYTES &&
-           crypto_pwhash_str_needs_rehash(text.c_str(), crypto_pwhash_OPSLIMIT_INTERACTIVE,
-                                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != -1;
-}
-
-} // namespace smisd
-
-namespace fs = std::filesystem;
-
-namespace smisd {
-namespace {
 
 [[noreturn]] void fail(const fs::path& file, const std::string& why) {
     throw std::runtime_error("users file " + file.string() + ": " + why);
@@ -87,6 +58,29 @@ std::optional<Users::value_type> userOf(const std::string& line) {
 }
 
 } // namespace
+
+std::string hashPassword(const std::string& password) {
+    requireSodium();
+    std::array<char, crypto_pwhash_STRBYTES> hash{};
+    if (crypto_pwhash_str(hash.data(), password.data(), password.size(),
+                          crypto_pwhash_OPSLIMIT_INTERACTIVE,
+                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0) {
+        throw std::runtime_error("not enough memory to hash a password");
+    }
+    return hash.data();
+}
+
+bool verifyPassword(const std::string& hash, const std::string& password) {
+    requireSodium();
+    return isPasswordHash(hash) &&
+           crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
+}
+
+bool isPasswordHash(const std::string& text) {
+    return text.size() < crypto_pwhash_STRBYTES &&
+           crypto_pwhash_str_needs_rehash(text.c_str(), crypto_pwhash_OPSLIMIT_INTERACTIVE,
+                                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != -1;
+}
 
 Users readUsersFile(const fs::path& file) {
     requirePrivate(file);

@@ -1,3 +1,4 @@
+// The file of users, and the password hashes in it.
 #pragma once
 
 #include <filesystem>
@@ -6,11 +7,10 @@
 
 #include "server/operation/Dispatcher.h"
 
-// Salted, memory-hard password hashes: Argon2id with libsodium's limits for interactive use.
-//
-// All functions are thread-safe. One hash takes 64 MiB and some tens of milliseconds.
-
 namespace smisd {
+
+// Salted, memory-hard password hashes: Argon2id with libsodium's limits for interactive use.
+// Thread-safe. One hash takes 64 MiB and some tens of milliseconds.
 
 // "$argon2id$v=19$...", 128 characters at most. Throws std::runtime_error without memory for it.
 std::string hashPassword(const std::string& password);
@@ -23,7 +23,6 @@ bool isPasswordHash(const std::string& text);
 
 // The file of users: a line "name:role:hash" for each; empty lines and lines that start with # are
 // passed over. A line "name:hash" is an administrator's. Names are compared as they stand.
-
 struct Account {
     std::string hash; // of the password
     Role role = Role::administrator;

@@ -1,12 +1,9 @@
-#include "server/cimxml/InstanceReader.h"
-
 #include <Pegasus/Common/CIMFlavor.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/CIMQualifier.h>
 #include <Pegasus/Common/Exception.h>
 
-#include "server/cimxml/PathReader.h"
-#include "server/cimxml/ValueReader.h"
+#include "server/cimxml/ElementReaders.h"
 
 using namespace Pegasus;
 

@@ -8,8 +8,9 @@
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "server/cimxml/ElementReaders.h"
 #include "server/cimxml/IntrinsicParameters.h"
-#include "server/cimxml/ValueReader.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
@@ -206,7 +207,7 @@ const char* const unsupportedMethods[] = {"CreateClass",       "ModifyClass",  "
 
 template<class Range, class NameOf>
 auto findNamed(const Range& range, const std::string& wanted, NameOf nameOf) {
-    const String text = toString(wanted);
+    const String text = fromUtf8(wanted);
     return std::find_if(std::begin(range), std::end(range), [&](const auto& entry) {
         return String::equalNoCase(nameOf(entry), text);
     });
@@ -222,7 +223,7 @@ const Method& methodNamed(const std::string& wanted) {
     throw CIMException(CIM_ERR_NOT_SUPPORTED,
                        unsupported != std::end(unsupportedMethods)
                            ? String()
-                           : toString("Unrecognized intrinsic method: " + wanted));
+                           : fromUtf8("Unrecognized intrinsic method: " + wanted));
 }
 
 const Parameter& parameterNamed(const Method& method, const std::string& wanted) {
@@ -231,7 +232,7 @@ const Parameter& parameterNamed(const Method& method, const std::string& wanted)
     if (found == method.parameters.end()) {
         throw CIMException(
             CIM_ERR_NOT_SUPPORTED,
-            toString("Unrecognized or invalid request input parameter \"" + wanted + "\""));
+            fromUtf8("Unrecognized or invalid request input parameter \"" + wanted + "\""));
     }
     return *found;
 }
@@ -240,9 +241,9 @@ String complaintAbout(const Parameter& parameter) {
     const std::string name(parameter.name);
     switch (parameter.need) {
     case required:
-        return toString("Required parameter \"" + name + "\" missing from request.");
+        return fromUtf8("Required parameter \"" + name + "\" missing from request.");
     case requiredInput:
-        return toString("The " + name + " input parameter is required.");
+        return fromUtf8("The " + name + " input parameter is required.");
     default:
         return String();
     }

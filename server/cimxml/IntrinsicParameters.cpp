@@ -7,19 +7,27 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "server/operation/TypedValue.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
 namespace smisd::parameter {
 
-void refuseNull(const Element& value) {
+Element requiredValue(Element& value) {
+    return value.expect("VALUE", "Expected VALUE element");
+}
+
+Element requiredElement(Element& value, const char* elementName) {
+    if (const auto element = value.take(elementName)) {
+        return *element;
+    }
     value.end(); // says what is in it instead
     value.fail(ElementError::validation, "A null value is not valid for IPARAMVALUE \"" +
                                              value.requiredAttribute("NAME") + "\".");
 }
 
 bool readBoolean(const Element& value) {
-    const String text = toString(value.text());
+    const String text = fromUtf8(value.text());
     const bool isTrue = String::equalNoCase(text, "TRUE");
     if (!isTrue && !String::equalNoCase(text, "FALSE")) {
         value.fail(ElementError::semantic,
@@ -31,7 +39,7 @@ bool readBoolean(const Element& value) {
 Uint32 readNumber(const Element& value) {
     try {
         Uint32 number = 0;
-        valueFromText(toString(value.text()), CIMTYPE_UINT32).get(number);
+        valueFromText(fromUtf8(value.text()), CIMTYPE_UINT32).get(number);
         return number;
     } catch (const InvalidLiteral& invalid) {
         value.fail(ElementError::semantic, invalid.what());
@@ -53,7 +61,7 @@ CIMPropertyList readPropertyList(const CIMValue& names) {
     for (Uint32 i = 0; i < texts.size(); ++i) {
         String folded = texts[i];
         folded.toLower();
-        if (known.insert(std::string(folded.getCString())).second) {
+        if (known.insert(toUtf8(folded)).second) {
             list.append(CIMName(texts[i]));
         }
     }

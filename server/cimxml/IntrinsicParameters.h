@@ -7,10 +7,9 @@
 
 #include <type_traits>
 
-#include "server/cimxml/InstanceReader.h"
-#include "server/cimxml/PathReader.h"
-#include "server/cimxml/ValueReader.h"
+#include "server/cimxml/ElementReaders.h"
 #include "server/operation/Operation.h"
+#include "server/operation/Utf8.h"
 
 namespace smisd::parameter {
 
@@ -31,8 +30,11 @@ Field& fieldOf(Operation& operation, Field Owner::*member) {
     return typed<Owner>(operation).*member;
 }
 
-// The parameter has no value, or one of another kind.
-[[noreturn]] void refuseNull(const Element& value);
+// The VALUE in a parameter.
+Element requiredValue(Element& value);
+
+// The only element in a parameter that may not be null.
+Element requiredElement(Element& value, const char* elementName);
 
 // TRUE or FALSE in any case.
 bool readBoolean(const Element& value);
@@ -48,7 +50,7 @@ Pegasus::CIMPropertyList readPropertyList(const Pegasus::CIMValue& names);
 
 template<auto Member>
 void flag(Element& value, Operation& operation) {
-    fieldOf(operation, Member) = readBoolean(value.expect("VALUE", "Expected VALUE element"));
+    fieldOf(operation, Member) = readBoolean(requiredValue(value));
 }
 
 template<auto Member>
@@ -65,11 +67,7 @@ void classNameOrNull(Element& value, Operation& operation) {
 
 template<auto Member>
 void instanceName(Element& value, Operation& operation) {
-    const auto element = value.take("INSTANCENAME");
-    if (!element) {
-        refuseNull(value);
-    }
-    fieldOf(operation, Member) = readInstanceName(*element);
+    fieldOf(operation, Member) = readInstanceName(requiredElement(value, "INSTANCENAME"));
 }
 
 // ObjectName of an association operation.
@@ -95,25 +93,23 @@ void sourceInstance(Element& value, Operation& operation) {
 
 template<auto Member>
 void number(Element& value, Operation& operation) {
-    fieldOf(operation, Member) = readNumber(value.expect("VALUE", "Expected VALUE element"));
+    fieldOf(operation, Member) = readNumber(requiredValue(value));
 }
 
 template<auto Member>
 void requiredText(Element& value, Operation& operation) {
-    const Element element = value.expect("VALUE", "Expected VALUE element");
-    fieldOf(operation, Member) = toString(element.text());
+    fieldOf(operation, Member) = fromUtf8(requiredValue(value).text());
 }
 
 template<auto Member>
 void name(Element& value, Operation& operation) {
-    const Element element = value.expect("VALUE", "Expected VALUE element");
-    fieldOf(operation, Member) = Pegasus::CIMName(toString(element.text()));
+    fieldOf(operation, Member) = Pegasus::CIMName(fromUtf8(requiredValue(value).text()));
 }
 
 template<auto Member>
 void text(Element& value, Operation& operation) {
     if (const auto element = value.take("VALUE")) {
-        fieldOf(operation, Member) = toString(element->text());
+        fieldOf(operation, Member) = fromUtf8(element->text());
     }
 }
 
@@ -126,20 +122,12 @@ void propertyList(Element& value, Operation& operation) {
 
 template<auto Member>
 void instance(Element& value, Operation& operation) {
-    const auto element = value.take("INSTANCE");
-    if (!element) {
-        refuseNull(value);
-    }
-    fieldOf(operation, Member) = readInstance(*element);
+    fieldOf(operation, Member) = readInstance(requiredElement(value, "INSTANCE"));
 }
 
 template<auto Member>
 void namedInstance(Element& value, Operation& operation) {
-    const auto element = value.take("VALUE.NAMEDINSTANCE");
-    if (!element) {
-        refuseNull(value);
-    }
-    fieldOf(operation, Member) = readNamedInstance(*element);
+    fieldOf(operation, Member) = readNamedInstance(requiredElement(value, "VALUE.NAMEDINSTANCE"));
 }
 
 // Of any type, which the request does not tell.

@@ -1,6 +1,5 @@
-#include "server/cimxml/PathReader.h"
-
-#include "server/cimxml/ValueReader.h"
+#include "server/cimxml/ElementReaders.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
@@ -33,7 +32,7 @@ CIMKeyBinding::Type readValueType(const Element& keyValue) {
 // The key that comes next in `parent`: KEYVALUE or VALUE.REFERENCE.
 std::optional<CIMKeyBinding> takeKey(Element& parent, const CIMName& name) {
     if (const auto keyValue = parent.take("KEYVALUE")) {
-        return CIMKeyBinding(name, toString(keyValue->text(Element::Content::text)),
+        return CIMKeyBinding(name, fromUtf8(keyValue->text(Element::Content::text)),
                              readValueType(*keyValue));
     }
     if (const auto reference = parent.take("VALUE.REFERENCE")) {
@@ -63,7 +62,7 @@ struct NamespacePath {
 
 NamespacePath readNamespacePath(Element element) {
     const Element hostElement = element.expect("HOST");
-    const String host = toString(hostElement.text(Element::Content::text));
+    const String host = fromUtf8(hostElement.text(Element::Content::text));
     if (host.size() == 0) {
         hostElement.fail(ElementError::validation, "expected content of HOST element");
     }

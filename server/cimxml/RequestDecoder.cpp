@@ -2,18 +2,14 @@
 
 #include <algorithm>
 
+#include "server/cimxml/ElementReaders.h"
 #include "server/cimxml/IntrinsicMethods.h"
-#include "server/cimxml/PathReader.h"
-#include "server/cimxml/ValueReader.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
 namespace smisd {
 namespace {
-
-std::string utf8(const String& text) {
-    return std::string(text.getCString());
-}
 
 [[noreturn]] void refuseHeader(const std::string& detail) {
     throw BadRequest(400, "header-mismatch", detail);
@@ -52,29 +48,21 @@ void checkProtocolVersion(const Element& message, const CimHeaders& headers) {
     }
 }
 
-void checkMethod(const std::string& header, const std::string& body, bool same) {
+// A header must say the same as the body: CIMMethod what the method is, CIMObject the object.
+void checkHeader(const std::string& name, const std::string& header, const std::string& what,
+                 const std::string& body, bool same) {
     if (header.empty()) {
-        refuseHeader("Missing CIMMethod HTTP header.");
+        refuseHeader("Missing " + name + " HTTP header.");
     }
     if (!same) {
-        refuseHeader("CIMMethod value \"" + header + "\" does not match CIM request method \"" +
-                     body + "\".");
-    }
-}
-
-void checkObject(const std::string& header, const std::string& body, bool same) {
-    if (header.empty()) {
-        refuseHeader("Missing CIMObject HTTP header.");
-    }
-    if (!same) {
-        refuseHeader("CIMObject value \"" + header + "\" does not match CIM request object \"" +
+        refuseHeader(name + " value \"" + header + "\" does not match CIM request " + what + " \"" +
                      body + "\".");
     }
 }
 
 CIMObjectPath parseObjectHeader(const std::string& header) {
     try {
-        return header.empty() ? CIMObjectPath() : CIMObjectPath(toString(header));
+        return header.empty() ? CIMObjectPath() : CIMObjectPath(fromUtf8(header));
     } catch (const Exception&) {
         refuseHeader("Could not parse CIMObject value \"" + header + "\".");
     }
@@ -95,11 +83,11 @@ std::variant<Operation, CIMException> operationOrError(Read read) {
 
 DecodedRequest readIMethodCall(Element call, const CimHeaders& headers) {
     const std::string method = call.requiredAttribute("NAME", "Missing");
-    checkMethod(headers.method, method,
-                String::equalNoCase(toString(headers.method), toString(method)));
+    checkHeader("CIMMethod", headers.method, "method", method,
+                String::equalNoCase(fromUtf8(headers.method), fromUtf8(method)));
     const CIMNamespaceName nameSpace = readLocalNamespacePath(call.expect("LOCALNAMESPACEPATH"));
-    checkObject(headers.object, utf8(nameSpace.getString()),
-                String::equalNoCase(toString(headers.object), nameSpace.getString()));
+    checkHeader("CIMObject", headers.object, "object", toUtf8(nameSpace.getString()),
+                String::equalNoCase(fromUtf8(headers.object), nameSpace.getString()));
     auto operation = operationOrError([&] { return readIntrinsicCall(call, method, nameSpace); });
     return {{"", method, true}, std::move(operation)};
 }
@@ -117,7 +105,7 @@ Operation readInvocation(Element call, const CIMObjectPath& object, const std::s
     operation.nameSpace = object.getNameSpace();
     operation.objectName = object;
     operation.objectName.setNameSpace(CIMNamespaceName());
-    operation.methodName = CIMName(toString(method));
+    operation.methodName = CIMName(fromUtf8(method));
     while (const auto parameter = call.take("PARAMVALUE")) {
         operation.inParameters.append(readParamValue(*parameter));
     }
@@ -127,14 +115,14 @@ Operation readInvocation(Element call, const CIMObjectPath& object, const std::s
 
 DecodedRequest readMethodCall(Element call, const CimHeaders& headers) {
     const std::string method = call.requiredAttribute("NAME", "Missing");
-    checkMethod(headers.method, method, headers.method == method);
+    checkHeader("CIMMethod", headers.method, "method", method, headers.method == method);
     CIMObjectPath object;
     try {
         object = readCalledObject(call);
     } catch (const Exception& error) {
-        call.fail(ElementError::semantic, utf8(error.getMessage()));
+        call.fail(ElementError::semantic, toUtf8(error.getMessage()));
     }
-    checkObject(headers.object, utf8(object.toString()),
+    checkHeader("CIMObject", headers.object, "object", toUtf8(object.toString()),
                 object.identical(parseObjectHeader(headers.object)));
     auto operation = operationOrError([&] { return readInvocation(call, object, method); });
     return {{"", method, false}, std::move(operation)};

@@ -8,7 +8,7 @@
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
 
-#include "server/cimxml/ValueReader.h"
+#include "server/cimxml/ElementReaders.h"
 #include "server/cimxml/XmlDocument.h"
 #include "server/operation/Operation.h"
 

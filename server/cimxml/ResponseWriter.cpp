@@ -6,7 +6,7 @@
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/CIMType.h>
 
-#include "pegasus/host/XmlWriter.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
@@ -47,8 +47,6 @@ void appendScope(Text& out, const QualifierScope& scope) {
     out += "/>";
 }
 
-} // namespace
-
 void appendQualifierDeclaration(Text& out, const QualifierDeclaration& declaration) {
     out += "<QUALIFIER.DECLARATION NAME=\"";
     Xml::appendEscaped(out, declaration.name.getString());
@@ -62,13 +60,6 @@ void appendQualifierDeclaration(Text& out, const QualifierDeclaration& declarati
     Xml::appendValue(out, declaration.value);
     out += "</QUALIFIER.DECLARATION>\n";
 }
-
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
 
 constexpr unsigned resultsPerPiece = 100;
 
@@ -270,7 +261,7 @@ std::string errorDescription(const CIMException& error) {
     if (!text.starts_with("CIM_ERR_")) {
         text += " \"" + std::to_string(code) + "\"";
     }
-    const std::string message(error.getMessage().getCString());
+    const std::string message = toUtf8(error.getMessage());
     return message.empty() ? text : text + ": " + message;
 }
 

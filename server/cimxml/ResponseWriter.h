@@ -1,3 +1,4 @@
+// From the results of an operation to the body of the response (DSP0201, "Message Elements").
 #pragma once
 
 #include <functional>
@@ -5,21 +6,14 @@
 #include <string_view>
 
 #include <Pegasus/Common/Exception.h>
-#include <host/Text.h>
 
+#include "pegasus/host/Text.h"
 #include "pegasus/host/XmlWriter.h"
 #include "server/cimxml/RequestDecoder.h"
 #include "server/operation/Dispatcher.h"
 #include "server/operation/Operation.h"
 
-// CIM-XML of qualifier declarations.
-
 namespace smisd {
-
-// Appends a QUALIFIER.DECLARATION.
-void appendQualifierDeclaration(Pegasus::Text& out, const QualifierDeclaration& declaration);
-
-// From the results of an operation to the body of the response (DSP0201, "Message Elements").
 
 // Encodes each result as it is delivered: the properties of the list in the order of the list,
 // qualifiers and class origins only when they were asked for.

@@ -1,9 +1,8 @@
-#include "server/cimxml/ValueReader.h"
-
 #include <cstring>
 
-#include "server/cimxml/PathReader.h"
+#include "server/cimxml/ElementReaders.h"
 #include "server/operation/TypedValue.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
@@ -11,47 +10,13 @@ namespace smisd {
 namespace {
 
 CIMName legalName(const Element& element, const char* attributeName, const std::string& text) {
-    const String name = toString(text);
+    const String name = fromUtf8(text);
     if (!CIMName::legal(name)) {
         element.fail(ElementError::semantic, std::string("Illegal value for ") + element.name() +
                                                  "." + attributeName + " attribute");
     }
     return CIMName(name);
 }
-
-} // namespace
-
-String toString(const std::string& utf8) {
-    return String(utf8.data(), static_cast<Uint32>(utf8.size()));
-}
-
-CIMName readName(const Element& element, const char* attributeName) {
-    return legalName(element, attributeName, element.requiredAttribute(attributeName));
-}
-
-CIMName readOptionalName(const Element& element, const char* attributeName) {
-    const std::optional<std::string> text = element.attribute(attributeName);
-    return text ? legalName(element, attributeName, *text) : CIMName();
-}
-
-bool readFlag(const Element& element, const char* attributeName, bool otherwise) {
-    const std::optional<std::string> text = element.attribute(attributeName);
-    if (!text) {
-        return otherwise;
-    }
-    if (*text != "true" && *text != "false") {
-        element.fail(ElementError::semantic, std::string("Invalid ") + attributeName + "." +
-                                                 element.name() + " attribute value");
-    }
-    return *text == "true";
-}
-
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
 
 constexpr CIMType types[] = {CIMTYPE_BOOLEAN, CIMTYPE_STRING,  CIMTYPE_CHAR16, CIMTYPE_UINT8,
                              CIMTYPE_SINT8,   CIMTYPE_UINT16,  CIMTYPE_SINT16, CIMTYPE_UINT32,
@@ -91,6 +56,27 @@ CIMValue readReferenceArray(Element element) {
 
 } // namespace
 
+CIMName readName(const Element& element, const char* attributeName) {
+    return legalName(element, attributeName, element.requiredAttribute(attributeName));
+}
+
+CIMName readOptionalName(const Element& element, const char* attributeName) {
+    const std::optional<std::string> text = element.attribute(attributeName);
+    return text ? legalName(element, attributeName, *text) : CIMName();
+}
+
+bool readFlag(const Element& element, const char* attributeName, bool otherwise) {
+    const std::optional<std::string> text = element.attribute(attributeName);
+    if (!text) {
+        return otherwise;
+    }
+    if (*text != "true" && *text != "false") {
+        element.fail(ElementError::semantic, std::string("Invalid ") + attributeName + "." +
+                                                 element.name() + " attribute value");
+    }
+    return *text == "true";
+}
+
 CIMType readType(const Element& element, const char* attributeName) {
     const std::optional<CIMType> type =
         typeNamed(element.requiredAttribute(attributeName), attributeName);
@@ -106,7 +92,7 @@ std::optional<CIMValue> takeValue(Element& parent, CIMType type) {
     if (!element) {
         return std::nullopt;
     }
-    const String text = toString(element->text());
+    const String text = fromUtf8(element->text());
     return converted(*element, [&] { return valueFromText(text, type); });
 }
 
@@ -117,7 +103,7 @@ std::optional<CIMValue> takeArray(Element& parent, CIMType type) {
     }
     Array<String> texts;
     while (const auto value = element->take("VALUE")) {
-        texts.append(toString(value->text()));
+        texts.append(fromUtf8(value->text()));
     }
     element->end();
     return converted(*element, [&] { return arrayFromText(texts, type); });
@@ -134,7 +120,7 @@ std::optional<CIMValue> takeReference(Element& parent) {
 }
 
 CIMParamValue readParamValue(Element element) {
-    const String name = toString(element.requiredAttribute("NAME", "Missing"));
+    const String name = fromUtf8(element.requiredAttribute("NAME", "Missing"));
     const bool hasType = element.attribute("PARAMTYPE").has_value();
     const CIMType type = hasType ? readType(element, "PARAMTYPE") : CIMTYPE_STRING;
 

@@ -6,14 +6,10 @@
 #include <iterator>
 #include <string_view>
 
-#include <boost/locale/utf.hpp>
-
-#include "server/operation/TypedValue.h"
+#include "server/operation/Utf8.h"
 
 namespace smisd {
 namespace {
-
-using Utf8 = boost::locale::utf::utf_traits<char>;
 
 struct Entity {
     std::string_view name;
@@ -50,14 +46,15 @@ bool appendReference(std::string_view reference, std::string& out) {
         base = 16;
         reference.remove_prefix(1);
     }
-    unsigned point = 0;
+    Pegasus::Uint32 point = 0;
     const char* end = reference.data() + reference.size();
     const auto parsed = std::from_chars(reference.data(), end, point, base);
-    if (parsed.ec != std::errc() || parsed.ptr != end || point == 0 ||
-        !boost::locale::utf::is_valid_codepoint(point)) {
+    if (parsed.ec != std::errc() || parsed.ptr != end || point == 0 || point > 0x10FFFF ||
+        Pegasus::Utf::isSurrogate(point)) {
         return false;
     }
-    Utf8::encode(point, std::back_inserter(out));
+    char bytes[4];
+    out.append(bytes, Pegasus::Utf::writeUtf8(bytes, point));
     return true;
 }
 

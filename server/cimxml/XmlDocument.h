@@ -1,6 +1,6 @@
 // The XML of a request as a tree of elements that are read in order.
 //
-// A stranger wrote the text. Neither document types nor entities beyond the five of XML are
+// The text comes from a stranger. Neither document types nor entities beyond the five of XML are
 // accepted, and the tree is at most as deep as is said. Content is taken as OpenPegasus takes it:
 // white space around it goes, white space within it, in references and in CDATA sections stays.
 #pragma once

@@ -5,10 +5,9 @@
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 
-#include "server/dispatch/ClassAssociations.h"
 #include "server/dispatch/Operations.h"
-#include "server/dispatch/Request.h"
-#include "server/module/ProviderHost.h"
+#include "server/dispatch/Routing.h"
+#include "server/module/ProviderManager.h"
 #include "server/module/ResponseHandlers.h"
 
 using namespace Pegasus;

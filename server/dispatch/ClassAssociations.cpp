@@ -1,8 +1,9 @@
-#include "server/dispatch/ClassAssociations.h"
+// Walks along associations from a class: the schema answers them.
 
 #include <algorithm>
 #include <vector>
 
+#include "server/dispatch/Operations.h"
 #include "server/schema/ClassView.h"
 
 using namespace Pegasus;

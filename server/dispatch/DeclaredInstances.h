@@ -1,27 +1,14 @@
+// The instances that the MOF itself has.
 #pragma once
 
 #include <map>
 #include <vector>
 
-#include <Pegasus/Common/CIMType.h>
-#include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 
 #include "server/schema/Schema.h"
 
-// Values that were sent without a type.
-
 namespace smisd {
-
-// The value in its declared type, where it is a string or an array of strings; a value of another
-// type stays as it is, a null one becomes a null of the declared type.
-//
-// Throws CIM_ERR_TYPE_MISMATCH without a text for an array in place of a scalar or the other way
-// round, and CIM_ERR_INVALID_PARAMETER for a text that is no literal of the type.
-Pegasus::CIMValue declaredValue(const Pegasus::CIMValue& value, Pegasus::CIMType type,
-                                bool isArray);
-
-// The instances that the MOF itself has.
 
 // Serves, read-only, the instances of the repository, for classes that no provider is registered
 // for. A key property SystemName that an instance leaves out is the name of the host.

@@ -1,12 +1,19 @@
+// Operations on instances and their properties.
+//
+// Those on one instance go to the provider of exactly its class. Enumerations go to the providers
+// of the requested class and of each of its subclasses, each of which delivers the instances of
+// exactly the class that it is asked for. Providers know operations on one property as getInstance
+// and modifyInstance.
+
+#include <vector>
+
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 
-#include "server/dispatch/DeclaredInstances.h"
 #include "server/dispatch/Operations.h"
-#include "server/dispatch/Request.h"
-#include "server/module/ProviderHost.h"
+#include "server/dispatch/Routing.h"
+#include "server/module/ProviderManager.h"
 #include "server/module/ResponseHandlers.h"
-
-// Operations on one instance: they go to the provider of exactly its class.
+#include "server/operation/TypedValue.h"
 
 using namespace Pegasus;
 
@@ -17,6 +24,60 @@ CIMInstanceProvider& providerOf(const Request& request, const CIMNamespaceName& 
                                 const CIMName& className) {
     requireClass(requireNamespace(request, nameSpace), className, CIM_ERR_INVALID_CLASS);
     return requireInstanceProvider(request, nameSpace, className);
+}
+
+std::vector<Participant> participantsOf(const Request& request, const CIMNamespaceName& nameSpace,
+                                        const CIMName& className) {
+    std::vector<CIMName> classes = requireNamespace(request, nameSpace).subclasses(className, true);
+    classes.insert(classes.begin(), className);
+    std::vector<Participant> result;
+    for (const CIMName& one : classes) {
+        if (const String* provider = instanceProviderName(request, nameSpace, one)) {
+            result.push_back({one, *provider});
+        }
+    }
+    requireParticipants(result, className);
+    return result;
+}
+
+CIMPropertyList propertiesOf(const CIMClass& cimClass) {
+    Array<CIMName> names;
+    for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i) {
+        names.append(cimClass.getProperty(i).getName());
+    }
+    return CIMPropertyList(names);
+}
+
+// Calls `call` with the provider and the path of its class, for each.
+template<class Call>
+void enumerate(const Request& request, const CIMNamespaceName& nameSpace, const CIMName& className,
+               Call call) {
+    callEach(participantsOf(request, nameSpace, className), [&](const Participant& participant) {
+        call(requireInterface<CIMInstanceProvider>(request, participant.provider),
+             CIMObjectPath(request.server.hostName, nameSpace, participant.className));
+    });
+}
+
+CIMPropertyList listOf(const CIMName& property) {
+    Array<CIMName> names;
+    names.append(property);
+    return CIMPropertyList(names);
+}
+
+// The new value in the declared type of its property.
+CIMValue newValueOf(const SetProperty& operation, const Request& request) {
+    if (operation.newValue.getType() != CIMTYPE_STRING) {
+        return operation.newValue;
+    }
+    const CIMClass& cimClass =
+        requireClass(requireNamespace(request, operation.nameSpace),
+                     operation.instanceName.getClassName(), CIM_ERR_INVALID_CLASS);
+    const Uint32 at = cimClass.findProperty(operation.propertyName);
+    if (at == PEG_NOT_FOUND) {
+        throw CIMException(CIM_ERR_NO_SUCH_PROPERTY, String());
+    }
+    const CIMConstProperty declared = cimClass.getProperty(at);
+    return declaredValue(operation.newValue, declared.getType(), declared.isArray());
 }
 
 } // namespace
@@ -62,50 +123,6 @@ void carryOut(const DeleteInstance& operation, const Request& request) {
     callProvider(handler, [&] { provider.deleteInstance(request.context, path, handler); });
 }
 
-} // namespace smisd
-
-// Enumerations: they go to the providers of the requested class and of each of its subclasses, each
-// of which delivers the instances of exactly the class that it is asked for.
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
-
-std::vector<Participant> participantsOf(const Request& request, const CIMNamespaceName& nameSpace,
-                                        const CIMName& className) {
-    std::vector<CIMName> classes = requireNamespace(request, nameSpace).subclasses(className, true);
-    classes.insert(classes.begin(), className);
-    std::vector<Participant> result;
-    for (const CIMName& one : classes) {
-        if (const String* provider = instanceProviderName(request, nameSpace, one)) {
-            result.push_back({one, *provider});
-        }
-    }
-    requireParticipants(result, className);
-    return result;
-}
-
-CIMPropertyList propertiesOf(const CIMClass& cimClass) {
-    Array<CIMName> names;
-    for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i) {
-        names.append(cimClass.getProperty(i).getName());
-    }
-    return CIMPropertyList(names);
-}
-
-// Calls `call` with the provider and the path of its class, for each.
-template<class Call>
-void enumerate(const Request& request, const CIMNamespaceName& nameSpace, const CIMName& className,
-               Call call) {
-    callEach(participantsOf(request, nameSpace, className), [&](const Participant& participant) {
-        call(requireInterface<CIMInstanceProvider>(request, participant.provider),
-             CIMObjectPath(request.server.hostName, nameSpace, participant.className));
-    });
-}
-
-} // namespace
-
 void carryOut(const EnumerateInstances& operation, const Request& request) {
     const CIMClass& requested = requireClass(requireNamespace(request, operation.nameSpace),
                                              operation.className, CIM_ERR_INVALID_CLASS);
@@ -138,39 +155,6 @@ void carryOut(const EnumerateInstanceNames& operation, const Request& request) {
                   });
               });
 }
-
-} // namespace smisd
-
-// Operations on one property: providers know them as getInstance and modifyInstance.
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
-
-CIMPropertyList listOf(const CIMName& property) {
-    Array<CIMName> names;
-    names.append(property);
-    return CIMPropertyList(names);
-}
-
-// The new value in the declared type of its property.
-CIMValue newValueOf(const SetProperty& operation, const Request& request) {
-    if (operation.newValue.getType() != CIMTYPE_STRING) {
-        return operation.newValue;
-    }
-    const CIMClass& cimClass =
-        requireClass(requireNamespace(request, operation.nameSpace),
-                     operation.instanceName.getClassName(), CIM_ERR_INVALID_CLASS);
-    const Uint32 at = cimClass.findProperty(operation.propertyName);
-    if (at == PEG_NOT_FOUND) {
-        throw CIMException(CIM_ERR_NO_SUCH_PROPERTY, String());
-    }
-    const CIMConstProperty declared = cimClass.getProperty(at);
-    return declaredValue(operation.newValue, declared.getType(), declared.isArray());
-}
-
-} // namespace
 
 void carryOut(const GetProperty& operation, const Request& request) {
     CIMInstanceProvider& provider = requireInstanceProvider(request, operation.nameSpace,

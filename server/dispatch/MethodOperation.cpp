@@ -3,10 +3,11 @@
 
 #include <Pegasus/Provider/CIMMethodProvider.h>
 
-#include "server/dispatch/DeclaredInstances.h"
 #include "server/dispatch/Operations.h"
-#include "server/module/ProviderHost.h"
+#include "server/dispatch/Routing.h"
+#include "server/module/ProviderManager.h"
 #include "server/module/ResponseHandlers.h"
+#include "server/operation/TypedValue.h"
 
 using namespace Pegasus;
 

@@ -1,3 +1,4 @@
+// The results of an enumeration between the thread that makes them and the requests that pull them.
 #pragma once
 
 #include <chrono>
@@ -10,8 +11,6 @@
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMPropertyList.h>
-
-// The results of an enumeration between the thread that makes them and the requests that pull them.
 
 namespace smisd {
 
@@ -51,7 +50,7 @@ public:
 
     // One at a time: throws CIM_ERR_FAILED when another one is pulling.
     void beginPull();
-    // The client's time starts.
+    // From now on the client's time runs.
     void endPull();
 
     // Waits for the next object; nothing at the end. Throws the producer's error, and

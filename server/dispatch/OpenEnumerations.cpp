@@ -6,6 +6,8 @@
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "server/operation/Utf8.h"
+
 using namespace Pegasus;
 
 namespace smisd {
@@ -56,7 +58,7 @@ std::shared_ptr<PulledEnumeration> OpenEnumerations::open(const EnumerationTrait
 
 std::shared_ptr<PulledEnumeration> OpenEnumerations::find(const String& id, const String& user) {
     const std::lock_guard lock(_mutex);
-    const auto found = _entries.find(std::string(id.getCString()));
+    const auto found = _entries.find(toUtf8(id));
     if (found == _entries.end() || found->second.enumeration->traits.user != user ||
         found->second.enumeration->queue.isClosed()) {
         throw CIMException(CIM_ERR_INVALID_ENUMERATION_CONTEXT, String("Context undefined."));

@@ -1,3 +1,4 @@
+// The enumerations whose results are pulled.
 #pragma once
 
 #include <chrono>
@@ -15,8 +16,6 @@
 
 #include "server/dispatch/ObjectQueue.h"
 #include "server/operation/Operation.h"
-
-// The enumerations whose results are pulled.
 
 namespace smisd {
 

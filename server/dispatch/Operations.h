@@ -36,4 +36,15 @@ void carryOut(const EnumerateClassNames& operation, const Request& request);
 void carryOut(const GetQualifier& operation, const Request& request);
 void carryOut(const EnumerateQualifiers& operation, const Request& request);
 
+// Walks along associations from a class, which the schema answers. The source class and the roles
+// have been checked.
+
+// The classes at the other ends; CIM_ERR_INVALID_CLASS for an unknown association or result class.
+void associatedClasses(const Associators& operation, const Request& request);
+void associatedClassNames(const AssociatorNames& operation, const Request& request);
+
+// The associations; CIM_ERR_INVALID_PARAMETER for an unknown result class.
+void referencingClasses(const References& operation, const Request& request);
+void referencingClassNames(const ReferenceNames& operation, const Request& request);
+
 } // namespace smisd

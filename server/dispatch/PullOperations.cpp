@@ -11,6 +11,7 @@
 
 #include "server/dispatch/OpenEnumerations.h"
 #include "server/dispatch/Operations.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
@@ -23,7 +24,7 @@ constexpr Uint32 maximumTimeout = 90;
 constexpr Uint32 maximumObjectCount = 10000;
 
 [[noreturn]] void refuse(CIMStatusCode code, const std::string& text) {
-    throw CIMException(code, String(text.data(), static_cast<Uint32>(text.size())));
+    throw CIMException(code, fromUtf8(text));
 }
 
 // Puts the results of an enumeration, with their whole paths, into its queue.
@@ -50,7 +51,7 @@ private:
     const CIMNamespaceName& _nameSpace;
 };
 
-// A request that pulls; the client's time runs when it has ended.
+// A request that pulls, as long as it lives; the client's time runs afterwards.
 class Pulling {
 public:
     explicit Pulling(PulledEnumeration& enumeration) : _enumeration(enumeration) {
@@ -162,7 +163,7 @@ bool passOn(PulledEnumeration& enumeration, Uint32 count, ResultSink& sink) {
     return count > 0 && enumeration.queue.atEnd();
 }
 
-// What a request that opens or pulls says.
+// The answer to a request that opens or pulls.
 void pull(PulledEnumeration& enumeration, Uint32 count, ResultSink& sink) {
     if (enumeration.traits.includeClassOrigin) {
         sink.includeClassOrigin();
@@ -196,6 +197,7 @@ void carryOut(const PullEnumeration& operation, const Request& request) {
     const auto enumeration = request.server.enumerations.find(operation.context, request.userName);
     const Pulling pulling(*enumeration);
     if (!operation.nameSpace.equal(enumeration->traits.nameSpace)) {
+        // OpenPegasus' text, which it does not fill in either.
         refuse(CIM_ERR_FAILED, "Incorrect namespace (%s) in pull operation. Expected: %s.");
     }
     if (operation.pulled != enumeration->traits.kind) {

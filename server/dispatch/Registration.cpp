@@ -5,6 +5,8 @@
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "server/operation/Utf8.h"
+
 using namespace Pegasus;
 
 namespace smisd {
@@ -17,17 +19,13 @@ const CIMName capabilitiesClass("PG_ProviderCapabilities");
 // The versions of the interface "C++Default" that OpenPegasus accepts.
 const char* const interfaceVersions[] = {"2.1.0", "2.2.0", "2.3.0", "2.5.0", "2.6.0", "2.9.0"};
 
-std::string utf8(const String& text) {
-    return std::string(text.getCString());
-}
-
 // The value of a property that must be there. The message is OpenPegasus'.
 template<class T>
 T required(const CIMInstance& instance, const char* name) {
     const Uint32 at = instance.findProperty(CIMName(name));
     if (at == PEG_NOT_FOUND || instance.getProperty(at).getValue().isNull()) {
         throw RegistrationError(std::string("Missing ") + name + " which is required property in " +
-                                utf8(instance.getClassName().getString()) + " class.");
+                                toUtf8(instance.getClassName().getString()) + " class.");
     }
     T value;
     instance.getProperty(at).getValue().get(value);
@@ -36,7 +34,7 @@ T required(const CIMInstance& instance, const char* name) {
 
 // "PG_Provider X": how a message names an instance.
 std::string title(const CIMInstance& instance, const String& name) {
-    return utf8(instance.getClassName().getString()) + " " + utf8(name);
+    return toUtf8(instance.getClassName().getString()) + " " + toUtf8(name);
 }
 
 } // namespace
@@ -74,14 +72,14 @@ void Registration::addModule(const CIMInstance& instance) {
     const String name = required<String>(instance, "Name");
     if (_moduleName.size() > 0) {
         throw RegistrationError(title(instance, name) + ": the server has only one module, " +
-                                utf8(_moduleName) + ".");
+                                toUtf8(_moduleName) + ".");
     }
-    const std::string interface = utf8(required<String>(instance, "InterfaceType"));
+    const std::string interface = toUtf8(required<String>(instance, "InterfaceType"));
     if (interface != "C++Default") {
         throw RegistrationError(title(instance, name) + ": Unsupported InterfaceType value: \"" +
                                 interface + "\".");
     }
-    const std::string version = utf8(required<String>(instance, "InterfaceVersion"));
+    const std::string version = toUtf8(required<String>(instance, "InterfaceVersion"));
     if (std::find(std::begin(interfaceVersions), std::end(interfaceVersions), version) ==
         std::end(interfaceVersions)) {
         throw RegistrationError(title(instance, name) + ": Unsupported InterfaceVersion value: \"" +
@@ -115,7 +113,7 @@ void Registration::addCapabilities(const CIMInstance& instance) {
     const String id = required<String>(instance, "CapabilityID");
     const String provider = required<String>(instance, "ProviderName");
     if (std::find(_providerNames.begin(), _providerNames.end(), provider) == _providerNames.end()) {
-        throw RegistrationError(title(instance, id) + ": the provider " + utf8(provider) +
+        throw RegistrationError(title(instance, id) + ": the provider " + toUtf8(provider) +
                                 " is not registered.");
     }
     const CIMName className(required<String>(instance, "ClassName"));

@@ -1,5 +1,7 @@
 #include "server/dispatch/Request.h"
 
+#include <Pegasus/Common/Exception.h>
+
 using namespace Pegasus;
 
 namespace smisd {
@@ -36,37 +38,6 @@ CIMObjectPath completePath(const CIMObjectPath& path, const String& hostName,
         result.setNameSpace(nameSpace);
     }
     return result;
-}
-
-const String* instanceProviderName(const Request& request, const CIMNamespaceName& nameSpace,
-                                   const CIMName& className) {
-    const String* registered =
-        request.server.registration.find(nameSpace, className, ProviderType::instance);
-    if (registered || !request.server.declared.has(nameSpace, className)) {
-        return registered;
-    }
-    return &DeclaredInstances::name();
-}
-
-CIMProvider& providerNamed(const Request& request, const String& name) {
-    if (name == DeclaredInstances::name()) {
-        return request.server.declared;
-    }
-    return request.server.providers.provider(name);
-}
-
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-
-void requireParticipants(const std::vector<Participant>& participants, const CIMName& requested) {
-    if (participants.empty()) {
-        throw CIMException(CIM_ERR_NOT_SUPPORTED,
-                           String("No provider or repository defined for class ") +
-                               requested.getString() + String("."));
-    }
 }
 
 } // namespace smisd

@@ -1,3 +1,4 @@
+// The dispatcher: schema, registration and providers, put together.
 #pragma once
 
 #include <filesystem>
@@ -6,11 +7,9 @@
 
 #include "server/dispatch/Registration.h"
 #include "server/dispatch/Request.h"
-#include "server/module/ProviderHost.h"
+#include "server/module/ProviderManager.h"
 #include "server/operation/Dispatcher.h"
 #include "server/schema/Schema.h"
-
-// The dispatcher: schema, registration and providers, put together.
 
 namespace smisd {
 
@@ -37,7 +36,7 @@ public:
 
 private:
     const Registration _registration;
-    ProviderHost _providers;
+    ProviderManager _providers;
     DeclaredInstances _declared;
     OpenEnumerations _enumerations;
     const Environment _environment;

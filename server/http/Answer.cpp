@@ -1,55 +1,69 @@
 #include "server/http/Answer.h"
 
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <variant>
+#include <vector>
 
-#include "server/http/HttpMessage.h"
-#include "server/http/ResponseHead.h"
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <spdlog/spdlog.h>
+
+#include "server/cimxml/ResponseWriter.h"
+#include "server/http/HttpResponse.h"
+#include "server/operation/Utf8.h"
+
+using namespace Pegasus;
 
 namespace smisd {
+namespace {
 
-void Backlog::add(std::size_t count, WorkerPool& workers) {
-    std::unique_lock lock(_mutex);
-    if (isFull()) {
-        lock.unlock();
-        workers.whileWaiting([this] {
-            std::unique_lock waiting(_mutex);
-            _changed.wait(waiting, [this] { return !isFull(); });
-        });
-        lock.lock();
-    }
-    if (_lost) {
-        throw ConnectionLost();
-    }
-    _count += count;
+using Error = std::optional<CIMException>;
+
+const Operation& operationOf(const Exchange& exchange) {
+    return std::get<Operation>(exchange.decoded.operation);
 }
 
-void Backlog::sent(std::size_t count) {
-    const std::lock_guard lock(_mutex);
-    _count -= count;
-    _changed.notify_one();
-}
+// Collects the pieces of a body, one at least. A body that stays within the limit is sent when it
+// is complete, with its length. A longer one is begun when it passes the limit: in chunks, or, over
+// HTTP/1.0, up to the end of the connection. From then on an error cannot be reported any more; the
+// caller leaves the body without its end.
+//
+// One thread; all functions but the constructor throw ConnectionLost.
+class HeldAnswer {
+public:
+    HeldAnswer(const CimRequest& request, bool keepOpen, std::size_t limit,
+               ResponseChannel& channel)
+        : _request(request), _limit(limit), _channel(channel), _keepOpen(keepOpen) {}
 
-void Backlog::lose() {
-    const std::lock_guard lock(_mutex);
-    _lost = true;
-    _changed.notify_one();
-}
+    void add(std::string_view piece);
+    void finish();
 
-bool Backlog::lost() const {
-    const std::lock_guard lock(_mutex);
-    return _lost;
-}
+    // Whether a part of it was sent.
+    bool begun() const { return _begun; }
+    // The end of the connection is no end of the body.
+    bool keepOpen() const { return _keepOpen; }
 
-HeldAnswer::HeldAnswer(const CimRequest& request, bool keepOpen, std::size_t limit,
-                       ResponseChannel& channel)
-    : _request(request), _limit(limit), _channel(channel), _keepOpen(keepOpen) {}
+private:
+    void begin();
+    std::string framed(std::string_view piece) const;
+
+    const CimRequest& _request;
+    const std::size_t _limit;
+    ResponseChannel& _channel;
+    bool _keepOpen;
+    bool _begun = false;
+    std::vector<std::string> _held; // until it is begun; never one text, which would be copied
+    std::size_t _heldBytes = 0;
+};
 
 void HeldAnswer::add(std::string_view piece) {
     if (_begun) {
         _channel.send(framed(piece));
         return;
     }
-    _held.push_back(_channel.piece().append(piece));
+    _held.push_back(_channel.spareText().append(piece));
     _heldBytes += piece.size();
     if (_heldBytes > _limit) {
         begin();
@@ -78,7 +92,90 @@ void HeldAnswer::begin() {
 }
 
 std::string HeldAnswer::framed(std::string_view piece) const {
-    return _request.http10 ? _channel.piece().append(piece) : chunk(piece, _channel.piece());
+    return _request.http10 ? _channel.spareText().append(piece)
+                           : chunk(piece, _channel.spareText());
+}
+
+// Carries the operation out; the error that ended it, if one did. Code 0 is no error.
+Error carriedOut(const Exchange& exchange, ResultSink& sink) {
+    try {
+        exchange.dispatcher.dispatch(operationOf(exchange), exchange.context, sink);
+    } catch (const CIMException& error) {
+        return error.getCode() == CIM_ERR_SUCCESS ? Error() : Error(error);
+    } catch (const ConnectionLost&) {
+        throw;
+    } catch (const Exception& error) {
+        return CIMException(CIM_ERR_FAILED, error.getMessage());
+    } catch (const std::exception& error) {
+        spdlog::error("{}: {}", exchange.decoded.head.methodName, error.what());
+        return CIMException(CIM_ERR_FAILED, "Internal error");
+    }
+    return std::nullopt;
+}
+
+// Pulled results are few, and an error replaces them.
+ResponseWriter writerOf(const Exchange& exchange, ResponseWriter::Flush flush) {
+    const bool isWhole = std::holds_alternative<OpenEnumeration>(operationOf(exchange)) ||
+                         std::holds_alternative<PullEnumeration>(operationOf(exchange));
+    return ResponseWriter(exchange.decoded.head, operationOf(exchange),
+                          isWhole ? ResponseWriter::Flush() : std::move(flush));
+}
+
+bool sendWhole(const Exchange& exchange, const std::string& body) {
+    exchange.channel.send(
+        exchange.request.trailers
+            ? chunkedAnswerHead(exchange.request, exchange.keepOpen) + chunk(body) + lastChunk()
+            : answerHead(exchange.request, body.size(), exchange.keepOpen) + body);
+    return exchange.keepOpen;
+}
+
+// An answer with its length, or one that is too long for that. An error that comes after a part was
+// sent ends the connection: the client sees that the end is missing.
+bool answerPlain(const Exchange& exchange) {
+    HeldAnswer held(exchange.request, exchange.keepOpen, exchange.heldBytes, exchange.channel);
+    ResponseWriter writer = writerOf(exchange, [&](std::string_view piece) { held.add(piece); });
+    const Error error = carriedOut(exchange, writer);
+    if (!error) {
+        held.add(writer.finish());
+        held.finish();
+        return held.keepOpen();
+    }
+    if (!held.begun()) {
+        return sendWhole(exchange, errorBody(exchange.decoded.head, *error));
+    }
+    spdlog::warn("{}: connection ended in the middle of an answer by CIM error {}",
+                 exchange.decoded.head.methodName, static_cast<int>(error->getCode()));
+    return false;
+}
+
+// An answer in chunks, sent as the results come; an error goes into the trailer. One that comes
+// after the first chunk has its bare text there, as OpenPegasus does it.
+bool answerInChunks(const Exchange& exchange) {
+    std::string head = chunkedAnswerHead(exchange.request, exchange.keepOpen);
+    const auto send = [&](std::string_view piece) {
+        exchange.channel.send(std::exchange(head, {}) + chunk(piece, exchange.channel.spareText()));
+    };
+    ResponseWriter writer = writerOf(exchange, send);
+    const Error error = carriedOut(exchange, writer);
+    if (!error) {
+        send(writer.finish());
+        exchange.channel.send(lastChunk());
+        return exchange.keepOpen;
+    }
+    const std::string description =
+        writer.flushed() ? toUtf8(error->getMessage()) : errorDescription(*error);
+    send(writer.finishAfterError());
+    exchange.channel.send(lastChunk(error->getCode(), description));
+    return exchange.keepOpen;
+}
+
+} // namespace
+
+bool answer(const Exchange& exchange) {
+    if (const auto* error = std::get_if<CIMException>(&exchange.decoded.operation)) {
+        return sendWhole(exchange, errorBody(exchange.decoded.head, *error));
+    }
+    return exchange.request.trailers ? answerInChunks(exchange) : answerPlain(exchange);
 }
 
 } // namespace smisd

@@ -8,6 +8,10 @@
 namespace smisd {
 namespace {
 
+constexpr std::string_view plainCharacters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                             "0123456789-_.!~*'()";
+constexpr char hexDigits[] = "0123456789ABCDEF";
+
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -38,18 +42,10 @@ std::optional<std::string_view> HttpRequest::header(std::string_view name) const
     return found == headers.end() ? std::nullopt : std::optional<std::string_view>(found->value);
 }
 
-namespace {
-
-constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                   "0123456789-_.!~*'()";
-constexpr char hexDigits[] = "0123456789ABCDEF";
-
-} // namespace
-
 std::string percentEncoded(std::string_view text) {
     std::string out;
     for (const char c : text) {
-        if (plain.find(c) != std::string_view::npos) {
+        if (plainCharacters.find(c) != std::string_view::npos) {
             out += c;
         } else {
             const auto byte = static_cast<unsigned char>(c);

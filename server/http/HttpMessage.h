@@ -1,7 +1,9 @@
+// A request as it came, what requests may cost the server, and the way back for a response.
 #pragma once
 
 #include <chrono>
 #include <cstddef>
+#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,29 +11,7 @@
 
 #include "server/cimxml/XmlDocument.h"
 
-// What a client may cost the server.
-
 namespace smisd {
-
-// Beast keeps lengths of header values in 16 bits and fails on longer ones.
-constexpr std::size_t maximumHeaderBytes = 65000;
-
-struct HttpLimits {
-    unsigned connections = 256; // open at once
-    // Operations carried out at once: more than processors, as changes that wait for the disk share
-    // its flushes.
-    unsigned workers = 32;
-    std::size_t headerBytes = 64000;          // of one request, maximumHeaderBytes at most; 431
-    std::size_t bodyBytes = 16 * 1024 * 1024; // of one request; 413
-    unsigned depth = usualDepth;              // of the elements in a body; 400
-    std::chrono::seconds requestTime{30};     // from its first byte to its last; then it is cut off
-    std::chrono::seconds idleTime{300};       // between requests
-    std::size_t queueBytes = 1024 * 1024;     // of one response, kept for a client that is slower
-    std::chrono::seconds sendTime{60};        // for each 64 KiB of a response
-    std::chrono::seconds stopTime{60};        // to answer the requests in progress at the end
-};
-
-// A request as it came, and the way back for its response.
 
 struct HttpHeader {
     std::string name;
@@ -66,7 +46,7 @@ public:
     virtual void send(std::string bytes) = 0;
 
     // An empty text to fill and send; maybe with the room of one that was sent.
-    virtual std::string piece() { return {}; }
+    virtual std::string spareText() { return {}; }
 
     // In a request's handler: returns after this time; another request has the worker meanwhile.
     virtual void wait(std::chrono::milliseconds time) = 0;
@@ -77,10 +57,27 @@ public:
     const char* what() const noexcept override { return "the client closed the connection"; }
 };
 
-// Percent-encoding of header values (RFC 3986, section 2.1; DSP0200, "Mapping of CIM Object
-// Paths").
+// Beast keeps lengths of header values in 16 bits and fails on longer ones.
+constexpr std::size_t maximumHeaderBytes = 65000;
 
-// Everything but letters, digits and -_.!~*'() is encoded.
+// What a client may cost the server.
+struct HttpLimits {
+    unsigned connections = 256; // open at once
+    // Operations carried out at once: more than processors, as changes that wait for the disk share
+    // its flushes.
+    unsigned workers = 32;
+    std::size_t headerBytes = 64000;          // of one request, maximumHeaderBytes at most; 431
+    std::size_t bodyBytes = 16 * 1024 * 1024; // of one request; 413
+    unsigned depth = usualDepth;              // of the elements in a body; 400
+    std::chrono::seconds requestTime{30};     // from its first byte to its last; then it is cut off
+    std::chrono::seconds idleTime{300};       // between requests
+    std::size_t queueBytes = 1024 * 1024;     // of one response, kept for a client that is slower
+    std::chrono::seconds sendTime{60};        // for each 64 KiB of a response
+    std::chrono::seconds stopTime{60};        // to answer the requests in progress at the end
+};
+
+// Percent-encoding of header values (RFC 3986, section 2.1; DSP0200, "Mapping of CIM Object
+// Paths"): everything but letters, digits and -_.!~*'() is encoded.
 std::string percentEncoded(std::string_view text);
 
 // Nothing when a % is not followed by two hexadecimal digits.

@@ -4,47 +4,29 @@
 #include <list>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
+#include <boost/asio.hpp>
+#include <boost/beast/ssl.hpp>
+#include <spdlog/spdlog.h>
+
+#include "server/http/HttpResponse.h"
+#include "server/http/OpenSessions.h"
 #include "server/http/Session.h"
+#include "server/http/Tls.h"
 
 namespace smisd {
-
-using boost::asio::ssl::context;
-
 namespace {
 
-[[noreturn]] void fail(const std::string& what, const boost::system::error_code& error) {
-    throw std::runtime_error("cannot use the " + what + ": " + error.message());
-}
-
-} // namespace
-
-std::unique_ptr<context> openTls(const TlsFiles& files) {
-    auto tls = std::make_unique<context>(context::tls_server);
-    SSL_CTX_set_min_proto_version(tls->native_handle(), TLS1_2_VERSION);
-    // Nobody sits at a terminal who could be asked for a pass phrase.
-    tls->set_password_callback([](std::size_t, context::password_purpose) { return ""; });
-    boost::system::error_code error;
-    tls->use_certificate_chain_file(files.certificate, error);
-    if (error) {
-        fail("certificate " + files.certificate, error);
-    }
-    tls->use_private_key_file(files.key, context::pem, error);
-    if (error) {
-        fail("key " + files.key, error);
-    }
-    return tls;
-}
-
-namespace {
-
+namespace asio = boost::asio;
 using asio::ip::tcp;
+using boost::system::error_code;
 
 // Time for file descriptors to become free when there are none.
 constexpr std::chrono::milliseconds acceptPause{100};
 
-[[noreturn]] void fail(const error_code& error, const std::string& what) {
-    throw std::runtime_error(what + ": " + error.message());
+[[noreturn]] void failToListen(const ListenAddress& address, const error_code& error) {
+    throw std::runtime_error("cannot listen on " + toString(address) + ": " + error.message());
 }
 
 struct Listener {
@@ -58,7 +40,7 @@ tcp::acceptor openAcceptor(asio::io_context& io, const ListenAddress& address) {
     error_code error;
     const asio::ip::address numeric = asio::ip::make_address(address.address, error);
     if (error) {
-        fail(error, "cannot listen on " + toString(address));
+        failToListen(address, error);
     }
     const tcp::endpoint endpoint(numeric, address.port);
     tcp::acceptor acceptor(io);
@@ -73,7 +55,7 @@ tcp::acceptor openAcceptor(asio::io_context& io, const ListenAddress& address) {
         acceptor.listen(tcp::acceptor::max_listen_connections, error);
     }
     if (error) {
-        fail(error, "cannot listen on " + toString(address));
+        failToListen(address, error);
     }
     return acceptor;
 }
@@ -88,15 +70,15 @@ std::string toString(const ListenAddress& address) {
 
 struct HttpServer::Implementation {
     Implementation(const HttpLimits& limits, HttpHandler handler, HttpAdmission admission)
-        : host(limits, std::move(handler), std::move(admission)) {}
+        : sessions(limits, std::move(handler), std::move(admission)) {}
 
     unsigned short add(const ListenAddress& address, const std::optional<TlsFiles>& files) {
         signals.add(SIGINT);
         signals.add(SIGTERM);
         reloadSignal.add(SIGHUP);
         auto tls = files ? openTls(*files) : nullptr;
-        listeners.push_back(
-            {openAcceptor(host.io, address), asio::steady_timer(host.io), files, std::move(tls)});
+        listeners.push_back({openAcceptor(sessions.io, address), asio::steady_timer(sessions.io),
+                             files, std::move(tls)});
         return listeners.back().acceptor.local_endpoint().port();
     }
 
@@ -151,22 +133,19 @@ struct HttpServer::Implementation {
             return; // gone already
         }
         socket.set_option(tcp::no_delay(true), error);
-        if (host.sessions.size() >= host.limits.connections && !host.makeRoom()) {
+        if (sessions.count() >= sessions.limits.connections && !sessions.makeRoom()) {
             refuse(listener, std::move(socket));
         } else if (listener.tls) {
-            std::make_shared<Session<Tls>>(host, Tls(std::move(socket), *listener.tls),
-                                           peer.address().to_string())
-                ->start();
+            startSession(sessions, TlsStream(std::move(socket), *listener.tls),
+                         peer.address().to_string());
         } else {
-            std::make_shared<Session<Plain>>(host, Plain(std::move(socket)),
-                                             peer.address().to_string())
-                ->start();
+            startSession(sessions, PlainStream(std::move(socket)), peer.address().to_string());
         }
     }
 
     // One connection too many: what fits into the empty send buffer.
     void refuse(const Listener& listener, tcp::socket socket) {
-        spdlog::warn("refused a connection: {} are open", host.sessions.size());
+        spdlog::warn("refused a connection: {} are open", sessions.count());
         if (listener.tls) {
             return;
         }
@@ -184,13 +163,13 @@ struct HttpServer::Implementation {
             listener.acceptor.close();
             listener.pause.cancel();
         }
-        host.stop();
+        sessions.stop();
     }
 
-    SessionHost host;
+    OpenSessions sessions;
     std::list<Listener> listeners;
-    asio::signal_set signals{host.io};
-    asio::signal_set reloadSignal{host.io};
+    asio::signal_set signals{sessions.io};
+    asio::signal_set reloadSignal{sessions.io};
 };
 
 HttpServer::HttpServer(const HttpLimits& limits, HttpHandler handler, HttpAdmission admission)
@@ -220,20 +199,20 @@ void HttpServer::run() {
     for (Listener& listener : server.listeners) {
         server.accept(listener);
     }
-    server.host.run();
-    server.host.workers.join();
+    server.sessions.run();
+    server.sessions.workers.join();
 }
 
 void HttpServer::stop() {
-    asio::post(_implementation->host.io, [this] { _implementation->shutDown(); });
+    asio::post(_implementation->sessions.io, [this] { _implementation->shutDown(); });
 }
 
 unsigned HttpServer::connections() const {
-    return _implementation->host.connections;
+    return _implementation->sessions.count();
 }
 
 unsigned HttpServer::busyWorkers() const {
-    return _implementation->host.workers.running();
+    return _implementation->sessions.workers.running();
 }
 
 } // namespace smisd

@@ -1,30 +1,16 @@
+// HTTP/1.1 on TCP and TLS.
+//
+// One thread does all that waits for clients; operations run on a fixed number of workers. So a
+// slow or silent client costs the others nothing.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <string>
 
-#include <boost/asio/ssl/context.hpp>
-
 #include "server/http/HttpMessage.h"
 
-// What a TLS listener speaks with.
-
 namespace smisd {
-
-struct TlsFiles {
-    std::string certificate; // the chain, PEM
-    std::string key;         // without a pass phrase, PEM
-};
-
-// TLS 1.2 and later. Throws std::runtime_error that names the file at fault: it cannot be read, or
-// the key is not the certificate's.
-std::unique_ptr<boost::asio::ssl::context> openTls(const TlsFiles& files);
-
-// HTTP/1.1 on TCP and TLS.
-//
-// One thread does all that waits for clients; operations run on a fixed number of workers. So a
-// slow or silent client costs the others nothing.
 
 // Carries out one request and returns whether the connection stays open; called by several threads
 // at once. What it throws ends the connection.
@@ -42,6 +28,7 @@ struct ListenAddress {
 // "127.0.0.1:5988", "[::1]:5988"
 std::string toString(const ListenAddress& address);
 
+// Listeners, the I/O thread and the workers.
 class HttpServer {
 public:
     HttpServer(

@@ -17,7 +17,7 @@ void WorkerPool::post(Job job) {
         _jobs.push_back(std::move(job));
         startThreadIfNeeded();
     }
-    _jobPosted.notify_one(); // who wakes needs the lock
+    _jobPosted.notify_one(); // without the lock, which the thread that wakes needs
 }
 
 // A job that could run has a thread that will take it.
@@ -30,7 +30,7 @@ void WorkerPool::startThreadIfNeeded() {
             if (_threads.empty()) {
                 throw;
             }
-            // Those that there are will come to it.
+            // The threads that there are will come to it.
         }
     }
 }
@@ -55,7 +55,8 @@ void WorkerPool::work() {
     for (;;) {
         _jobPosted.wait(lock, [this] { return canBegin() || (_jobs.empty() && _ending); });
         if (_jobs.empty()) {
-            _jobPosted.notify_all(); // who looked while jobs were queued looks again
+            // A thread that looked while jobs were queued has gone to sleep again.
+            _jobPosted.notify_all();
             return;
         }
         Job job = std::move(_jobs.front());
@@ -70,7 +71,7 @@ void WorkerPool::work() {
         lock.lock();
         --_running;
         ++_idle;
-        _workerFree.notify_one(); // the next job, if nobody returns, is this thread's own
+        _workerFree.notify_one(); // if no job wants to go on, this thread takes the next one
     }
 }
 

@@ -26,7 +26,7 @@ public:
     void post(Job job);
 
     // In a job: runs `wait`, which must not throw, and returns when it has returned and a worker is
-    // free again. Those who come back go before those who begin.
+    // free again. Jobs that go on take precedence over jobs that begin.
     void whileWaiting(const std::function<void()>& wait);
 
     // The jobs that run now.

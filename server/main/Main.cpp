@@ -1,30 +1,22 @@
+// The program smisd: serves, or makes a line of the users file.
+
 #include <algorithm>
 #include <csignal>
 #include <exception>
 #include <iostream>
 #include <malloc.h>
-#include <memory>
+#include <stdexcept>
+#include <string>
+#include <termios.h>
 #include <thread>
+#include <unistd.h>
 
-#include <spdlog/sinks/stdout_sinks.h>
-#include <spdlog/spdlog.h>
-
-#include "server/main/HashPassword.h"
+#include "server/auth/Users.h"
+#include "server/main/Log.h"
 #include "server/main/Options.h"
 #include "server/main/Serve.h"
-#include "server/monitor/JsonFormatter.h"
 
 namespace {
-
-void startLog(const std::string& level, const std::string& format) {
-    spdlog::set_default_logger(spdlog::stderr_logger_mt("smisd"));
-    if (format == "json") {
-        spdlog::set_formatter(std::make_unique<smisd::JsonFormatter>());
-    } else {
-        spdlog::set_pattern("%Y-%m-%dT%H:%M:%S.%e smisd %l: %v");
-    }
-    spdlog::set_level(spdlog::level::from_str(level));
-}
 
 // Each of many threads would get an arena of its own and keep in it what one answer took; no more
 // of them allocate at once than there are processors. What an answer took goes back to the system,
@@ -38,6 +30,47 @@ void tuneAllocator() {
 #endif
 }
 
+// What is typed is not shown as long as this lives.
+class HiddenInput {
+public:
+    HiddenInput() : _isTerminal(tcgetattr(STDIN_FILENO, &_before) == 0) {
+        if (_isTerminal) {
+            termios hidden = _before;
+            hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+            tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+            std::cerr << "Password: " << std::flush;
+        }
+    }
+    ~HiddenInput() {
+        if (_isTerminal) {
+            tcsetattr(STDIN_FILENO, TCSAFLUSH, &_before);
+            std::cerr << '\n';
+        }
+    }
+    HiddenInput(const HiddenInput&) = delete;
+    HiddenInput& operator=(const HiddenInput&) = delete;
+
+private:
+    termios _before{};
+    const bool _isTerminal;
+};
+
+std::string readPassword() {
+    const HiddenInput hidden;
+    std::string password;
+    std::getline(std::cin, password);
+    return password;
+}
+
+// smisd hash-password. Throws std::runtime_error for an empty password or a bad name.
+void printUsersFileLine(const std::string& name, smisd::Role role) {
+    const std::string password = readPassword();
+    if (password.empty()) {
+        throw std::runtime_error("the password on standard input is empty");
+    }
+    std::cout << smisd::usersFileLine(name, role, password) << '\n';
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -48,13 +81,12 @@ int main(int argc, char** argv) {
     // The module writes to standard output, whose reader may go before the server does.
     std::signal(SIGPIPE, SIG_IGN);
     tuneAllocator();
-    startLog(parsed.options->logLevel, parsed.options->logFormat);
+    smisd::startLog(parsed.options->logLevel, parsed.options->logFormat);
     try {
         if (parsed.options->hashPasswordFor.empty()) {
             smisd::serve(*parsed.options);
         } else {
-            smisd::printUsersFileLine(parsed.options->hashPasswordFor,
-                                      parsed.options->hashPasswordRole);
+            printUsersFileLine(parsed.options->hashPasswordFor, parsed.options->hashPasswordRole);
         }
     } catch (const std::exception& error) {
         std::cerr << "smisd: " << error.what() << '\n';

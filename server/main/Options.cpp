@@ -6,37 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <boost/asio/ip/address.hpp>
 
-#include "server/main/Files.h"
-
 namespace smisd {
-
-std::optional<ListenAddress> parseListenAddress(const std::string& text) {
-    const std::size_t colon = text.rfind(':');
-    if (colon == std::string::npos) {
-        return std::nullopt;
-    }
-    std::string host = text.substr(0, colon);
-    const bool bracketed = host.size() > 2 && host.front() == '[' && host.back() == ']';
-    if (bracketed) {
-        host = host.substr(1, host.size() - 2);
-    } else if (host == "localhost") {
-        host = "127.0.0.1";
-    }
-    ListenAddress address{host, 0};
-    const char* end = text.data() + text.size();
-    const auto parsed = std::from_chars(text.data() + colon + 1, end, address.port);
-    boost::system::error_code error;
-    const auto numeric = boost::asio::ip::make_address(host, error);
-    if (parsed.ec != std::errc() || parsed.ptr != end || error || numeric.is_v6() != bracketed) {
-        return std::nullopt;
-    }
-    return address;
-}
-
-bool isLoopback(const ListenAddress& address) {
-    return boost::asio::ip::make_address(address.address).is_loopback();
-}
-
 namespace {
 
 constexpr const char* defaultHttp = "127.0.0.1:5988";
@@ -199,6 +169,45 @@ ParsedOptions parseOptions(int argc, const char* const* argv) {
         return {std::nullopt, exitWrongUsage};
     }
     return {options, exitStopped};
+}
+
+std::optional<ListenAddress> parseListenAddress(const std::string& text) {
+    const std::size_t colon = text.rfind(':');
+    if (colon == std::string::npos) {
+        return std::nullopt;
+    }
+    std::string host = text.substr(0, colon);
+    const bool bracketed = host.size() > 2 && host.front() == '[' && host.back() == ']';
+    if (bracketed) {
+        host = host.substr(1, host.size() - 2);
+    } else if (host == "localhost") {
+        host = "127.0.0.1";
+    }
+    ListenAddress address{host, 0};
+    const char* end = text.data() + text.size();
+    const auto parsed = std::from_chars(text.data() + colon + 1, end, address.port);
+    boost::system::error_code error;
+    const auto numeric = boost::asio::ip::make_address(host, error);
+    if (parsed.ec != std::errc() || parsed.ptr != end || error || numeric.is_v6() != bracketed) {
+        return std::nullopt;
+    }
+    return address;
+}
+
+bool isLoopback(const ListenAddress& address) {
+    return boost::asio::ip::make_address(address.address).is_loopback();
+}
+
+std::filesystem::path besideProgram(std::initializer_list<std::filesystem::path> relative) {
+    namespace fs = std::filesystem;
+    std::error_code ignored; // without /proc the paths start at the working directory
+    const fs::path directory = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+    for (const fs::path& path : relative) {
+        if (fs::exists(directory / path, ignored)) {
+            return (directory / path).lexically_normal();
+        }
+    }
+    return (directory / *relative.begin()).lexically_normal();
 }
 
 } // namespace smisd

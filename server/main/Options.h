@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <initializer_list>
 #include <optional>
 #include <string>
 
@@ -46,5 +47,9 @@ ParsedOptions parseOptions(int argc, const char* const* argv);
 // "127.0.0.1:5988", "[::1]:5988", "localhost:0"; nothing for another form.
 std::optional<ListenAddress> parseListenAddress(const std::string& text);
 bool isLoopback(const ListenAddress& address);
+
+// The first of the paths, relative to the program's directory, that exists; else the first one. So
+// an installation may stand anywhere, and a build tree serves as one.
+std::filesystem::path besideProgram(std::initializer_list<std::filesystem::path> relative);
 
 } // namespace smisd

@@ -1,21 +1,25 @@
 #include "server/main/Serve.h"
 
+#include <cerrno>
+#include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
 #include <vector>
 
 #include <boost/asio/ip/host_name.hpp>
 #include <spdlog/spdlog.h>
 
+#include "server/auth/AccessControl.h"
 #include "server/auth/Authenticator.h"
-#include "server/auth/GuardedDispatcher.h"
 #include "server/dispatch/ServerDispatcher.h"
 #include "server/http/RequestHandler.h"
-#include "server/main/Files.h"
 #include "server/main/StandardOutput.h"
 #include "server/monitor/Metrics.h"
 #include "server/monitor/MonitorPages.h"
@@ -24,7 +28,13 @@
 namespace smisd {
 namespace {
 
-// The dispatcher loads the module when it is first needed; this tells beforehand that it will.
+[[noreturn]] void failForState(const std::filesystem::path& directory, int error) {
+    throw std::runtime_error("cannot use the state directory " + directory.string() + ": " +
+                             std::generic_category().message(error) +
+                             "; name one that this user can read and write with --state");
+}
+
+// The dispatcher loads the module when it is first needed; this finds out beforehand that it can.
 void requireLoadable(const std::filesystem::path& module) {
     const std::string remedy = "; name another one with --module";
     if (!std::filesystem::exists(module)) {
@@ -125,6 +135,19 @@ void serve(const Options& options) {
     std::cout << "smisd: listening on" << urls << std::endl;
     server.run();
     spdlog::info("stopped");
+}
+
+void passStateDirectory(const std::filesystem::path& directory) {
+    if (mkdir(directory.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+        failForState(directory, errno);
+    }
+    if (!std::filesystem::is_directory(directory)) {
+        failForState(directory, ENOTDIR);
+    }
+    if (access(directory.c_str(), R_OK | W_OK | X_OK) != 0) {
+        failForState(directory, errno);
+    }
+    setenv("DRAV_STATE_DIR", std::filesystem::absolute(directory).c_str(), 1);
 }
 
 } // namespace smisd

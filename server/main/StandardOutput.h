@@ -1,4 +1,4 @@
-// Standard output that waits for who reads it, but not for nobody.
+// Standard output that waits for a slow reader, but not for one that does not read at all.
 #pragma once
 
 #include <atomic>
@@ -12,8 +12,8 @@ namespace smisd {
 
 // Writes to a descriptor, at each flush, what has come since the last one. When there is no room
 // for it within the time, as in a pipe that nobody reads, it is dropped and counted, and so is all
-// that comes until there is room again, without waiting. Of more than a page at once a part may be
-// written; its rest goes before all that comes later.
+// that comes until there is room again, without waiting. Of a text
+// longer than a page only a part may be written; the rest then goes before all that comes later.
 //
 // Leaves the descriptor as it is: others may have it open. Thread-safe.
 class UnblockedOutput final : public std::streambuf {

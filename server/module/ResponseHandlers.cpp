@@ -18,12 +18,6 @@ void failTooMany() {
     throw CIMException(CIM_ERR_FAILED, String("Too many objects delivered."));
 }
 
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-
 void MethodResultHandler::complete() {
     guarded([&] {
         if (_returnValue) {

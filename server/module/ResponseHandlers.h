@@ -1,3 +1,11 @@
+// The response handlers that providers deliver to.
+//
+// A handler takes objects as OpenPegasus does: an object that is not initialized, one too many or
+// one too few is CIM_ERR_FAILED, thrown at the provider. What a provider delivered but did not
+// complete is lost, but for the full hundreds of a long answer, which go out as they come.
+//
+// Each serves one call of a provider, and one thread. The function that takes the results may
+// throw; `passOn` throws that again where the provider has swallowed it.
 #pragma once
 
 #include <cstddef>
@@ -11,15 +19,6 @@
 #include <Pegasus/Common/ResponseHandler.h>
 
 #include "server/operation/Dispatcher.h"
-
-// The response handlers that providers deliver to.
-//
-// A handler takes objects as OpenPegasus does: an object that is not initialized, one too many or
-// one too few is CIM_ERR_FAILED, thrown at the provider. What a provider delivered but did not
-// complete is lost, but for the full hundreds of a long answer, which go out as they come.
-//
-// Each serves one call of a provider, and one thread. The function that takes the results may
-// throw; `passOn` throws that again where the provider has swallowed it.
 
 namespace smisd {
 
@@ -171,11 +170,9 @@ using PathHandler = SingleHandler<Pegasus::ObjectPathResponseHandler, Pegasus::C
 using PathListHandler = ListHandler<Pegasus::ObjectPathResponseHandler, Pegasus::CIMObjectPath>;
 using ObjectListHandler = ListHandler<Pegasus::ObjectResponseHandler, Pegasus::CIMObject>;
 
-// The response handler of an extrinsic method.
-
-// At complete() the sink takes the return value, the last one of several, and then the output
-// parameters in the order of their delivery. A null return value is refused as an object that is
-// not initialized.
+// For extrinsic methods. At complete() the sink takes the return value, the last one of several,
+// and then the output parameters in the order of their delivery. A null return value is refused as
+// an object that is not initialized.
 class MethodResultHandler : public Pegasus::MethodResultResponseHandler, public ReceiverGuard {
 public:
     explicit MethodResultHandler(ResultSink& sink) : _sink(sink) {}

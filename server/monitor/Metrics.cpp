@@ -4,7 +4,9 @@
 #include <Pegasus/Common/Exception.h>
 #include <fmt/format.h>
 
-#include "server/operation/OperationSummary.h"
+#include "server/operation/Operation.h"
+
+using namespace Pegasus;
 
 namespace smisd {
 namespace {
@@ -16,6 +18,13 @@ std::string heading(const char* name, const char* type, const char* help) {
 template<class Number>
 std::string single(const char* name, const char* type, const char* help, Number value) {
     return heading(name, type, help) + fmt::format("{} {}\n", name, value);
+}
+
+// DSP0200 defines codes up to 28; a provider may throw others.
+constexpr int lastCode = 28;
+
+std::string statusOf(const CIMException& error) {
+    return error.getCode() > lastCode ? "other" : cimStatusCodeToString(error.getCode());
 }
 
 } // namespace
@@ -75,22 +84,6 @@ std::string Metrics::text(const Gauges& gauges) const {
                   "Lines of standard output that nobody read in time.", gauges.droppedLines);
     return out;
 }
-
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
-
-// DSP0200 defines codes up to 28; a provider may throw others.
-constexpr int lastCode = 28;
-
-std::string statusOf(const CIMException& error) {
-    return error.getCode() > lastCode ? "other" : cimStatusCodeToString(error.getCode());
-}
-
-} // namespace
 
 void MeasuredDispatcher::dispatch(const Operation& operation, const RequestContext& context,
                                   ResultSink& sink) {

@@ -1,3 +1,4 @@
+// Counters of what the server does, in Prometheus' text form.
 #pragma once
 
 #include <array>
@@ -9,8 +10,6 @@
 #include <utility>
 
 #include "server/operation/Dispatcher.h"
-
-// Counters of what the server does, in Prometheus' text form.
 
 namespace smisd {
 
@@ -51,7 +50,6 @@ private:
 };
 
 // A dispatcher whose operations are counted and timed.
-
 class MeasuredDispatcher : public Dispatcher {
 public:
     // Both outlive it.

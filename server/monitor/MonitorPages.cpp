@@ -7,38 +7,12 @@
 #include <fmt/format.h>
 #include <spdlog/spdlog.h>
 
+#include "server/operation/Utf8.h"
 #include "server/schema/MofReader.h"
 
 using namespace Pegasus;
 
 namespace smisd {
-namespace {
-
-// One result is enough.
-class FirstResult : public ResultSink {
-public:
-    struct Seen {};
-    void instanceName(const CIMObjectPath&) override { throw Seen(); }
-};
-
-} // namespace
-
-std::string whyNotHealthy(Dispatcher& dispatcher) {
-    FirstResult sink;
-    try {
-        dispatcher.dispatch(EnumerateInstanceNames{CIMNamespaceName(elementNamespace),
-                                                   CIMName("CIM_StorageHardwareID")},
-                            RequestContext{}, sink);
-    } catch (const FirstResult::Seen&) {
-        return "";
-    } catch (const Exception& error) {
-        return std::string(error.getMessage().getCString());
-    } catch (const std::exception& error) {
-        return error.what();
-    }
-    return "";
-}
-
 namespace {
 
 constexpr const char* metricsPage = "/metrics";
@@ -55,6 +29,13 @@ std::string page(const char* status, const std::string& type, const std::string&
                        "Connection: close\r\n\r\n{}",
                        status, type, body.size(), body);
 }
+
+// One result is enough.
+class FirstResult : public ResultSink {
+public:
+    struct Seen {};
+    void instanceName(const CIMObjectPath&) override { throw Seen(); }
+};
 
 } // namespace
 
@@ -76,6 +57,22 @@ bool MonitorPages::handle(const HttpRequest& request, ResponseChannel& channel) 
         channel.send(page("503 Service Unavailable", "text/plain; charset=utf-8", problem + "\n"));
     }
     return false;
+}
+
+std::string whyNotHealthy(Dispatcher& dispatcher) {
+    FirstResult sink;
+    try {
+        dispatcher.dispatch(EnumerateInstanceNames{CIMNamespaceName(elementNamespace),
+                                                   CIMName("CIM_StorageHardwareID")},
+                            RequestContext{}, sink);
+    } catch (const FirstResult::Seen&) {
+        return "";
+    } catch (const Exception& error) {
+        return toUtf8(error.getMessage());
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return "";
 }
 
 } // namespace smisd

@@ -1,3 +1,4 @@
+// What monitoring asks for: /metrics and /healthz.
 #pragma once
 
 #include <functional>
@@ -6,15 +7,7 @@
 #include "server/http/HttpMessage.h"
 #include "server/operation/Dispatcher.h"
 
-// Whether the server can do its work.
-
 namespace smisd {
-
-// Reads the first host of the array, if it has any, by way of the module. "" when that works, else
-// why it does not.
-std::string whyNotHealthy(Dispatcher& dispatcher);
-
-// What monitoring asks for: /metrics and /healthz.
 
 // Pages that are given, without a password, to clients on this machine; to others they do not
 // exist. Thread-safe as far as the functions that make them are.
@@ -34,5 +27,9 @@ private:
     const std::function<std::string()> _metrics;
     const std::function<std::string()> _whyNotHealthy;
 };
+
+// Whether the server can do its work: reads the first initiator of the array, if it has any, by way
+// of the module. "" when that works, else why it does not.
+std::string whyNotHealthy(Dispatcher& dispatcher);
 
 } // namespace smisd

@@ -1,6 +1,8 @@
+// Who carries operations out, for whom, and who receives the results.
 #pragma once
 
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -16,11 +18,9 @@
 
 #include "server/operation/Operation.h"
 
-// What a user may do.
-
 namespace smisd {
 
-// A reader changes nothing and sees no secrets.
+// What a user may do: a reader changes nothing and sees no secrets.
 enum class Role { reader, administrator };
 
 constexpr std::string_view nameOf(Role role) {
@@ -36,13 +36,21 @@ constexpr std::optional<Role> roleNamed(std::string_view name) {
     return std::nullopt;
 }
 
+// What an operation needs to know of its request beside its parameters.
+struct RequestContext {
+    Pegasus::String userName;        // "" when authentication is off
+    Pegasus::String acceptLanguage;  // text of the Accept-Language header, "" without one
+    Pegasus::String contentLanguage; // text of the Content-Language header, "" without one
+    Role role = Role::administrator; // everyone's when authentication is off
+    std::string address = {};        // of the client, numeric; "" for a provider's own call
+};
+
 // The receiver of an operation's results.
 //
 // One function for each kind of result object. Results are taken one at a time and in order, as
 // they come into being, so that an answer of any length can be encoded and sent without being held
-// in memory. Nothing tells the end: it is the return of Dispatcher::dispatch; an error is the
-// exception that dispatch throws, and then results taken before it count only if they have already
-// been sent.
+// in memory. They end when Dispatcher::dispatch returns; an error is the exception that it
+// throws, and then results taken before it count only if they have already been sent.
 //
 // Which kinds an operation gives is stated at each function. A kind that a receiver does not expect
 // is a mistake of the server: std::logic_error.
@@ -52,7 +60,6 @@ constexpr std::optional<Role> roleNamed(std::string_view name) {
 // a provider's own call takes objects unchanged.
 //
 // A sink serves one operation and is called by one thread at a time.
-
 class ResultSink {
 public:
     virtual ~ResultSink() = default;
@@ -105,18 +112,9 @@ public:
     virtual void qualifier(const QualifierDeclaration&) { unexpected("qualifier"); }
 
 private:
-    [[noreturn]] static void unexpected(const char* kind);
-};
-
-// Carries out operations.
-
-// What an operation needs to know of its request beside its parameters.
-struct RequestContext {
-    Pegasus::String userName;        // "" when authentication is off
-    Pegasus::String acceptLanguage;  // text of the Accept-Language header, "" without one
-    Pegasus::String contentLanguage; // text of the Content-Language header, "" without one
-    Role role = Role::administrator; // everyone's when authentication is off
-    std::string address = {};        // of the client, numeric; "" for a provider's own call
+    [[noreturn]] static void unexpected(const char* kind) {
+        throw std::logic_error(std::string("result of an unexpected kind: ") + kind);
+    }
 };
 
 class Dispatcher {

@@ -1,3 +1,14 @@
+// The CIM operations that the server carries out, as plain structs.
+//
+// The decoder fills them from a request, the dispatcher carries them out, and the back end of
+// CIMOMHandle builds them for providers that call back into the server. A default is the one that
+// DMTF DSP0200 states for an absent parameter.
+//
+// Paths are as the client sent them: class and keys, without host or namespace; `nameSpace` holds
+// for the whole operation. Names keep the client's spelling.
+// A null name, a null property list or an empty role stands for an absent parameter.
+//
+// Plain values: copy them freely, share them between threads once they no longer change.
 #pragma once
 
 #include <optional>
@@ -13,40 +24,7 @@
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/String.h>
 
-// A qualifier declaration of the schema: `Qualifier Key : boolean = false, Scope(property), ...;`
-
 namespace smisd {
-
-// The elements that a qualifier may stand on (DSP0004, "Scope").
-struct QualifierScope {
-    bool onClass = false;
-    bool onAssociation = false;
-    bool onReference = false;
-    bool onProperty = false;
-    bool onMethod = false;
-    bool onParameter = false;
-    bool onIndication = false;
-};
-
-// `value` is the default; a null one of the declared type where the declaration states none.
-struct QualifierDeclaration {
-    Pegasus::CIMName name;
-    Pegasus::CIMValue value;
-    QualifierScope scope;
-    Pegasus::CIMFlavor flavor;
-};
-
-// The CIM operations that the server carries out, as plain structs.
-//
-// The decoder fills them from a request, the dispatcher carries them out, and the back end of
-// CIMOMHandle builds them for providers that call back into the server. A default is the one that
-// DMTF DSP0200 states for an absent parameter.
-//
-// Paths are as the client sent them: class and keys, without host or namespace; `nameSpace` holds
-// for the whole operation. Names keep the client's spelling.
-// A null name, a null property list or an empty role stands for an absent parameter.
-//
-// Plain values: copy them freely, share them between threads once they no longer change.
 
 // Instances
 
@@ -204,6 +182,27 @@ struct InvokeMethod {
 
 // Schema
 
+// The elements that a qualifier may stand on (DSP0004, "Scope").
+struct QualifierScope {
+    bool onClass = false;
+    bool onAssociation = false;
+    bool onReference = false;
+    bool onProperty = false;
+    bool onMethod = false;
+    bool onParameter = false;
+    bool onIndication = false;
+};
+
+// `Qualifier Key : boolean = false, Scope(property), ...;`
+//
+// `value` is the default; a null one of the declared type where the declaration states none.
+struct QualifierDeclaration {
+    Pegasus::CIMName name;
+    Pegasus::CIMValue value;
+    QualifierScope scope;
+    Pegasus::CIMFlavor flavor;
+};
+
 struct GetClass {
     Pegasus::CIMNamespaceName nameSpace;
     Pegasus::CIMName className;
@@ -244,5 +243,22 @@ using Operation =
                  AssociatorNames, References, ReferenceNames, OpenEnumeration, PullEnumeration,
                  CloseEnumeration, CountEnumeration, InvokeMethod, GetClass, EnumerateClasses,
                  EnumerateClassNames, GetQualifier, EnumerateQualifiers>;
+
+// For those who judge and count operations without carrying them out
+
+enum class OperationKind {
+    read,   // instances, or properties of them
+    change, // of instances; every extrinsic method counts as one
+    schema, // reads declarations
+};
+
+// The name as DMTF DSP0200 gives it; "InvokeMethod" for an extrinsic method.
+const char* nameOf(const Operation& operation);
+
+OperationKind kindOf(const Operation& operation);
+
+// The object that it addresses, with the operation's namespace: an instance, or a class alone.
+// Without a class name for one on a whole namespace.
+Pegasus::CIMObjectPath objectOf(const Operation& operation);
 
 } // namespace smisd

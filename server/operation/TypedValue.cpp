@@ -7,23 +7,11 @@
 #include <string_view>
 
 #include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/Char16.h>
 #include <Pegasus/Common/Exception.h>
-#include <boost/locale/utf.hpp>
 
-namespace smisd {
-
-bool isUtf8(std::string_view bytes) {
-    using Utf8 = boost::locale::utf::utf_traits<char>;
-    for (const auto* at = bytes.begin(); at != bytes.end();) {
-        if (!boost::locale::utf::is_valid_codepoint(Utf8::decode(at, bytes.end()))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-} // namespace smisd
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
@@ -33,10 +21,6 @@ namespace {
 // Which C++ type holds a value is all that the parsers below differ by.
 template<class T>
 struct Literal;
-
-std::string utf8(const String& text) {
-    return std::string(text.getCString());
-}
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -67,7 +51,7 @@ template<std::unsigned_integral T>
 struct Literal<T> {
     static T parse(const String& text) {
         Uint64 value = 0;
-        if (!parseMagnitude(utf8(text), value)) {
+        if (!parseMagnitude(toUtf8(text), value)) {
             throw InvalidLiteral("Invalid unsigned integer value");
         }
         if (value > std::numeric_limits<T>::max()) {
@@ -80,7 +64,7 @@ struct Literal<T> {
 template<std::signed_integral T>
 struct Literal<T> {
     static T parse(const String& text) {
-        const std::string all = utf8(text);
+        const std::string all = toUtf8(text);
         std::string_view rest = all;
         const bool negative = rest.starts_with('-');
         if (negative || rest.starts_with('+')) {
@@ -132,7 +116,7 @@ bool isRealLiteral(std::string_view text) {
 template<std::floating_point T>
 struct Literal<T> {
     static T parse(const String& text) {
-        const std::string all = utf8(text);
+        const std::string all = toUtf8(text);
         std::string_view rest = all;
         if (!isRealLiteral(rest)) {
             throw InvalidLiteral("Invalid real number value");
@@ -224,6 +208,18 @@ CIMValue withTypeOf(CIMType type, Use use) {
     }
 }
 
+// From a string or an array of strings.
+CIMValue converted(const CIMValue& value, CIMType type) {
+    if (value.isArray()) {
+        Array<String> texts;
+        value.get(texts);
+        return arrayFromText(texts, type);
+    }
+    String text;
+    value.get(text);
+    return valueFromText(text, type);
+}
+
 } // namespace
 
 CIMValue valueFromText(const String& text, CIMType type) {
@@ -239,6 +235,26 @@ CIMValue arrayFromText(const Array<String>& texts, CIMType type) {
         }
         return CIMValue(values);
     });
+}
+
+CIMValue declaredValue(const CIMValue& value, CIMType type, bool isArray) {
+    if (value.isNull()) {
+        return CIMValue(type, isArray);
+    }
+    if (value.isArray() != isArray) {
+        throw CIMException(CIM_ERR_TYPE_MISMATCH, String());
+    }
+    if (value.getType() != CIMTYPE_STRING) {
+        return value;
+    }
+    try {
+        return converted(value, type);
+    } catch (const InvalidLiteral&) {
+        throw CIMException(CIM_ERR_INVALID_PARAMETER,
+                           String("Malformed ") + String(cimTypeToString(type)) + String(" value"));
+    } catch (const Exception& error) { // a date out of range
+        throw CIMException(CIM_ERR_FAILED, error.getMessage());
+    }
 }
 
 } // namespace smisd

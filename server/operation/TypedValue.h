@@ -1,25 +1,18 @@
+// A value of a CIM type from its text on the wire (DSP0201, "VALUE"; DSP0004 for the literals).
+//
+// Integers are decimal without leading zeros, or hexadecimal with 0x; signed ones may have a sign.
+// Reals need a point with a digit after it. Booleans are TRUE or FALSE in any case. A char16 is one
+// UTF-16 unit. An empty datetime is the zero interval. Text is taken as it stands, blanks included.
 #pragma once
 
 #include <stdexcept>
-#include <string_view>
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMType.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/String.h>
 
-// Text from strangers that is to become a Pegasus::String, which takes UTF-8 alone.
-
 namespace smisd {
-
-// Whether the bytes are UTF-8 without overlong forms and surrogates.
-bool isUtf8(std::string_view bytes);
-
-// A value of a CIM type from its text on the wire (DSP0201, "VALUE"; DSP0004 for the literals).
-//
-// Integers are decimal without leading zeros, or hexadecimal with 0x; signed ones may have a sign.
-// Reals need a point with a digit after it. Booleans are TRUE or FALSE in any case. A char16 is one
-// UTF-16 unit. An empty datetime is the zero interval. Text is taken as it stands, blanks included.
 
 // The text is no value of the type; what() says which, without the text.
 class InvalidLiteral : public std::runtime_error {
@@ -34,5 +27,13 @@ Pegasus::CIMValue valueFromText(const Pegasus::String& text, Pegasus::CIMType ty
 // The same for an array; an empty one gives an empty array of the type.
 Pegasus::CIMValue arrayFromText(const Pegasus::Array<Pegasus::String>& texts,
                                 Pegasus::CIMType type);
+
+// The value in its declared type, where it is a string or an array of strings; a value of another
+// type stays as it is, a null one becomes a null of the declared type.
+//
+// Throws CIM_ERR_TYPE_MISMATCH without a text for an array in place of a scalar or the other way
+// round, and CIM_ERR_INVALID_PARAMETER for a text that is no literal of the type.
+Pegasus::CIMValue declaredValue(const Pegasus::CIMValue& value, Pegasus::CIMType type,
+                                bool isArray);
 
 } // namespace smisd

@@ -90,28 +90,6 @@ void addFeatures(CIMClass& result, const CIMClass& declared, const CIMClass* sup
     }
 }
 
-} // namespace
-
-CIMClass withInherited(const CIMClass& declared, const CIMClass* superclass) {
-    CIMClass result(declared.getClassName(), declared.getSuperClassName());
-    for (Uint32 i = 0; i < declared.getQualifierCount(); ++i) {
-        result.addQualifier(declared.getQualifier(i).clone());
-    }
-    if (superclass) {
-        inheritQualifiers(result, *superclass);
-    }
-    addFeatures<PropertyAccess>(result, declared, superclass);
-    addFeatures<MethodAccess>(result, declared, superclass);
-    return result;
-}
-
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
-
 // Of a class, property, method or parameter.
 template<class Element>
 void removeQualifiers(Element&& element, bool onlyPropagated) {
@@ -184,6 +162,19 @@ void removeClassOrigins(CIMClass& from) {
 }
 
 } // namespace
+
+CIMClass withInherited(const CIMClass& declared, const CIMClass* superclass) {
+    CIMClass result(declared.getClassName(), declared.getSuperClassName());
+    for (Uint32 i = 0; i < declared.getQualifierCount(); ++i) {
+        result.addQualifier(declared.getQualifier(i).clone());
+    }
+    if (superclass) {
+        inheritQualifiers(result, *superclass);
+    }
+    addFeatures<PropertyAccess>(result, declared, superclass);
+    addFeatures<MethodAccess>(result, declared, superclass);
+    return result;
+}
 
 CIMClass viewOf(const CIMClass& complete, const ClassParts& parts) {
     CIMClass result = complete.clone();

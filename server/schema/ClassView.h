@@ -1,9 +1,8 @@
+// What a class consists of: with what it inherits, and the parts that a client asks to see.
 #pragma once
 
 #include <Pegasus/Common/CIMClass.h>
 #include <Pegasus/Common/CIMPropertyList.h>
-
-// What a class inherits.
 
 namespace smisd {
 
@@ -14,7 +13,6 @@ Pegasus::CIMClass withInherited(const Pegasus::CIMClass& declared,
                                 const Pegasus::CIMClass* superclass);
 
 // What of a class declaration a client asks to see.
-
 struct ClassParts {
     bool localOnly;
     bool includeQualifiers;

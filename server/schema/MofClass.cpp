@@ -4,6 +4,7 @@
 
 #include <Pegasus/Common/Exception.h>
 
+#include "server/operation/Utf8.h"
 #include "server/schema/MofQualifier.h"
 #include "server/schema/MofValue.h"
 
@@ -11,10 +12,6 @@ using namespace Pegasus;
 
 namespace smisd::mof {
 namespace {
-
-std::string utf8(const CIMName& name) {
-    return std::string(name.getString().getCString());
-}
 
 DeclaredType typeOf(const CIMConstProperty& property) {
     return {property.getType(), property.getReferenceClassName(), property.isArray(),
@@ -79,7 +76,7 @@ void checkOverride(const Node& feature, const DeclaredType& type, const ClassCon
                          context.schema.isA(type.referenceClass, inherited.referenceClass);
     if (!same || !narrows) {
         fail(node, "expected " + word(node) + " to be of type " + typeName(inherited) + ", as in " +
-                       utf8(context.superclass->getClassName()));
+                       toUtf8(context.superclass->getClassName().getString()));
     }
 }
 
@@ -121,7 +118,7 @@ void at(const Node& node, Use use) {
     try {
         use();
     } catch (const Exception& error) {
-        fail(node, std::string(error.getMessage().getCString()));
+        fail(node, toUtf8(error.getMessage()));
     }
 }
 
@@ -164,7 +161,8 @@ CIMInstance compileInstance(const Node& declaration, const Schema& schema) {
         const Node& nameNode = get<AssignedName>(assignment);
         const Uint32 found = cimClass->findProperty(name(nameNode));
         if (found == PEG_NOT_FOUND) {
-            fail(nameNode, "expected a property of " + utf8(cimClass->getClassName()) + ", not " +
+            fail(nameNode, "expected a property of " +
+                               toUtf8(cimClass->getClassName().getString()) + ", not " +
                                word(nameNode));
         }
         const CIMConstProperty declared = cimClass->getProperty(found);

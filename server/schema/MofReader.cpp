@@ -10,6 +10,7 @@
 
 #include <Pegasus/Common/Exception.h>
 
+#include "server/operation/Utf8.h"
 #include "server/schema/MofClass.h"
 #include "server/schema/MofQualifier.h"
 #include "server/schema/MofTree.h"
@@ -58,7 +59,7 @@ private:
                 declare(node, _repository.open(nameSpace));
             }
         } catch (const Exception& error) { // what the CIM types refuse
-            mof::fail(node, std::string(error.getMessage().getCString()));
+            mof::fail(node, toUtf8(error.getMessage()));
         }
     }
 
@@ -87,7 +88,7 @@ private:
         const Node& value = mof::get<mof::StringValue>(pragma);
         const String text = mof::textOf(value);
         if (word == "include") {
-            include(value, std::string(text.getCString()), nameSpace);
+            include(value, toUtf8(text), nameSpace);
         } else if (word == "namespace") {
             nameSpace = namespaceOf(value, text);
         }
@@ -121,12 +122,6 @@ void readMof(const std::filesystem::path& file, const CIMNamespaceName& nameSpac
              Repository& repository) {
     Reader(repository).read(file, nameSpace);
 }
-
-} // namespace smisd
-
-using Pegasus::CIMNamespaceName;
-
-namespace smisd {
 
 void readMofDirectory(const std::filesystem::path& directory, Repository& repository) {
     const CIMNamespaceName elements(elementNamespace);

@@ -1,3 +1,4 @@
+// Reads MOF files (DMTF DSP0004) into the repository.
 #pragma once
 
 #include <cstddef>
@@ -7,20 +8,16 @@
 
 #include "server/schema/Schema.h"
 
-// A mistake in a MOF file.
-
 namespace smisd {
 
-// what() is "FILE:LINE:COLUMN: TEXT", where TEXT says what was expected there. Lines and columns
-// count from 1; columns in bytes.
+// A mistake in a MOF file. what() is "FILE:LINE:COLUMN: TEXT", where TEXT says what was expected
+// there. Lines and columns count from 1; columns in bytes.
 class MofError : public std::runtime_error {
 public:
     MofError(const std::string& file, size_t line, size_t column, const std::string& text)
         : std::runtime_error(file + ":" + std::to_string(line) + ":" + std::to_string(column) +
                              ": " + text) {}
 };
-
-// Reads MOF files (DMTF DSP0004) into the repository.
 
 // Declares what the file and the files that it includes declare, in their order: in `nameSpace`,
 // or in the one that a `#pragma namespace` names, which holds to the end of the file. The name in

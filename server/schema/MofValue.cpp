@@ -10,6 +10,7 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "server/operation/TypedValue.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
@@ -40,17 +41,13 @@ Char16 escaped(const std::string& code) {
     return Char16(unit);
 }
 
-String plain(std::string_view text) {
-    return String(text.data(), static_cast<Uint32>(text.size()));
-}
-
 String unescaped(const Node& text) {
     String result;
     for (const auto& piece : text.children) {
         if (piece->is_type<EscapeCode>()) {
             result.append(escaped(piece->string()));
         } else {
-            result.append(plain(piece->string_view()));
+            result.append(fromUtf8(piece->string_view()));
         }
     }
     return result;
@@ -160,10 +157,9 @@ DeclaredType typeOf(const Node& declaration) {
 }
 
 std::string typeName(const DeclaredType& type) {
-    const std::string name =
-        type.type == CIMTYPE_REFERENCE
-            ? std::string(type.referenceClass.getString().getCString()) + " REF"
-            : cimTypeToString(type.type);
+    const std::string name = type.type == CIMTYPE_REFERENCE
+                                 ? toUtf8(type.referenceClass.getString()) + " REF"
+                                 : cimTypeToString(type.type);
     return type.isArray ? name + "[]" : name;
 }
 

@@ -1,3 +1,4 @@
+// The classes, qualifiers and instances that the server knows, by namespace.
 #pragma once
 
 #include <map>

@@ -12,6 +12,7 @@
 
 #include "providers/frame/PegasusCreateProvider.h"
 #include "server/dispatch/Registration.h"
+#include "server/operation/Utf8.h"
 #include "server/schema/MofReader.h"
 
 using namespace Pegasus;
@@ -37,10 +38,6 @@ const Schema& elements() {
     return *repository().find(CIMNamespaceName(elementNamespace));
 }
 
-std::string utf8(const String& text) {
-    return std::string(text.getCString());
-}
-
 template<class T>
 T valueOf(const CIMInstance& instance, const char* property) {
     T value;
@@ -49,7 +46,7 @@ T valueOf(const CIMInstance& instance, const char* property) {
 }
 
 std::string textOf(const CIMInstance& instance, const char* property) {
-    return utf8(valueOf<String>(instance, property));
+    return toUtf8(valueOf<String>(instance, property));
 }
 
 // One PG_ProviderCapabilities.
@@ -98,7 +95,7 @@ TEST(AccessRegistration, NamesTheProvidersOfTheModule) {
     const Registration registration(instances());
     std::vector<std::string> names;
     for (const String& name : registration.providerNames()) {
-        names.push_back(utf8(name));
+        names.push_back(toUtf8(name));
     }
     EXPECT_THAT(names,
                 ElementsAre("StorageHardwareIDManagementServiceProvider",
@@ -111,7 +108,7 @@ TEST(AccessRegistration, NamesTheProvidersOfTheModule) {
 TEST(AccessRegistration, ListsWhatEachProviderServes) {
     std::vector<std::string> lines;
     for (const Served& one : served()) {
-        lines.push_back(one.provider + " " + utf8(one.className.getString()) + " " + one.types);
+        lines.push_back(one.provider + " " + toUtf8(one.className.getString()) + " " + one.types);
     }
     EXPECT_THAT(
         lines,
@@ -156,10 +153,10 @@ TEST(AccessRegistration, EachProviderIsMadeByTheModuleAndHasTheInterfaces) {
 TEST(AccessRegistration, EachServedClassIsDeclaredAndFitsItsTypes) {
     for (const Served& one : served()) {
         const CIMClass* declared = elements().findClass(one.className);
-        ASSERT_NE(declared, nullptr) << utf8(one.className.getString());
-        EXPECT_FALSE(declared->isAbstract()) << utf8(one.className.getString());
+        ASSERT_NE(declared, nullptr) << toUtf8(one.className.getString());
+        EXPECT_FALSE(declared->isAbstract()) << toUtf8(one.className.getString());
         EXPECT_EQ(declared->isAssociation(), one.types.find('3') != std::string::npos)
-            << utf8(one.className.getString());
+            << toUtf8(one.className.getString());
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "server/operation/Utf8.h"
 #include "server/schema/MofReader.h"
 
 using namespace Pegasus;
@@ -156,16 +157,12 @@ const FeatureFact methodFacts[] = {
     {"CIM_StatisticalData", "ResetSelectedStats", "uint32(in string[] SelectedStatistics)"},
 };
 
-std::string utf8(const String& text) {
-    return std::string(text.getCString());
-}
-
 // Of a property or parameter.
 template<class Feature>
 std::string typeText(const Feature& feature) {
     const CIMName reference = feature.getReferenceClassName();
     const std::string type = feature.getType() == CIMTYPE_REFERENCE
-                                 ? utf8(reference.getString()) + " REF"
+                                 ? toUtf8(reference.getString()) + " REF"
                                  : cimTypeToString(feature.getType());
     return feature.isArray() ? type + "[]" : type;
 }
@@ -188,7 +185,7 @@ std::string methodText(const CIMConstMethod& method) {
         const bool in = isTrue(parameter, "In", true);
         const bool out = isTrue(parameter, "Out", false);
         text += (i ? ", " : "") + std::string(in ? "in" : "") + (out ? "out " : " ") +
-                typeText(parameter) + " " + utf8(parameter.getName().getString());
+                typeText(parameter) + " " + toUtf8(parameter.getName().getString());
     }
     return std::string(cimTypeToString(method.getType())) + "(" + text + ")";
 }
@@ -214,12 +211,12 @@ class AccessClass : public testing::TestWithParam<ClassFact> {};
 TEST_P(AccessClass, HasTheSuperclassKeysAndKindOfTheSchema) {
     const ClassFact& fact = GetParam();
     const CIMClass& cimClass = classNamed(fact.name);
-    EXPECT_EQ(utf8(cimClass.getSuperClassName().getString()), fact.superclass);
+    EXPECT_EQ(toUtf8(cimClass.getSuperClassName().getString()), fact.superclass);
     Array<CIMName> names;
     cimClass.getKeyNames(names);
     std::vector<std::string> keys;
     for (Uint32 i = 0; i < names.size(); ++i) {
-        keys.push_back(utf8(names[i].getString()));
+        keys.push_back(toUtf8(names[i].getString()));
     }
     std::sort(keys.begin(), keys.end());
     std::string joined;
@@ -265,7 +262,7 @@ TEST(AccessSchema, MethodsHaveThePublishedParameters) {
 TEST(AccessSchema, LoginParametersHaveTheDefaultsOfThePublishedSchema) {
     const auto defaultOf = [](const char* className, const char* name) {
         const CIMClass& cimClass = classNamed(className);
-        return utf8(
+        return toUtf8(
             cimClass.getProperty(cimClass.findProperty(CIMName(name))).getValue().toString());
     };
     EXPECT_EQ(defaultOf("CIM_iSCSISessionSettings", "MaxDataBurstLength"), "262144");
@@ -280,17 +277,17 @@ template<class Use>
 void eachOwnFeature(Use use) {
     for (const CIMName& name : schema().subclasses(CIMName(), true)) {
         const CIMClass& cimClass = *schema().findClass(name);
-        const std::string prefix = utf8(name.getString()) + ".";
+        const std::string prefix = toUtf8(name.getString()) + ".";
         for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i) {
             if (!cimClass.getProperty(i).getPropagated()) {
                 use(cimClass, cimClass.getProperty(i),
-                    prefix + utf8(cimClass.getProperty(i).getName().getString()));
+                    prefix + toUtf8(cimClass.getProperty(i).getName().getString()));
             }
         }
         for (Uint32 i = 0; i < cimClass.getMethodCount(); ++i) {
             if (!cimClass.getMethod(i).getPropagated()) {
                 use(cimClass, cimClass.getMethod(i),
-                    prefix + utf8(cimClass.getMethod(i).getName().getString()));
+                    prefix + toUtf8(cimClass.getMethod(i).getName().getString()));
             }
         }
     }

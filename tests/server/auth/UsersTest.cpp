@@ -9,6 +9,9 @@
 
 #include "tests/server/TemporaryDirectory.h"
 
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
 namespace smisd::test {
 namespace {
 
@@ -34,15 +37,6 @@ TEST(PasswordHash, OtherTextIsNone) {
     }
     EXPECT_FALSE(isPasswordHash(std::string(1000, 'x')));
 }
-
-} // namespace
-} // namespace smisd::test
-
-namespace fs = std::filesystem;
-using testing::HasSubstr;
-
-namespace smisd::test {
-namespace {
 
 class UsersFile : public testing::Test {
 protected:

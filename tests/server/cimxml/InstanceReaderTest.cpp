@@ -1,5 +1,5 @@
-#include "server/cimxml/InstanceReader.h"
-
+#include "server/cimxml/ElementReaders.h"
+#include "server/operation/Utf8.h"
 #include "tests/server/cimxml/Requests.h"
 
 using namespace Pegasus;
@@ -19,9 +19,9 @@ std::string errorWith(const std::string& content) {
 // "n uint32[]: 1 2 "
 std::string shown(const CIMProperty& property) {
     const CIMValue& value = property.getValue();
-    return utf8(property.getName().getString()) + " " + cimTypeToString(property.getType()) +
+    return toUtf8(property.getName().getString()) + " " + cimTypeToString(property.getType()) +
            (property.isArray() ? "[]" : "") + (value.isNull() ? " null" : ": ") +
-           utf8(value.toString());
+           toUtf8(value.toString());
 }
 
 TEST(ReadInstance, PropertiesKeepOrderTypeAndValue) {
@@ -35,8 +35,8 @@ TEST(ReadInstance, PropertiesKeepOrderTypeAndValue) {
     EXPECT_EQ(shown(instance.getProperty(0)), "b string: x");
     EXPECT_EQ(shown(instance.getProperty(1)), "a uint16[]: 1 ");
     EXPECT_EQ(shown(instance.getProperty(2)), "r reference: D");
-    EXPECT_EQ(utf8(instance.getProperty(2).getReferenceClassName().getString()), "D");
-    EXPECT_EQ(utf8(instance.getPath().toString()), "C");
+    EXPECT_EQ(toUtf8(instance.getProperty(2).getReferenceClassName().getString()), "D");
+    EXPECT_EQ(toUtf8(instance.getPath().toString()), "C");
 }
 
 TEST(ReadInstance, PropertyWithoutValueIsNull) {
@@ -60,7 +60,7 @@ TEST(ReadInstance, ClassOriginPropagationAndQualifiersAreKept) {
     EXPECT_EQ(instance.getQualifierCount(), 1U);
     EXPECT_TRUE(instance.getQualifier(0).getFlavor().hasFlavor(CIMFlavor::OVERRIDABLE));
     CIMProperty property = instance.getProperty(0);
-    EXPECT_EQ(utf8(property.getClassOrigin().getString()), "B");
+    EXPECT_EQ(toUtf8(property.getClassOrigin().getString()), "B");
     EXPECT_TRUE(property.getPropagated());
     ASSERT_EQ(property.getQualifierCount(), 1U);
     EXPECT_FALSE(property.getQualifier(0).getFlavor().hasFlavor(CIMFlavor::OVERRIDABLE));
@@ -90,7 +90,7 @@ TEST(ReadNamedInstance, PathHasTheKeys) {
         R"(<VALUE.NAMEDINSTANCE><INSTANCENAME CLASSNAME="c"><KEYBINDING NAME="k"><KEYVALUE>v)"
         R"(</KEYVALUE></KEYBINDING></INSTANCENAME><INSTANCE CLASSNAME="C"/></VALUE.NAMEDINSTANCE>)",
         readNamedInstance);
-    EXPECT_EQ(utf8(instance.getPath().toString()), R"(c.k="v")");
+    EXPECT_EQ(toUtf8(instance.getPath().toString()), R"(c.k="v")");
 }
 
 TEST(ReadNamedInstance, ClassesOfNameAndInstanceMustAgree) {

@@ -1,5 +1,6 @@
 #include "server/cimxml/IntrinsicMethods.h"
 
+#include "server/operation/Utf8.h"
 #include "tests/server/cimxml/Requests.h"
 
 using namespace Pegasus;
@@ -22,7 +23,7 @@ std::string show(const CIMPropertyList& list) {
     }
     std::string text;
     for (Uint32 i = 0; i < list.size(); ++i) {
-        text += utf8(list[i].getString()) + ",";
+        text += toUtf8(list[i].getString()) + ",";
     }
     return text;
 }
@@ -43,8 +44,8 @@ std::string refusal(const std::string& method, const std::string& parameters) {
 TEST(IntrinsicCall, GetInstanceHasTheDefaultsOfTheStandard) {
     const auto operation =
         decoded<GetInstance>("GetInstance", parameter("InstanceName", instanceName));
-    EXPECT_EQ(utf8(operation.nameSpace.getString()), "root/test");
-    EXPECT_EQ(utf8(operation.instanceName.toString()), R"(C.k="v")");
+    EXPECT_EQ(toUtf8(operation.nameSpace.getString()), "root/test");
+    EXPECT_EQ(toUtf8(operation.instanceName.toString()), R"(C.k="v")");
     EXPECT_TRUE(operation.localOnly);
     EXPECT_FALSE(operation.includeQualifiers);
     EXPECT_FALSE(operation.includeClassOrigin);
@@ -102,7 +103,7 @@ TEST(IntrinsicCall, ModifyInstanceHasKeysAndProperties) {
                       "<VALUE>x</VALUE></PROPERTY></INSTANCE>"
                       "</VALUE.NAMEDINSTANCE>"));
     EXPECT_TRUE(operation.includeQualifiers);
-    EXPECT_EQ(utf8(operation.modifiedInstance.getPath().toString()), R"(C.k="v")");
+    EXPECT_EQ(toUtf8(operation.modifiedInstance.getPath().toString()), R"(C.k="v")");
     EXPECT_EQ(operation.modifiedInstance.getPropertyCount(), 1U);
 }
 
@@ -124,11 +125,11 @@ TEST(IntrinsicCall, AssociatorsTakesEveryArgument) {
             parameter("IncludeQualifiers", value("TRUE")) +
             parameter("IncludeClassOrigin", value("TRUE")) +
             parameter("PropertyList", "<VALUE.ARRAY><VALUE>x</VALUE></VALUE.ARRAY>"));
-    EXPECT_EQ(utf8(operation.objectName.toString()), R"(C.k="v")");
-    EXPECT_EQ(utf8(operation.assocClass.getString()), "A");
-    EXPECT_EQ(utf8(operation.resultClass.getString()), "R");
-    EXPECT_EQ(utf8(operation.role), "Antecedent");
-    EXPECT_EQ(utf8(operation.resultRole), "Dependent");
+    EXPECT_EQ(toUtf8(operation.objectName.toString()), R"(C.k="v")");
+    EXPECT_EQ(toUtf8(operation.assocClass.getString()), "A");
+    EXPECT_EQ(toUtf8(operation.resultClass.getString()), "R");
+    EXPECT_EQ(toUtf8(operation.role), "Antecedent");
+    EXPECT_EQ(toUtf8(operation.resultRole), "Dependent");
     EXPECT_TRUE(operation.includeQualifiers);
     EXPECT_TRUE(operation.includeClassOrigin);
     EXPECT_EQ(show(operation.propertyList), "x,");
@@ -138,9 +139,9 @@ TEST(IntrinsicCall, NullClassAndRoleAreAbsent) {
     const auto operation = decoded<ReferenceNames>(
         "ReferenceNames", parameter("ObjectName", className) +
                               R"(<IPARAMVALUE NAME="ResultClass"/><IPARAMVALUE NAME="Role"/>)");
-    EXPECT_EQ(utf8(operation.objectName.toString()), "C");
+    EXPECT_EQ(toUtf8(operation.objectName.toString()), "C");
     EXPECT_TRUE(operation.resultClass.isNull());
-    EXPECT_EQ(utf8(operation.role), "");
+    EXPECT_EQ(toUtf8(operation.role), "");
 }
 
 TEST(IntrinsicCall, ClassIsNoInstanceWithoutKeys) {
@@ -169,8 +170,8 @@ TEST(IntrinsicCall, SchemaOperationsAreKnown) {
     EXPECT_TRUE(decoded<GetClass>("GetClass", parameter("ClassName", className)).includeQualifiers);
     EXPECT_TRUE(decoded<EnumerateClasses>("EnumerateClasses", "").className.isNull());
     EXPECT_FALSE(decoded<EnumerateClassNames>("EnumerateClassNames", "").deepInheritance);
-    EXPECT_EQ(utf8(decoded<GetQualifier>("GetQualifier", parameter("QualifierName", value("Key")))
-                       .qualifierName.getString()),
+    EXPECT_EQ(toUtf8(decoded<GetQualifier>("GetQualifier", parameter("QualifierName", value("Key")))
+                         .qualifierName.getString()),
               "Key");
     EXPECT_NO_THROW(decoded<EnumerateQualifiers>("EnumerateQualifiers", ""));
 }

@@ -1,5 +1,5 @@
-#include "server/cimxml/PathReader.h"
-
+#include "server/cimxml/ElementReaders.h"
+#include "server/operation/Utf8.h"
 #include "tests/server/cimxml/Requests.h"
 
 using namespace Pegasus;
@@ -8,7 +8,7 @@ namespace smisd::test {
 namespace {
 
 std::string pathOf(const std::string& xml, CIMObjectPath (*read)(Element)) {
-    return readElement(xml, [&](const Element& root) { return utf8(read(root).toString()); });
+    return readElement(xml, [&](const Element& root) { return toUtf8(read(root).toString()); });
 }
 
 std::string instanceNameOf(const std::string& keys) {

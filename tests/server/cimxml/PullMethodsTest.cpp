@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "server/cimxml/IntrinsicMethods.h"
+#include "server/operation/Utf8.h"
 #include "tests/server/cimxml/Requests.h"
 
 using namespace Pegasus;
@@ -38,14 +39,14 @@ std::string refusal(const std::string& method, const std::string& parameters) {
 
 TEST(OpenCall, HasTheDefaultsOfTheStandard) {
     const OpenEnumeration operation = opened("OpenEnumerateInstances", className);
-    EXPECT_EQ(utf8(operation.nameSpace.getString()), "root/test");
+    EXPECT_EQ(toUtf8(operation.nameSpace.getString()), "root/test");
     EXPECT_EQ(operation.maxObjectCount, 0U);
     EXPECT_FALSE(operation.operationTimeout);
     EXPECT_FALSE(operation.continueOnError);
-    EXPECT_EQ(utf8(operation.filterQuery), "");
+    EXPECT_EQ(toUtf8(operation.filterQuery), "");
     const auto& enumeration = std::get<EnumerateInstances>(operation.enumeration);
-    EXPECT_EQ(utf8(enumeration.nameSpace.getString()), "root/test");
-    EXPECT_EQ(utf8(enumeration.className.getString()), "C");
+    EXPECT_EQ(toUtf8(enumeration.nameSpace.getString()), "root/test");
+    EXPECT_EQ(toUtf8(enumeration.className.getString()), "C");
     EXPECT_TRUE(enumeration.deepInheritance);
     EXPECT_FALSE(enumeration.includeClassOrigin);
 }
@@ -59,8 +60,8 @@ TEST(OpenCall, TakesItsOwnParametersAndThoseOfTheEnumeration) {
     EXPECT_EQ(operation.maxObjectCount, 7U);
     EXPECT_EQ(operation.operationTimeout, std::optional<Uint32>(16));
     EXPECT_TRUE(operation.continueOnError);
-    EXPECT_EQ(utf8(operation.filterQueryLanguage), "DMTF:FQL");
-    EXPECT_EQ(utf8(operation.filterQuery), "n = 5");
+    EXPECT_EQ(toUtf8(operation.filterQueryLanguage), "DMTF:FQL");
+    EXPECT_EQ(toUtf8(operation.filterQuery), "n = 5");
     EXPECT_FALSE(std::get<EnumerateInstances>(operation.enumeration).deepInheritance);
 }
 
@@ -71,11 +72,11 @@ TEST(OpenCall, EachOpensItsEnumeration) {
     enumerationOf<EnumerateInstanceNames>("OpenEnumerateInstancePaths", className);
     const auto associators = enumerationOf<Associators>(
         "OpenAssociatorInstances", instanceName + assoc + result + role + with("ResultRole", "s"));
-    EXPECT_EQ(utf8(associators.objectName.toString()), R"(C.k="v")");
-    EXPECT_EQ(utf8(associators.assocClass.getString()), "A");
-    EXPECT_EQ(utf8(associators.resultClass.getString()), "R");
-    EXPECT_EQ(utf8(associators.role), "r");
-    EXPECT_EQ(utf8(associators.resultRole), "s");
+    EXPECT_EQ(toUtf8(associators.objectName.toString()), R"(C.k="v")");
+    EXPECT_EQ(toUtf8(associators.assocClass.getString()), "A");
+    EXPECT_EQ(toUtf8(associators.resultClass.getString()), "R");
+    EXPECT_EQ(toUtf8(associators.role), "r");
+    EXPECT_EQ(toUtf8(associators.resultRole), "s");
     enumerationOf<AssociatorNames>("OpenAssociatorInstancePaths",
                                    instanceName + assoc + result + role + with("ResultRole", "s"));
     enumerationOf<References>("OpenReferenceInstances", instanceName + result + role);
@@ -134,7 +135,7 @@ TEST(PullCall, SaysWhatItPulls) {
     const auto pulled = [&](const char* method) {
         return operationOf<PullEnumeration>(decodeIntrinsic(method, parameters));
     };
-    EXPECT_EQ(utf8(pulled("PullInstancesWithPath").context), "5");
+    EXPECT_EQ(toUtf8(pulled("PullInstancesWithPath").context), "5");
     EXPECT_EQ(pulled("PullInstancesWithPath").maxObjectCount, 2U);
     EXPECT_EQ(pulled("PullInstancesWithPath").pulled, Pulled::instancesWithPath);
     EXPECT_EQ(pulled("PullInstancePaths").pulled, Pulled::instancePaths);

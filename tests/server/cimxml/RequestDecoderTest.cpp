@@ -1,5 +1,6 @@
 #include "server/cimxml/RequestDecoder.h"
 
+#include "server/operation/Utf8.h"
 #include "tests/server/cimxml/Requests.h"
 
 using namespace Pegasus;
@@ -112,11 +113,11 @@ TEST(DecodeRequest, MethodOfAnInstance) {
         {"Frob", R"(root:C.k="v")"});
     EXPECT_FALSE(request.head.intrinsic);
     const auto call = operationOf<InvokeMethod>(request);
-    EXPECT_EQ(utf8(call.nameSpace.getString()), "root");
-    EXPECT_EQ(utf8(call.objectName.toString()), R"(C.k="v")");
-    EXPECT_EQ(utf8(call.methodName.getString()), "Frob");
+    EXPECT_EQ(toUtf8(call.nameSpace.getString()), "root");
+    EXPECT_EQ(toUtf8(call.objectName.toString()), R"(C.k="v")");
+    EXPECT_EQ(toUtf8(call.methodName.getString()), "Frob");
     ASSERT_EQ(call.inParameters.size(), 2U);
-    EXPECT_EQ(utf8(call.inParameters[0].getParameterName()), "P");
+    EXPECT_EQ(toUtf8(call.inParameters[0].getParameterName()), "P");
     EXPECT_TRUE(call.inParameters[0].isTyped());
     EXPECT_FALSE(call.inParameters[1].isTyped());
 }
@@ -124,7 +125,7 @@ TEST(DecodeRequest, MethodOfAnInstance) {
 TEST(DecodeRequest, MethodOfAClass) {
     const auto call = operationOf<InvokeMethod>(
         decodeRequest(methodCall(localClassPath, ""), {"Frob", "root:c"}));
-    EXPECT_EQ(utf8(call.objectName.toString()), "C");
+    EXPECT_EQ(toUtf8(call.objectName.toString()), "C");
 }
 
 TEST(DecodeRequest, MethodHeadersMustAgreeWithTheBody) {

@@ -8,14 +8,11 @@
 
 #include "server/cimxml/RequestDecoder.h"
 #include "server/cimxml/XmlDocument.h"
+#include "server/operation/Utf8.h"
 
 namespace smisd::test {
 
 inline const std::string declaration = R"(<?xml version="1.0" encoding="utf-8" ?>)";
-
-inline std::string utf8(const Pegasus::String& text) {
-    return std::string(text.getCString());
-}
 
 // A message around `call`, the IMETHODCALL or METHODCALL.
 inline std::string message(const std::string& call) {
@@ -45,7 +42,8 @@ inline DecodedRequest decodeIntrinsic(const std::string& method, const std::stri
 template<class T>
 T operationOf(const DecodedRequest& request) {
     if (const auto* error = std::get_if<Pegasus::CIMException>(&request.operation)) {
-        throw std::runtime_error("CIM error instead of an operation: " + utf8(error->getMessage()));
+        throw std::runtime_error("CIM error instead of an operation: " +
+                                 toUtf8(error->getMessage()));
     }
     return std::get<T>(std::get<Operation>(request.operation));
 }
@@ -53,7 +51,7 @@ T operationOf(const DecodedRequest& request) {
 // "4 text" of the CIM error that is expected.
 inline std::string errorOf(const DecodedRequest& request) {
     const auto& error = std::get<Pegasus::CIMException>(request.operation);
-    return std::to_string(error.getCode()) + " " + utf8(error.getMessage());
+    return std::to_string(error.getCode()) + " " + toUtf8(error.getMessage());
 }
 
 // "400 request-not-valid: detail" of the refusal that `decode` is expected to end in.

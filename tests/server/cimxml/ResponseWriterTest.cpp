@@ -294,17 +294,13 @@ TEST(PulledResults, AreFollowedByTheirState) {
                      }),
               intrinsic("PullInstancePaths",
                         "<IRETURNVALUE>\n"
-                        "<INSTANCEPATH>\n<NAMESPACEPATH>\n<HOST>host</HOST>\n"
-                        "<LOCALNAMESPACEPATH>\n<NAMESPACE NAME=\"root\"/>\n"
-                        "<NAMESPACE NAME=\"x\"/>\n</LOCALNAMESPACEPATH>\n</NAMESPACEPATH>\n"
-                        "<INSTANCENAME CLASSNAME=\"C\">\n<KEYBINDING NAME=\"k\">\n"
-                        "<KEYVALUE VALUETYPE=\"string\">v</KEYVALUE>\n</KEYBINDING>\n"
-                        "</INSTANCENAME>\n</INSTANCEPATH>\n"
-                        "</IRETURNVALUE>\n"
-                        "<PARAMVALUE NAME=\"EndOfSequence\">\n<VALUE>TRUE</VALUE>\n"
-                        "</PARAMVALUE>\n"
-                        "<PARAMVALUE NAME=\"EnumerationContext\">\n<VALUE></VALUE>\n"
-                        "</PARAMVALUE>\n"));
+                        "<INSTANCEPATH>\n" +
+                            namespacePath + instanceName +
+                            "</INSTANCEPATH>\n</IRETURNVALUE>\n"
+                            "<PARAMVALUE NAME=\"EndOfSequence\">\n<VALUE>TRUE</VALUE>\n"
+                            "</PARAMVALUE>\n"
+                            "<PARAMVALUE NAME=\"EnumerationContext\">\n<VALUE></VALUE>\n"
+                            "</PARAMVALUE>\n"));
 }
 
 TEST(PulledResults, ShowNeitherQualifiersNorUnwantedOrigins) {

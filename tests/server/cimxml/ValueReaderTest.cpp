@@ -1,5 +1,5 @@
-#include "server/cimxml/ValueReader.h"
-
+#include "server/cimxml/ElementReaders.h"
+#include "server/operation/Utf8.h"
 #include "tests/server/cimxml/Requests.h"
 
 using namespace Pegasus;
@@ -24,7 +24,7 @@ std::string shown(const CIMParamValue& param) {
     const CIMValue value = param.getValue();
     return std::string(cimTypeToString(value.getType())) + (value.isArray() ? "[]" : "") +
            (param.isTyped() ? " typed" : " untyped") + (value.isNull() ? " null" : ": ") +
-           utf8(value.toString());
+           toUtf8(value.toString());
 }
 
 TEST(ParamValue, TypedScalarAndArray) {

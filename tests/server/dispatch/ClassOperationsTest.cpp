@@ -1,3 +1,4 @@
+#include "server/operation/Utf8.h"
 #include "tests/server/dispatch/DispatchTest.h"
 
 using namespace Pegasus;
@@ -22,9 +23,9 @@ protected:
         std::string result;
         for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i) {
             const CIMConstProperty property = cimClass.getProperty(i);
-            result += (i ? " " : "") + utf8(property.getName().getString());
+            result += (i ? " " : "") + toUtf8(property.getName().getString());
             if (!property.getClassOrigin().isNull()) {
-                result += "@" + utf8(property.getClassOrigin().getString());
+                result += "@" + toUtf8(property.getClassOrigin().getString());
             }
             result += property.getPropagated() ? "+" : "";
         }

@@ -1,3 +1,4 @@
+// Instances of the MOF, in the interop namespace of mof/.
 #include "server/dispatch/DeclaredInstances.h"
 
 #include <algorithm>
@@ -9,10 +10,9 @@
 #include <gtest/gtest.h>
 
 #include "server/dispatch/ServerDispatcher.h"
+#include "server/operation/Utf8.h"
 #include "server/schema/MofReader.h"
 #include "tests/server/dispatch/DispatchTest.h"
-
-// Instances of the MOF, in the interop namespace of mof/.
 
 using namespace Pegasus;
 using testing::Contains;
@@ -65,7 +65,7 @@ protected:
             void returnValue(const CIMValue& taken) override { value = taken; }
         } sink;
         dispatcher.dispatch(GetProperty{nameSpace, path, CIMName(name)}, RequestContext{}, sink);
-        return utf8(sink.value.toString());
+        return toUtf8(sink.value.toString());
     }
 
     ServerDispatcher dispatcher{served(), SCRIPTED_MODULE, String("test.host")};
@@ -79,7 +79,7 @@ TEST_F(Discovery, FindsTheNamespacesUnderEachNameOfInterop) {
         }
         std::set<std::string> expected;
         for (const auto& [nameSpace, schema] : served().schemas()) {
-            expected.insert(utf8(nameSpace.getString()));
+            expected.insert(toUtf8(nameSpace.getString()));
         }
         EXPECT_EQ(found, expected) << name;
     }
@@ -136,71 +136,6 @@ TEST_F(Discovery, ShowsTheRegisteredProviders) {
     EXPECT_THAT(names(CIMNamespaceName(interopNamespace), "PG_Provider"), SizeIs(9));
     EXPECT_THAT(run(EnumerateInstanceNames{interop, CIMName("PG_Provider")}),
                 ElementsAre("error 7"));
-}
-
-} // namespace
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
-
-CIMValue text(const char* value) {
-    return CIMValue(String(value));
-}
-
-void expectError(const CIMValue& value, CIMType type, bool isArray, CIMStatusCode code,
-                 const char* message) {
-    try {
-        declaredValue(value, type, isArray);
-        ADD_FAILURE() << "nothing was thrown";
-    } catch (const CIMException& error) {
-        EXPECT_EQ(error.getCode(), code);
-        EXPECT_EQ(error.getMessage(), String(message));
-    }
-}
-
-TEST(DeclaredValue, TextsBecomeValuesOfTheType) {
-    EXPECT_EQ(declaredValue(text("5"), CIMTYPE_SINT64, false), CIMValue(Sint64(5)));
-    EXPECT_EQ(declaredValue(text("true"), CIMTYPE_BOOLEAN, false), CIMValue(Boolean(true)));
-    EXPECT_EQ(declaredValue(text("x"), CIMTYPE_STRING, false), text("x"));
-}
-
-TEST(DeclaredValue, ArraysBecomeArraysOfTheType) {
-    EXPECT_EQ(declaredValue(CIMValue(Array<String>(2, String("1"))), CIMTYPE_UINT16, true),
-              CIMValue(Array<Uint16>(2, Uint16(1))));
-    EXPECT_EQ(declaredValue(CIMValue(Array<String>()), CIMTYPE_UINT16, true),
-              CIMValue(Array<Uint16>()));
-}
-
-TEST(DeclaredValue, NullBecomesANullOfTheType) {
-    const CIMValue null = declaredValue(CIMValue(CIMTYPE_STRING, false), CIMTYPE_UINT8, true);
-    EXPECT_TRUE(null.isNull());
-    EXPECT_TRUE(null.isArray());
-    EXPECT_EQ(null.getType(), CIMTYPE_UINT8);
-}
-
-TEST(DeclaredValue, AValueThatIsNoTextStaysAsItIs) {
-    const CIMValue reference(CIMObjectPath(String(), CIMNamespaceName(), CIMName("X")));
-    EXPECT_EQ(declaredValue(reference, CIMTYPE_STRING, false), reference);
-}
-
-TEST(DeclaredValue, ATextThatIsNoLiteralIsRefused) {
-    expectError(text("x"), CIMTYPE_UINT32, false, CIM_ERR_INVALID_PARAMETER,
-                "Malformed uint32 value");
-    expectError(text("4294967296"), CIMTYPE_UINT32, false, CIM_ERR_INVALID_PARAMETER,
-                "Malformed uint32 value");
-    expectError(CIMValue(Array<String>(1, String("x"))), CIMTYPE_BOOLEAN, true,
-                CIM_ERR_INVALID_PARAMETER, "Malformed boolean value");
-    expectError(text("X.k=1"), CIMTYPE_REFERENCE, false, CIM_ERR_INVALID_PARAMETER,
-                "Malformed reference value");
-}
-
-TEST(DeclaredValue, AnArrayForAScalarIsAMismatch) {
-    expectError(CIMValue(Array<String>(1, String("1"))), CIMTYPE_UINT8, false,
-                CIM_ERR_TYPE_MISMATCH, "");
-    expectError(text("1"), CIMTYPE_UINT8, true, CIM_ERR_TYPE_MISMATCH, "");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "tests/server/dispatch/DispatchTest.h"
 
+#include "server/operation/Utf8.h"
 #include "server/schema/MofReader.h"
 
 using namespace Pegasus;
@@ -17,7 +18,7 @@ DispatchTest::Lines DispatchTest::run(const Operation& operation, RecordingSink&
         dispatcher.dispatch(operation, context, sink);
         return sink.lines;
     } catch (const CIMException& error) {
-        return {"error " + std::to_string(error.getCode()) + " " + utf8(error.getMessage())};
+        return {"error " + std::to_string(error.getCode()) + " " + toUtf8(error.getMessage())};
     }
 }
 

@@ -7,13 +7,13 @@ namespace {
 
 template<class Object>
 std::string objectText(const Object& object) {
-    const std::string path = utf8(object.getPath().toString());
+    const std::string path = toUtf8(object.getPath().toString());
     const Uint32 at = object.findProperty(CIMName("Seen"));
     if (at == PEG_NOT_FOUND) {
         return path;
     }
     const CIMConstProperty seen = object.getProperty(at);
-    return seen.getValue().isNull() ? path : path + " | " + utf8(seen.getValue().toString());
+    return seen.getValue().isNull() ? path : path + " | " + toUtf8(seen.getValue().toString());
 }
 
 std::string typeText(const CIMValue& value) {
@@ -21,19 +21,15 @@ std::string typeText(const CIMValue& value) {
 }
 
 std::string valueText(const CIMValue& value) {
-    return typeText(value) + " " + (value.isNull() ? "null" : utf8(value.toString()));
+    return typeText(value) + " " + (value.isNull() ? "null" : toUtf8(value.toString()));
 }
 
 } // namespace
 
-std::string utf8(const String& text) {
-    return std::string(text.getCString());
-}
-
 void RecordingSink::limitProperties(const CIMPropertyList& list) {
     std::string line = "limit";
     for (Uint32 i = 0; i < list.size(); ++i) {
-        line += " " + utf8(list[i].getString());
+        line += " " + toUtf8(list[i].getString());
     }
     lines.push_back(line);
 }
@@ -51,7 +47,7 @@ void RecordingSink::namedInstance(const CIMInstance& instance) {
 }
 
 void RecordingSink::instanceName(const CIMObjectPath& path) {
-    lines.push_back("name " + utf8(path.toString()));
+    lines.push_back("name " + toUtf8(path.toString()));
 }
 
 void RecordingSink::objectWithPath(const CIMObject& object) {
@@ -62,16 +58,16 @@ void RecordingSink::objectWithPath(const CIMObject& object) {
 }
 
 void RecordingSink::objectPath(const CIMObjectPath& path) {
-    lines.push_back("path " + utf8(path.toString()));
+    lines.push_back("path " + toUtf8(path.toString()));
 }
 
 void RecordingSink::instanceWithPath(const CIMObjectPath& path, const CIMInstance& instance) {
-    lines.push_back("instance of " + utf8(path.toString()) + " is " +
+    lines.push_back("instance of " + toUtf8(path.toString()) + " is " +
                     objectText(CIMConstInstance(instance)));
 }
 
 void RecordingSink::instancePath(const CIMObjectPath& path) {
-    lines.push_back("instance path " + utf8(path.toString()));
+    lines.push_back("instance path " + toUtf8(path.toString()));
 }
 
 void RecordingSink::returnValue(const CIMValue& value) {
@@ -79,22 +75,22 @@ void RecordingSink::returnValue(const CIMValue& value) {
 }
 
 void RecordingSink::outParameter(const CIMParamValue& parameter) {
-    lines.push_back("out " + utf8(parameter.getParameterName()) + " " +
+    lines.push_back("out " + toUtf8(parameter.getParameterName()) + " " +
                     (parameter.isTyped() ? "typed " : "untyped ") +
                     valueText(parameter.getValue()));
 }
 
 void RecordingSink::classDeclaration(const CIMClass& declaration) {
-    lines.push_back("class " + utf8(declaration.getClassName().getString()));
+    lines.push_back("class " + toUtf8(declaration.getClassName().getString()));
     classes.push_back(declaration);
 }
 
 void RecordingSink::className(const CIMName& name) {
-    lines.push_back("class " + utf8(name.getString()));
+    lines.push_back("class " + toUtf8(name.getString()));
 }
 
 void RecordingSink::qualifier(const QualifierDeclaration& qualifier) {
-    lines.push_back("qualifier " + utf8(qualifier.name.getString()));
+    lines.push_back("qualifier " + toUtf8(qualifier.name.getString()));
 }
 
 } // namespace smisd

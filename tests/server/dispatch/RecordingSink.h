@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "server/operation/Dispatcher.h"
+#include "server/operation/Utf8.h"
 
 namespace smisd {
 
@@ -31,7 +32,5 @@ public:
     std::vector<std::string> lines;
     std::vector<Pegasus::CIMClass> classes; // also those of objectWithPath
 };
-
-std::string utf8(const Pegasus::String& text);
 
 } // namespace smisd

@@ -3,6 +3,7 @@
 #include <future>
 #include <vector>
 
+#include "server/operation/Utf8.h"
 #include "tests/server/dispatch/DispatchTest.h"
 
 using namespace Pegasus;
@@ -103,7 +104,7 @@ TEST(ServerDispatcherStart, AModuleThatIsMissingIsReportedAtTheFirstRequest) {
         FAIL() << "nothing was thrown";
     } catch (const CIMException& error) {
         EXPECT_EQ(error.getCode(), CIM_ERR_FAILED);
-        EXPECT_EQ(utf8(error.getMessage()),
+        EXPECT_EQ(toUtf8(error.getMessage()),
                   "File \"libNothing.so\" was not found for provider module \"ScriptedModule\".");
     }
 }

@@ -152,5 +152,20 @@ TEST(Options, HashPasswordNeedsAName) {
     complaintOf({"hash-password"});
 }
 
+std::filesystem::path programDirectory() {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+}
+
+TEST(BesideProgram, IsTheFirstThatExists) {
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EQ(besideProgram({"none", std::filesystem::path("..") / programDirectory().filename() /
+                                         program.filename()}),
+              program);
+}
+
+TEST(BesideProgram, IsTheFirstOneWhenNoneExists) {
+    EXPECT_EQ(besideProgram({"../none/of", "none"}), programDirectory().parent_path() / "none/of");
+}
+
 } // namespace
 } // namespace smisd::test

@@ -1,15 +1,15 @@
+// What each role may do and see, and the gate that every request of a client passes.
 #pragma once
 
 #include "server/auth/AuditLog.h"
 #include "server/operation/Dispatcher.h"
-#include "server/operation/OperationSummary.h"
+#include "server/operation/Operation.h"
 #include "server/schema/Schema.h"
-
-// What each role may do.
 
 namespace smisd {
 
-// An administrator may do all. A reader may read, but no CIM_SharedSecret and no subclass of it.
+// The rules: an administrator may do all. A reader may read, but no CIM_SharedSecret and no
+// subclass of it.
 //
 // Immutable, so free for any thread. The repository must outlive it.
 class AccessRules {
@@ -27,11 +27,10 @@ private:
     const Repository& _repository;
 };
 
-// The gate before the dispatcher: all requests of clients pass it, providers' own calls do not.
-
-// Refuses, with CIM_ERR_ACCESS_DENIED, what the user's role may not do or see, and writes each
-// change and each refusal to the audit log. An answer that would show what the role may not see
-// ends with that error, wherever in it that comes.
+// The gate before the dispatcher; providers' own calls do not pass it. Refuses, with
+// CIM_ERR_ACCESS_DENIED, what the user's role may not do or see, and writes each change and each
+// refusal to the audit log. An answer that would show what the role may not see ends with that
+// error, wherever in it that comes.
 class GuardedDispatcher : public Dispatcher {
 public:
     // All outlive it.

@@ -1,4 +1,4 @@
-#include "server/operation/OperationSummary.h"
+#include "server/operation/Operation.h"
 
 using namespace Pegasus;
 

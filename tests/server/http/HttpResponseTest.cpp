@@ -1,4 +1,4 @@
-#include "server/http/ResponseHead.h"
+#include "server/http/HttpResponse.h"
 
 #include <gtest/gtest.h>
 

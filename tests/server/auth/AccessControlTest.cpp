@@ -1,4 +1,4 @@
-#include "server/auth/GuardedDispatcher.h"
+#include "server/auth/AccessControl.h"
 
 #include <fstream>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "server/module/ProviderHost.h"
+#include "server/module/ProviderManager.h"
 
 #include <dlfcn.h>
 #include <filesystem>
@@ -19,6 +19,7 @@
 #include "server/module/ResponseHandlers.h"
 
 using namespace Pegasus;
+using testing::StartsWith;
 
 namespace smisd {
 namespace {
@@ -35,13 +36,13 @@ std::string takeLog() {
     return log;
 }
 
-class ProviderHostTest : public testing::Test {
+class ProviderManagerTest : public testing::Test {
 protected:
-    ProviderHostTest() { takeLog(); }
+    ProviderManagerTest() { takeLog(); }
 
     std::string errorOf(const char* name) {
         try {
-            host.provider(String(name));
+            manager.provider(String(name));
         } catch (const CIMException& error) {
             EXPECT_EQ(error.getCode(), CIM_ERR_FAILED);
             return std::string(error.getMessage().getCString());
@@ -49,20 +50,20 @@ protected:
         return "";
     }
 
-    ProviderHost host{SCRIPTED_MODULE, String("M"), CIMOMHandle()};
+    ProviderManager manager{SCRIPTED_MODULE, String("M"), CIMOMHandle()};
 };
 
-TEST_F(ProviderHostTest, AProviderIsMadeAndInitializedOnce) {
-    CIMProvider& first = host.provider(String("InstanceOnly"));
-    EXPECT_EQ(&host.provider(String("InstanceOnly")), &first);
+TEST_F(ProviderManagerTest, AProviderIsMadeAndInitializedOnce) {
+    CIMProvider& first = manager.provider(String("InstanceOnly"));
+    EXPECT_EQ(&manager.provider(String("InstanceOnly")), &first);
     EXPECT_EQ(takeLog(), "initialize\n");
 }
 
-TEST_F(ProviderHostTest, ThreadsThatMeetGetTheSameInitializedProvider) {
+TEST_F(ProviderManagerTest, ThreadsThatMeetGetTheSameInitializedProvider) {
     std::vector<std::future<CIMProvider*>> calls;
     for (int i = 0; i < 16; ++i) {
-        calls.push_back(
-            std::async(std::launch::async, [&] { return &host.provider(String("InstanceOnly")); }));
+        calls.push_back(std::async(std::launch::async,
+                                   [&] { return &manager.provider(String("InstanceOnly")); }));
     }
     std::set<CIMProvider*> providers;
     for (auto& call : calls) {
@@ -74,52 +75,44 @@ TEST_F(ProviderHostTest, ThreadsThatMeetGetTheSameInitializedProvider) {
 
 std::string logOfTheEndOf(const char* provider) {
     {
-        ProviderHost host(SCRIPTED_MODULE, String("M"), CIMOMHandle());
-        host.provider(String(provider));
+        ProviderManager manager(SCRIPTED_MODULE, String("M"), CIMOMHandle());
+        manager.provider(String(provider));
         takeLog();
     }
     return takeLog();
 }
 
-TEST(ProviderHostEnd, AProviderMayDeleteItselfWhenItIsTerminated) {
+TEST(ProviderManagerEnd, AProviderMayDeleteItselfWhenItIsTerminated) {
     EXPECT_EQ(logOfTheEndOf("InstanceOnly"), "terminate\ndelete\n");
 }
 
-TEST(ProviderHostEnd, AProviderThatDoesNotDeleteItselfIsLeftAlone) {
+TEST(ProviderManagerEnd, AProviderThatDoesNotDeleteItselfIsLeftAlone) {
     EXPECT_EQ(logOfTheEndOf("Stays"), "terminate\n");
 }
 
-TEST_F(ProviderHostTest, AProviderWhoseInitializeThrowsIsTerminatedAndMadeAnew) {
+TEST_F(ProviderManagerTest, AProviderWhoseInitializeThrowsIsTerminatedAndMadeAnew) {
     EXPECT_EQ(errorOf("FailsOnce"), "provider initialization failed");
     EXPECT_EQ(takeLog(), "terminate\ndelete\n");
-    host.provider(String("FailsOnce"));
+    manager.provider(String("FailsOnce"));
     EXPECT_EQ(takeLog(), "initialize\n");
 }
 
-TEST_F(ProviderHostTest, AProviderThatCannotBeMadeIsTriedAgain) {
+TEST_F(ProviderManagerTest, AProviderThatCannotBeMadeIsTriedAgain) {
     EXPECT_EQ(errorOf("ThrowsAtCreation"), "no room");
     EXPECT_EQ(errorOf("ThrowsAtCreation"), "no room");
 }
 
-TEST_F(ProviderHostTest, ANameThatTheModuleDoesNotKnowFails) {
+TEST_F(ProviderManagerTest, ANameThatTheModuleDoesNotKnowFails) {
     EXPECT_EQ(errorOf("Unknown"),
               "ProviderLoadFailure (" SCRIPTED_MODULE ":Unknown):provider is not a CIMProvider.");
 }
 
-TEST(ProviderHostWithoutModule, FailsAtEachRequest) {
-    ProviderHost host("/nonexistent/libNothing.so", String("M"), CIMOMHandle());
+TEST(ProviderManagerWithoutModule, FailsAtEachRequest) {
+    ProviderManager manager("/nonexistent/libNothing.so", String("M"), CIMOMHandle());
     for (int i = 0; i < 2; ++i) {
-        EXPECT_THROW(host.provider(String("P")), CIMException);
+        EXPECT_THROW(manager.provider(String("P")), CIMException);
     }
 }
-
-} // namespace
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
 
 // The error that a call ends with which throws so.
 CIMException errorOf(const std::function<void()>& call) {
@@ -191,15 +184,6 @@ TEST(ProviderErrors, WhatTheReceiverThrowsIsPassedOnAlsoIfTheProviderSwallowsIt)
                               }),
                  ClientIsGone);
 }
-
-} // namespace
-} // namespace smisd
-
-using namespace Pegasus;
-using testing::StartsWith;
-
-namespace smisd {
-namespace {
 
 std::string errorOf(const std::filesystem::path& file, const char* provider) {
     try {

@@ -1,4 +1,4 @@
-#include "server/module/ProviderHost.h"
+#include "server/module/ProviderManager.h"
 
 #include <dlfcn.h>
 #include <exception>
@@ -8,29 +8,31 @@
 
 #include <Pegasus/Common/Exception.h>
 
+#include "server/operation/Utf8.h"
+
 using namespace Pegasus;
 
 namespace smisd {
+namespace {
 
-CIMException currentProviderError() {
+// Nobody owns a terminated provider: it has deleted itself, or stays until the process ends. Those
+// that stay are kept here, where a leak checker still finds them.
+void leave(const CIMProvider* terminated) {
+    static std::mutex mutex;
+    static auto* const all = new std::vector<const CIMProvider*>;
+    const std::lock_guard lock(mutex);
+    all->push_back(terminated);
+}
+
+void terminate(std::unique_ptr<CIMProvider> provider) noexcept {
+    leave(provider.get());
     try {
-        throw;
-    } catch (const CIMException& error) {
-        return CIMException(error.getCode(), error.getMessage());
-    } catch (const Exception& error) {
-        return CIMException(CIM_ERR_FAILED, error.getMessage());
-    } catch (const std::exception& error) {
-        return CIMException(CIM_ERR_FAILED, String(error.what()));
-    } catch (...) {
-        return CIMException(CIM_ERR_FAILED, String("Unknown error."));
+        provider.release()->terminate();
+    } catch (...) { // nobody is left whom its error could reach
     }
 }
 
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
+} // namespace
 
 ProviderLibrary::ProviderLibrary(std::filesystem::path file, String moduleName)
     : _file(std::move(file)), _moduleName(std::move(moduleName)) {}
@@ -50,8 +52,8 @@ ProviderLibrary::EntryPoint ProviderLibrary::entryPoint(const String& providerNa
     }
     if (!std::filesystem::exists(_file)) {
         const std::string text = "File \"" + _file.filename().string() +
-                                 "\" was not found for provider module \"" +
-                                 std::string(_moduleName.getCString()) + "\".";
+                                 "\" was not found for provider module \"" + toUtf8(_moduleName) +
+                                 "\".";
         throw Exception(String(text.c_str()));
     }
     void* library = dlopen(_file.c_str(), RTLD_NOW);
@@ -66,41 +68,16 @@ ProviderLibrary::EntryPoint ProviderLibrary::entryPoint(const String& providerNa
 }
 
 void ProviderLibrary::fail(const String& providerName, const char* reason) const {
-    const std::string text = "ProviderLoadFailure (" + _file.string() + ":" +
-                             std::string(providerName.getCString()) + "):" + reason;
+    const std::string text =
+        "ProviderLoadFailure (" + _file.string() + ":" + toUtf8(providerName) + "):" + reason;
     throw Exception(String(text.c_str()));
 }
 
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
-
-// Nobody owns a terminated provider: it has deleted itself, or stays until the process ends. Those
-// that stay are no leaks to a leak checker that still finds them here.
-void leave(const CIMProvider* terminated) {
-    static std::mutex mutex;
-    static auto* const all = new std::vector<const CIMProvider*>;
-    const std::lock_guard lock(mutex);
-    all->push_back(terminated);
-}
-
-void terminate(std::unique_ptr<CIMProvider> provider) noexcept {
-    leave(provider.get());
-    try {
-        provider.release()->terminate();
-    } catch (...) { // nobody is left whom its error could reach
-    }
-}
-
-} // namespace
-
-ProviderHost::ProviderHost(std::filesystem::path library, String moduleName, CIMOMHandle handle)
+ProviderManager::ProviderManager(std::filesystem::path library, String moduleName,
+                                 CIMOMHandle handle)
     : _library(std::move(library), std::move(moduleName)), _handle(std::move(handle)) {}
 
-ProviderHost::~ProviderHost() {
+ProviderManager::~ProviderManager() {
     for (auto& [name, slot] : _slots) {
         if (slot.provider) {
             terminate(std::move(slot.provider));
@@ -108,11 +85,10 @@ ProviderHost::~ProviderHost() {
     }
 }
 
-CIMProvider& ProviderHost::provider(const String& name) {
+CIMProvider& ProviderManager::provider(const String& name) {
     std::unique_lock lock(_mutex);
     Slot& slot = _slots[name];
-    if (slot.maker ==
-        std::this_thread::get_id()) { // a call of its own initialize() came back to it
+    if (slot.maker == std::this_thread::get_id()) { // a call of its initialize() has come back
         throw CIMException(CIM_ERR_FAILED, String("provider initialization failed"));
     }
     _made.wait(lock, [&] { return slot.maker == std::thread::id(); });
@@ -139,7 +115,7 @@ CIMProvider& ProviderHost::provider(const String& name) {
     return *slot.provider;
 }
 
-std::unique_ptr<CIMProvider> ProviderHost::make(const String& name) {
+std::unique_ptr<CIMProvider> ProviderManager::make(const String& name) {
     std::unique_ptr<CIMProvider> provider;
     try {
         provider = _library.create(name);
@@ -153,6 +129,20 @@ std::unique_ptr<CIMProvider> ProviderHost::make(const String& name) {
         throw CIMException(CIM_ERR_FAILED, String("provider initialization failed"));
     }
     return provider;
+}
+
+CIMException currentProviderError() {
+    try {
+        throw;
+    } catch (const CIMException& error) {
+        return CIMException(error.getCode(), error.getMessage());
+    } catch (const Exception& error) {
+        return CIMException(CIM_ERR_FAILED, error.getMessage());
+    } catch (const std::exception& error) {
+        return CIMException(CIM_ERR_FAILED, String(error.what()));
+    } catch (...) {
+        return CIMException(CIM_ERR_FAILED, String("Unknown error."));
+    }
 }
 
 } // namespace smisd

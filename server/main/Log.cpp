@@ -1,13 +1,24 @@
-#include "server/monitor/JsonFormatter.h"
+#include "server/main/Log.h"
 
 #include <chrono>
 #include <string>
 
 #include <fmt/chrono.h>
 #include <nlohmann/json.hpp>
+#include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 
 namespace smisd {
+
+void startLog(const std::string& level, const std::string& format) {
+    spdlog::set_default_logger(spdlog::stderr_logger_mt("smisd"));
+    if (format == "json") {
+        spdlog::set_formatter(std::make_unique<JsonFormatter>());
+    } else {
+        spdlog::set_pattern("%Y-%m-%dT%H:%M:%S.%e smisd %l: %v");
+    }
+    spdlog::set_level(spdlog::level::from_str(level));
+}
 
 void JsonFormatter::format(const spdlog::details::log_msg& message, spdlog::memory_buf_t& line) {
     const auto seconds = std::chrono::floor<std::chrono::seconds>(message.time);

@@ -1,3 +1,4 @@
+// The providers of the module: loading, making, calling and ending them.
 #pragma once
 
 #include <condition_variable>
@@ -13,37 +14,10 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 #include <Pegasus/Provider/CIMProvider.h>
 
-// What leaves a provider as an exception, as the error that a client sees.
-
 namespace smisd {
 
-// Inside a catch block: the exception in flight, as OpenPegasus reports it. A CIMException keeps
-// code and text; another Exception or std::exception becomes CIM_ERR_FAILED with its text; anything
-// else CIM_ERR_FAILED "Unknown error.".
-Pegasus::CIMException currentProviderError();
-
-// Runs a provider's operation, which delivers to the handler, and throws what leaves it as a
-// CIMException. One with code CIM_ERR_SUCCESS ends the operation without a result or an error. What
-// the receiver of the results threw is passed on as it is.
-template<class Handler, class Call>
-void callProvider(const Handler& handler, Call call) {
-    try {
-        call();
-    } catch (...) {
-        handler.passOn();
-        const Pegasus::CIMException error = currentProviderError();
-        if (error.getCode() != Pegasus::CIM_ERR_SUCCESS) {
-            throw error;
-        }
-        return;
-    }
-    handler.passOn();
-}
-
-// The library of a provider module.
-
-// Loaded at the first provider, and never unloaded: objects of its types may outlive every
-// provider.
+// The library of a provider module. Loaded at the first provider, and never unloaded: objects of
+// its types may outlive every provider.
 //
 // Thread-safe.
 class ProviderLibrary {
@@ -70,22 +44,20 @@ private:
     EntryPoint _entryPoint = nullptr; // guarded by _mutex
 };
 
-// The providers of the module.
-
-// Makes each provider at the first request for it. At the end, with no operation in progress,
-// terminate() is called, and nothing after it: as with OpenPegasus, a provider may delete itself
-// there, and one that doesn't is not deleted.
+// The providers of the module. Makes each at the first request for it. At the end, with no
+// operation in progress, terminate() is called, and nothing after it: as with OpenPegasus, a
+// provider may delete itself there, and one that doesn't is not deleted.
 //
 // Thread-safe. No lock is held while a provider's code runs; a thread that needs a provider which
 // another one is initializing waits for it.
-class ProviderHost {
+class ProviderManager {
 public:
     // `moduleName` is the registered name of the module; `handle` is given to each provider.
-    ProviderHost(std::filesystem::path library, Pegasus::String moduleName,
-                 Pegasus::CIMOMHandle handle);
-    ~ProviderHost();
-    ProviderHost(const ProviderHost&) = delete;
-    ProviderHost& operator=(const ProviderHost&) = delete;
+    ProviderManager(std::filesystem::path library, Pegasus::String moduleName,
+                    Pegasus::CIMOMHandle handle);
+    ~ProviderManager();
+    ProviderManager(const ProviderManager&) = delete;
+    ProviderManager& operator=(const ProviderManager&) = delete;
 
     // The provider of the registered name, initialized. Throws CIMException with CIM_ERR_FAILED if
     // it cannot be had; the next call tries again.
@@ -106,5 +78,30 @@ private:
     std::condition_variable _made;
     std::map<Pegasus::String, Slot> _slots; // guarded by _mutex; slots stay where they are
 };
+
+// Calling a provider
+
+// Inside a catch block: the exception in flight, as OpenPegasus reports it. A CIMException keeps
+// code and text; another Exception or std::exception becomes CIM_ERR_FAILED with its text; anything
+// else CIM_ERR_FAILED "Unknown error.".
+Pegasus::CIMException currentProviderError();
+
+// Runs a provider's operation, which delivers to the handler, and throws what leaves it as a
+// CIMException. One with code CIM_ERR_SUCCESS ends the operation without a result or an error. What
+// the receiver of the results threw is passed on as it is.
+template<class Handler, class Call>
+void callProvider(const Handler& handler, Call call) {
+    try {
+        call();
+    } catch (...) {
+        handler.passOn();
+        const Pegasus::CIMException error = currentProviderError();
+        if (error.getCode() != Pegasus::CIM_ERR_SUCCESS) {
+            throw error;
+        }
+        return;
+    }
+    handler.passOn();
+}
 
 } // namespace smisd

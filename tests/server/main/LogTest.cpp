@@ -1,4 +1,4 @@
-#include "server/monitor/JsonFormatter.h"
+#include "server/main/Log.h"
 
 #include <algorithm>
 #include <chrono>

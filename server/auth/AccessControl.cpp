@@ -1,4 +1,4 @@
-#include "server/auth/GuardedDispatcher.h"
+#include "server/auth/AccessControl.h"
 
 #include <utility>
 
@@ -6,10 +6,49 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "server/auth/WatchedSink.h"
+#include "server/operation/Utf8.h"
 
 using namespace Pegasus;
 
 namespace smisd {
+namespace {
+
+AuditRecord recordOf(const char* event, const Operation& operation, const RequestContext& context) {
+    AuditRecord record;
+    record.event = event;
+    record.user = toUtf8(context.userName);
+    record.address = context.address;
+    record.operation = nameOf(operation);
+    if (const auto* call = std::get_if<InvokeMethod>(&operation)) {
+        record.method = toUtf8(call->methodName.getString());
+    }
+    record.object = toUtf8(objectOf(operation).toString());
+    return record;
+}
+
+CIMException accessDenied(const RequestContext& context, const CIMName& className) {
+    return CIMException(CIM_ERR_ACCESS_DENIED,
+                        String("The role ") + String(std::string(nameOf(context.role)).c_str()) +
+                            String(" does not permit this on ") + className.getString());
+}
+
+// Writes the record when it is destroyed; the outcome is set before.
+class Entry {
+public:
+    Entry(AuditLog& audit, AuditRecord record) : _audit(audit), _record(std::move(record)) {}
+    ~Entry() { _audit.write(_record); }
+    Entry(const Entry&) = delete;
+    Entry& operator=(const Entry&) = delete;
+
+    AuditRecord& operator*() { return _record; }
+    AuditRecord* operator->() { return &_record; }
+
+private:
+    AuditLog& _audit;
+    AuditRecord _record;
+};
+
+} // namespace
 
 bool AccessRules::mayCarryOut(Role role, const Operation& operation) const {
     if (role == Role::administrator || kindOf(operation) == OperationKind::schema) {
@@ -29,54 +68,6 @@ bool AccessRules::mayRead(Role role, const CIMNamespaceName& nameSpace,
     const Schema* schema = _repository.find(nameSpace);
     return !(className == secret || (schema != nullptr && schema->isA(className, secret)));
 }
-
-} // namespace smisd
-
-using namespace Pegasus;
-
-namespace smisd {
-namespace {
-
-std::string utf8(const String& text) {
-    return std::string(text.getCString());
-}
-
-AuditRecord recordOf(const char* event, const Operation& operation, const RequestContext& context) {
-    AuditRecord record;
-    record.event = event;
-    record.user = utf8(context.userName);
-    record.address = context.address;
-    record.operation = nameOf(operation);
-    if (const auto* call = std::get_if<InvokeMethod>(&operation)) {
-        record.method = utf8(call->methodName.getString());
-    }
-    record.object = utf8(objectOf(operation).toString());
-    return record;
-}
-
-CIMException accessDenied(const RequestContext& context, const CIMName& className) {
-    return CIMException(CIM_ERR_ACCESS_DENIED,
-                        String("The role ") + String(std::string(nameOf(context.role)).c_str()) +
-                            String(" does not permit this on ") + className.getString());
-}
-
-// Writes the record when it goes; the outcome is told before.
-class Entry {
-public:
-    Entry(AuditLog& audit, AuditRecord record) : _audit(audit), _record(std::move(record)) {}
-    ~Entry() { _audit.write(_record); }
-    Entry(const Entry&) = delete;
-    Entry& operator=(const Entry&) = delete;
-
-    AuditRecord& operator*() { return _record; }
-    AuditRecord* operator->() { return &_record; }
-
-private:
-    AuditLog& _audit;
-    AuditRecord _record;
-};
-
-} // namespace
 
 void GuardedDispatcher::dispatch(const Operation& operation, const RequestContext& context,
                                  ResultSink& sink) {

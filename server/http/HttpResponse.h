@@ -1,13 +1,11 @@
-// The status lines and headers of responses, as OpenPegasus writes them.
+// Responses but for their bodies: status lines, headers and chunks, as OpenPegasus writes them.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-#include <Pegasus/Common/Exception.h>
-
-#include "server/cimxml/ValueReader.h"
+#include "server/cimxml/XmlDocument.h"
 #include "server/http/CimRequest.h"
 
 namespace smisd {
@@ -21,8 +19,8 @@ std::string chunkedAnswerHead(const CimRequest& request, bool keepOpen);
 // Of a body that ends with the connection, for HTTP/1.0.
 std::string endlessAnswerHead(const CimRequest& request);
 
-// The second text is only there for its room.
-std::string chunk(std::string_view piece, std::string text = {});
+// The piece as a chunk. `spare` gives its room to the result.
+std::string chunk(std::string_view piece, std::string spare = {});
 std::string lastChunk();
 // The last chunk after an error; `description` is what a body would have said in its place.
 std::string lastChunk(int statusCode, const std::string& description);

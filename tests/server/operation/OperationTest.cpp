@@ -1,4 +1,4 @@
-#include "server/operation/OperationSummary.h"
+#include "server/operation/Operation.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ CIMObjectPath instancePath() {
     return CIMObjectPath(String(), CIMNamespaceName(), CIMName("T"), keys);
 }
 
-TEST(OperationSummary, NamesOperations) {
+TEST(OperationFacts, NamesOperations) {
     EXPECT_STREQ(nameOf(GetInstance{}), "GetInstance");
     EXPECT_STREQ(nameOf(EnumerateInstances{}), "EnumerateInstances");
     EXPECT_STREQ(nameOf(EnumerateInstanceNames{}), "EnumerateInstanceNames");
@@ -40,7 +40,7 @@ TEST(OperationSummary, NamesOperations) {
     EXPECT_STREQ(nameOf(EnumerateQualifiers{}), "EnumerateQualifiers");
 }
 
-TEST(OperationSummary, NamesPulledOperations) {
+TEST(OperationFacts, NamesPulledOperations) {
     const auto opening = [](const Enumeration& enumeration) {
         OpenEnumeration open;
         open.enumeration = enumeration;
@@ -71,7 +71,7 @@ TEST(OperationSummary, NamesPulledOperations) {
                  "T");
 }
 
-TEST(OperationSummary, KnowsWhatChangesInstances) {
+TEST(OperationFacts, KnowsWhatChangesInstances) {
     const std::vector<Operation> changes = {ModifyInstance{}, CreateInstance{}, DeleteInstance{},
                                             SetProperty{}, InvokeMethod{}};
     for (const Operation& operation : changes) {
@@ -90,7 +90,7 @@ TEST(OperationSummary, KnowsWhatChangesInstances) {
     }
 }
 
-TEST(OperationSummary, KnowsTheObject) {
+TEST(OperationFacts, KnowsTheObject) {
     EXPECT_EQ(object(of<GetInstance>(instancePath())), "root/snia:T.Id=\"1\"");
     EXPECT_EQ(object(of<DeleteInstance>(instancePath())), "root/snia:T.Id=\"1\"");
     EXPECT_EQ(object(GetProperty{nameSpace, instancePath(), {}}), "root/snia:T.Id=\"1\"");

@@ -1,36 +1,13 @@
-#include "server/main/Files.h"
-
+// The state directory that the server hands to the array.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
+#include "server/main/Serve.h"
 #include "tests/server/TemporaryDirectory.h"
-
-namespace fs = std::filesystem;
-
-namespace smisd {
-namespace {
-
-fs::path directory() {
-    return fs::read_symlink("/proc/self/exe").parent_path();
-}
-
-TEST(BesideProgram, IsTheFirstThatExists) {
-    const fs::path program = fs::read_symlink("/proc/self/exe");
-    EXPECT_EQ(besideProgram({"none", fs::path("..") / directory().filename() / program.filename()}),
-              program);
-}
-
-TEST(BesideProgram, IsTheFirstOneWhenNoneExists) {
-    EXPECT_EQ(besideProgram({"../none/of", "none"}), directory().parent_path() / "none/of");
-}
-
-} // namespace
-} // namespace smisd
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;

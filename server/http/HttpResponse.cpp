@@ -1,4 +1,4 @@
-#include "server/http/ResponseHead.h"
+#include "server/http/HttpResponse.h"
 
 #include <algorithm>
 #include <array>
@@ -84,13 +84,13 @@ std::string endlessAnswerHead(const CimRequest& request) {
     return startOfAnswer() + operationHeaders(request) + endOfHead(false);
 }
 
-std::string chunk(std::string_view piece, std::string text) {
+std::string chunk(std::string_view piece, std::string spare) {
     std::array<char, 32> size{};
     std::snprintf(size.data(), size.size(), "%zx", piece.size());
-    text.clear();
-    text.reserve(piece.size() + size.size() + 4); // of pieces this long a copy is enough
-    text.append(size.data()).append(endOfLine).append(piece).append(endOfLine);
-    return text;
+    spare.clear();
+    spare.reserve(piece.size() + size.size() + 4);
+    spare.append(size.data()).append(endOfLine).append(piece).append(endOfLine);
+    return spare;
 }
 
 std::string lastChunk() {
