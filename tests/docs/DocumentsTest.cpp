@@ -1,11 +1,13 @@
 // What the documents say of files is the case.
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <regex>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -119,6 +121,37 @@ TEST(Documents, LinkToFilesThatExist) {
         }
     }
     EXPECT_GT(count, 0U);
+}
+
+// All words of the sources, and the names of their files.
+std::set<std::string> wordsOfTheCode() {
+    std::set<std::string> words;
+    for (const char* part : {"array", "cli", "engine", "mof", "pegasus", "providers", "server"}) {
+        for (const auto& entry : fs::recursive_directory_iterator(root / part)) {
+            words.insert(entry.path().stem());
+            std::string word;
+            for (const std::string& line : linesOf(entry.path())) {
+                for (const char c : line + ' ') {
+                    if (std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_') {
+                        word += c;
+                    } else if (!word.empty()) {
+                        words.insert(std::exchange(word, {}));
+                    }
+                }
+            }
+        }
+    }
+    return words;
+}
+
+TEST(Documents, NameTypesThatTheCodeHas) {
+    const std::set<std::string> words = wordsOfTheCode();
+    const std::set<std::string> named =
+        allIn("docs/architecture.md", std::regex("`([A-Z][a-z][A-Za-z0-9]+)`"));
+    EXPECT_FALSE(named.empty());
+    for (const std::string& name : named) {
+        EXPECT_TRUE(words.contains(name)) << name;
+    }
 }
 
 // The line "array/model  comment" of the list asks for a row "| `array/model/` |" of the table.
