@@ -3,6 +3,7 @@
 #include "array/adapter/Paths.h"
 #include "array/adapter/ThisArray.h"
 #include "array/model/Rules.h"
+#include "engine/DRAVKeys.h"
 #include "engine/builders/TCPProtocolEndpoint.h"
 #include "engine/builders/iSCSINode.h"
 #include "engine/builders/iSCSIProtocolEndpoint.h"

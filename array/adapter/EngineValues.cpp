@@ -80,9 +80,7 @@ DRAVObjectKey::DRAVObjectKey(Uint32 id) : String(array::fromUtf8(array::keyText(
 DRAVObjectID::DRAVObjectID(const String& keyText) : id(0) {
     const std::string text = array::toUtf8(keyText);
     if (!isKeyText(text) || !parse(std::string_view(text).substr(PREFIX.size()), 16, id)) {
-        array::fail(array::ErrorCode::BadKeyText,
-                    array::quoted(text) + " is not the key text of an object: \"Ovrin:\" and eight "
-                                          "upper-case hexadecimal digits.");
+        id = array::noKeyId;
     }
 }
 

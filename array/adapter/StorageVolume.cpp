@@ -5,6 +5,7 @@
 #include "array/adapter/InstanceBuilder.h"
 #include "array/adapter/Paths.h"
 #include "array/adapter/ThisArray.h"
+#include "engine/DRAVKeys.h"
 
 namespace Pegasus {
 

@@ -6,8 +6,9 @@
 #include <Pegasus/Provider/ProviderException.h>
 
 #include "array/Array.h"
+#include "array/model/Ids.h"
 #include "array/model/Snapshot.h"
-#include "engine/DRAVKeys.h"
+#include "array/model/Text.h"
 
 namespace array {
 
@@ -35,12 +36,12 @@ struct PathNames {
 // Those of currentSnapshot(). They live as long as the process.
 const PathNames& currentNames();
 
-// A record that was looked up. Throws CIMObjectNotFoundException with the id's key text if there is
-// none.
+// A record that was looked up. Throws CIMObjectNotFoundException, which names the id by its key
+// text, if there is none.
 template<class Record>
 const Record& found(const Record* record, Id id) {
     if (!record) {
-        throw Pegasus::CIMObjectNotFoundException(Pegasus::DRAVObjectKey(id));
+        throw Pegasus::CIMObjectNotFoundException(fromUtf8(givenKey(id)));
     }
     return *record;
 }

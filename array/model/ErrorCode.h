@@ -10,7 +10,7 @@ namespace array {
 // part of the interface: none is ever changed or used anew.
 enum class ErrorCode : Pegasus::Uint32 {
     // The request names what is not there, or what cannot be.
-    BadKeyText = 1,   // a text is not the key text of an object id
+    BadKeyText = 1,   // the object to work on was given by a text that is no key text
     BadNumber = 2,    // a text is not a decimal number below 2^32
     NoSuchObject = 3, // an id that names no object
     WrongClass = 4,   // an id of another class than the one asked for

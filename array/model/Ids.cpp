@@ -10,4 +10,9 @@ std::string keyText(Id id) {
     return text;
 }
 
+std::string givenKey(Id id) {
+    return id == noKeyId ? "A key that is not \"Ovrin:\" and eight upper-case hexadecimal digits"
+                         : keyText(id);
+}
+
 } // namespace array

@@ -273,8 +273,8 @@ void failNoSuchObject(const Snapshot& snapshot, Id id, CLASSID_e wanted) {
         fail(ErrorCode::WrongClass, keyText(id) + " is of the class " + className(classOf(id)) +
                                         ", and the class " + className(wanted) + " was asked for.");
     }
-    fail(ErrorCode::NoSuchObject,
-         keyText(id) + " names no object of the class " + className(wanted) + '.');
+    fail(id == noKeyId ? ErrorCode::BadKeyText : ErrorCode::NoSuchObject,
+         givenKey(id) + " names no object of the class " + className(wanted) + '.');
 }
 
 } // namespace array

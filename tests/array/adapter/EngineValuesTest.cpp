@@ -60,23 +60,14 @@ TEST(DRAVObjectID, ReadsBackEveryKeyText) {
     }
 }
 
-TEST(DRAVObjectID, QuotesATextOfAnyOtherForm) {
-    for (const char* text : {"", "Ovrin:", "Ovrin:0D00002", "Ovrin:0D00002A0", "Ovrin:0d00002a",
-                             "ovrin:0D00002A", "Ovrin:0D00002G", "Ovrin:+D00002A", "Ovrin: D00002A",
-                             " Ovrin:0D00002A", "0D00002A", "218103850"}) {
-        expectFailure(ErrorCode::BadKeyText,
-                      "\"" + std::string(text) +
-                          "\" is not the key text of an object: \"Ovrin:\" "
-                          "and eight upper-case hexadecimal digits.",
-                      [&] { DRAVObjectID id{String(text)}; });
-    }
-}
-
-TEST(DRAVObjectID, CutsALongTextAndHidesWhatIsNotPrintable) {
-    EXPECT_EQ(failureOf([] { DRAVObjectID id(fromUtf8("a\n\xC3\xA4")); }).message.substr(0, 7),
-              "\"a???\" ");
+TEST(DRAVObjectID, OfATextOfAnyOtherFormIsNoObjects) {
     const std::string longText(100000, 'x');
-    EXPECT_LT(failureOf([&] { DRAVObjectID id(fromUtf8(longText)); }).message.size(), 400u);
+    for (const char* text :
+         {"", "Ovrin:", "Ovrin:0D00002", "Ovrin:0D00002A0", "Ovrin:0d00002a", "ovrin:0D00002A",
+          "Ovrin:0D00002G", "Ovrin:+D00002A", "Ovrin: D00002A", " Ovrin:0D00002A", "0D00002A",
+          "218103850", "a\n\xC3\xA4", longText.c_str()}) {
+        EXPECT_EQ(DRAVObjectID(fromUtf8(text)).id, 0xFFFFFFFF) << text;
+    }
 }
 
 TEST(DRAVObjectIDDecimal, ReadsDigitsOnly) {
