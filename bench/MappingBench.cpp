@@ -4,7 +4,7 @@
 
 #include "bench/Bench.h"
 #include "engine/DRAVKeys.h"
-#include "providers/frame/ArrayRange.h"
+#include "providers/frame/Requests.h"
 #include "providers/masking/ControllerConfigurationService.h"
 #include "providers/masking/ProtocolControllerForUnitProvider.h"
 #include "providers/masking/SCSIProtocolControllerProvider.h"

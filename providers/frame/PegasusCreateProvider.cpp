@@ -1,6 +1,6 @@
 #include "providers/frame/PegasusCreateProvider.h"
 
-#include "providers/frame/Trace.h"
+#include "providers/frame/Announcements.h"
 #include "providers/identity/AuthorizedAccessProvider.h"
 #include "providers/identity/SharedSecretProvider.h"
 #include "providers/identity/StorageHardwareIDManagementService.h"
@@ -26,7 +26,8 @@ struct Row {
     CIMProvider* (*make)();
 };
 
-constexpr Row PROVIDERS[] = {
+// Wanted: see docs/contract.md, Start-up lines.
+constexpr Row providers[] = {
     {"StorageHardwareIDManagementServiceProvider",
      "Starting up the StorageHardwareIDManagementService provider",
      make<StorageHardwareIDManagementServiceProvider>},
@@ -53,7 +54,7 @@ constexpr Row PROVIDERS[] = {
 
 Pegasus::CIMProvider* PegasusCreateProvider(const Pegasus::String& providerName) {
     using namespace Pegasus;
-    for (const Row& row : PROVIDERS) {
+    for (const Row& row : providers) {
         if (String::equalNoCase(providerName, row.name)) {
             trace(row.startUpLine);
             return row.make();

@@ -5,14 +5,15 @@
 #include "engine/CurrentName.h"
 #include "engine/DRAVEngine.h"
 #include "engine/NameConstants.h"
-#include "providers/frame/ArrayRange.h"
-#include "providers/frame/Paths.h"
+#include "providers/frame/Objects.h"
+#include "providers/frame/Requests.h"
 
 namespace Pegasus {
 
 namespace {
 
 Array<CIMKeyBinding> serviceKeys(const CIMName& className) {
+    // Wanted: see docs/contract.md, A service named like the array.
     const String& systemName = currentName(DRAVEngine::_OvrinSystemNamePtr);
     Array<CIMKeyBinding> keys;
     keys.append(stringKey(PROPERTY_SystemCreationClassName, "CIM_ComputerSystem"));

@@ -3,12 +3,10 @@
 #include "engine/DRAVInitiator.h"
 #include "engine/DRAVKeys.h"
 #include "engine/NameConstants.h"
-#include "engine/OperationScope.h"
-#include "providers/frame/ArrayRange.h"
-#include "providers/frame/Attach.h"
-#include "providers/frame/Keys.h"
-#include "providers/frame/Records.h"
-#include "providers/identity/StorageHardwareIDPath.h"
+#include "providers/frame/Announcements.h"
+#include "providers/frame/EngineAccess.h"
+#include "providers/frame/Objects.h"
+#include "providers/frame/Requests.h"
 
 namespace Pegasus {
 
@@ -18,6 +16,7 @@ const CIMName CLASS_AuthorizedSubject("CIM_AuthorizedSubject");
 const CIMName CLASS_AuthorizedTarget("CIM_AuthorizedTarget");
 const CIMName CLASS_AuthorizedPrivilege("CIM_AuthorizedPrivilege");
 const CIMName CLASS_Privilege("CIM_Privilege");
+const CIMName PROPERTY_PrivilegeGranted("PrivilegeGranted");
 
 bool isPrivilege(const CIMName& className) {
     return className == CLASS_AuthorizedPrivilege || className == CLASS_Privilege;
@@ -31,7 +30,8 @@ CIMObjectPath controllerPath(Uint32 targetId) {
     return modulePath(CLASS_SCSIProtocolController, PROPERTY_DeviceID, targetId);
 }
 
-// "DeviceID" of a controller; of a path without it the last key, or nothing.
+// "DeviceID" of a controller. Of a path without it the last key counts, or nothing. Wanted: see
+// docs/contract.md, Keys by position.
 Uint32 controllerId(const CIMObjectPath& objectName) {
     String value;
     for (const CIMKeyBinding& key : objectName.getKeyBindings()) {
@@ -44,33 +44,34 @@ Uint32 controllerId(const CIMObjectPath& objectName) {
 }
 
 // Where a traversal leads: objects of one kind, by their engine ids.
-struct FarEnd {
-    CIMObjectPath (*path)(Uint32 id);
+struct FarEnds {
+    enum Kind { Privileges, StorageHardwareIDs, Controllers };
+    Kind kind;
     Array<Uint32> ids;
 };
 
-FarEnd traverse(DRAVEngine& engine, const CIMObjectPath& objectName,
-                const CIMName& associationClass, const CIMName& resultClass) {
+FarEnds traverse(DRAVEngine& engine, const CIMObjectPath& objectName,
+                 const CIMName& associationClass, const CIMName& resultClass) {
     const CIMName& sourceClass = objectName.getClassName();
     if (associationClass == CLASS_AuthorizedSubject) {
         const Array<Uint32> id(1, idFromFirstKey(objectName));
         if (sourceClass == CLASS_StorageHardwareID && isPrivilege(resultClass)) {
-            return {privilegePath, id};
+            return {FarEnds::Privileges, id};
         }
         if (isPrivilege(sourceClass) && resultClass == CLASS_StorageHardwareID) {
-            return {storageHardwareIDPath, id};
+            return {FarEnds::StorageHardwareIDs, id};
         }
     } else if (associationClass == CLASS_AuthorizedTarget) {
         if (isPrivilege(sourceClass) && resultClass == CLASS_SCSIProtocolController) {
-            return {controllerPath,
+            return {FarEnds::Controllers,
                     engine.enumerateAssociatedObjects(idFromFirstKey(objectName), CLASSID_TARGET)};
         }
         if (sourceClass == CLASS_SCSIProtocolController && isPrivilege(resultClass)) {
-            return {privilegePath,
+            return {FarEnds::Privileges,
                     engine.enumerateAssociatedObjects(controllerId(objectName), CLASSID_INITIATOR)};
         }
     }
-    refuse("AuthorizedAccess::associators");
+    refuse("AuthorizedAccess::associators"); // wanted: see docs/contract.md, Borrowed refusals
 }
 
 } // namespace
@@ -84,17 +85,27 @@ void AuthorizedAccessProvider::associators(
     const CIMName& associationClass, const CIMName& resultClass, const String&, const String&,
     const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, ObjectResponseHandler& handler) {
-    const OperationScope operation;
-    constexpr Boolean localOnly = false;
+    // Other providers serve hosts and controllers: the server asks them.
+    const auto deliverFromServer = [&](const CIMObjectPath& path) {
+        constexpr Boolean localOnly = false;
+        handler.deliver(
+            CIMObject(_cimom.getInstance(context, SNIA_NAMESPACE, path, localOnly,
+                                         includeQualifiers, includeClassOrigin, propertyList)));
+    };
+
     handler.processing();
-    const FarEnd end = traverse(*_engine, objectName, associationClass, resultClass);
-    for (const Uint32 id : end.ids) {
-        if (end.path == privilegePath) {
+    const FarEnds ends = traverse(*_engine, objectName, associationClass, resultClass);
+    for (const Uint32 id : ends.ids) {
+        switch (ends.kind) {
+        case FarEnds::Privileges:
             _deliverAuthorizedPrivilege(id, handler);
-        } else {
-            handler.deliver(
-                CIMObject(_cimom.getInstance(context, SNIA_NAMESPACE, end.path(id), localOnly,
-                                             includeQualifiers, includeClassOrigin, propertyList)));
+            break;
+        case FarEnds::StorageHardwareIDs:
+            deliverFromServer(storageHardwareIDPath(id));
+            break;
+        case FarEnds::Controllers:
+            deliverFromServer(controllerPath(id));
+            break;
         }
     }
     handler.complete();
@@ -107,24 +118,31 @@ void AuthorizedAccessProvider::associatorNames(const OperationContext&,
                                                const String&, ObjectPathResponseHandler& handler) {
     const OperationScope operation;
     handler.processing();
-    const FarEnd end = traverse(*_engine, objectName, associationClass, resultClass);
-    for (const Uint32 id : end.ids) {
-        if (end.path == privilegePath) {
+    const FarEnds ends = traverse(*_engine, objectName, associationClass, resultClass);
+    for (const Uint32 id : ends.ids) {
+        switch (ends.kind) {
+        case FarEnds::Privileges:
             _deliverAuthorizedPrivilegePath(id, handler);
-        } else {
-            handler.deliver(end.path(id));
+            break;
+        case FarEnds::StorageHardwareIDs:
+            handler.deliver(storageHardwareIDPath(id));
+            break;
+        case FarEnds::Controllers:
+            handler.deliver(controllerPath(id));
+            break;
         }
     }
     handler.complete();
 }
 
-// The record is read only so that the engine can refuse an id that it doesn't know.
+// The record is read only so that the engine can refuse an id that it doesn't know; nothing of it
+// is used.
 void AuthorizedAccessProvider::_deliverAuthorizedPrivilege(Uint32 initiatorId,
                                                            ObjectResponseHandler& handler) {
-    readRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, initiatorId);
+    static_cast<void>(EngineRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, initiatorId));
 
     CIMInstance instance(CLASS_AuthorizedPrivilege);
-    instance.addProperty(CIMProperty("PrivilegeGranted", true));
+    instance.addProperty(CIMProperty(PROPERTY_PrivilegeGranted, true));
     instance.addProperty(keyProperty(PROPERTY_InstanceID, DRAVObjectKey(initiatorId)));
     instance.setPath(privilegePath(initiatorId));
     handler.deliver(CIMObject(instance));

@@ -5,7 +5,7 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include "engine/DRAVEngine.h"
-#include "providers/frame/Refusals.h"
+#include "providers/frame/Announcements.h"
 
 namespace Pegasus {
 
@@ -27,15 +27,50 @@ public:
                          const String& role, const String& resultRole,
                          ObjectPathResponseHandler& handler) override;
 
-    REFUSE(references, "AuthorizedAccess::references");
-    REFUSE(referenceNames, "AuthorizedAccess::referenceNames");
-    REFUSE_WITH_LINE(getInstance, "AuthorizedAccess::getInstance",
-                     "===> In AuthorizedAccessProvider::getInstance");
-    REFUSE(enumerateInstances, "AuthorizedAccess::enumerateInstances");
-    REFUSE(enumerateInstanceNames, "AuthorizedAccess::enumerateInstanceNames");
-    REFUSE(modifyInstance, "AuthorizedAccess::modifyInstance");
-    REFUSE(createInstance, "AuthorizedAccess::createInstance");
-    REFUSE(deleteInstance, "AuthorizedAccess::deleteInstance");
+    // Refused.
+
+    void references(const OperationContext&, const CIMObjectPath&, const CIMName&, const String&,
+                    const Boolean, const Boolean, const CIMPropertyList&,
+                    ObjectResponseHandler&) override {
+        refuse("AuthorizedAccess::references");
+    }
+
+    void referenceNames(const OperationContext&, const CIMObjectPath&, const CIMName&,
+                        const String&, ObjectPathResponseHandler&) override {
+        refuse("AuthorizedAccess::referenceNames");
+    }
+
+    void getInstance(const OperationContext&, const CIMObjectPath&, const Boolean, const Boolean,
+                     const CIMPropertyList&, InstanceResponseHandler&) override {
+        // Wanted: see docs/contract.md, Refusals.
+        trace("===> In AuthorizedAccessProvider::getInstance");
+        refuse("AuthorizedAccess::getInstance");
+    }
+
+    void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
+                            const Boolean, const CIMPropertyList&,
+                            InstanceResponseHandler&) override {
+        refuse("AuthorizedAccess::enumerateInstances");
+    }
+
+    void enumerateInstanceNames(const OperationContext&, const CIMObjectPath&,
+                                ObjectPathResponseHandler&) override {
+        refuse("AuthorizedAccess::enumerateInstanceNames");
+    }
+
+    void modifyInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        const Boolean, const CIMPropertyList&, ResponseHandler&) override {
+        refuse("AuthorizedAccess::modifyInstance");
+    }
+
+    void createInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        ObjectPathResponseHandler&) override {
+        refuse("AuthorizedAccess::createInstance");
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath&, ResponseHandler&) override {
+        refuse("AuthorizedAccess::deleteInstance");
+    }
 
 private:
     void _deliverAuthorizedPrivilege(Uint32 initiatorId, ObjectResponseHandler& handler);

@@ -4,7 +4,7 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include "engine/DRAVEngine.h"
-#include "providers/frame/Refusals.h"
+#include "providers/frame/Announcements.h"
 
 namespace Pegasus {
 
@@ -23,10 +23,27 @@ public:
                         const CIMInstance& instanceObject, const Boolean includeQualifiers,
                         const CIMPropertyList& propertyList, ResponseHandler& handler) override;
 
-    REFUSE(enumerateInstances, "SharedSecret::enumerateInstances");
-    REFUSE(enumerateInstanceNames, "SharedSecret::enumerateInstanceNames");
-    REFUSE(createInstance, "SharedSecret::createInstance");
-    REFUSE(deleteInstance, "SharedSecret::deleteInstance");
+    // Refused.
+
+    void enumerateInstances(const OperationContext&, const CIMObjectPath&, const Boolean,
+                            const Boolean, const CIMPropertyList&,
+                            InstanceResponseHandler&) override {
+        refuse("SharedSecret::enumerateInstances");
+    }
+
+    void enumerateInstanceNames(const OperationContext&, const CIMObjectPath&,
+                                ObjectPathResponseHandler&) override {
+        refuse("SharedSecret::enumerateInstanceNames");
+    }
+
+    void createInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        ObjectPathResponseHandler&) override {
+        refuse("SharedSecret::createInstance");
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath&, ResponseHandler&) override {
+        refuse("SharedSecret::deleteInstance");
+    }
 
 private:
     // Builds and delivers the secret of an initiator or target; an empty one for any other object.

@@ -2,28 +2,30 @@
 
 #include "engine/DRAVInitiator.h"
 #include "engine/NameConstants.h"
-#include "engine/OperationScope.h"
-#include "providers/frame/Attach.h"
-#include "providers/frame/Keys.h"
-#include "providers/frame/Parameters.h"
+#include "providers/frame/Announcements.h"
+#include "providers/frame/EngineAccess.h"
+#include "providers/frame/Objects.h"
+#include "providers/frame/Requests.h"
 #include "providers/frame/Services.h"
-#include "providers/identity/StorageHardwareIDPath.h"
 
 namespace Pegasus {
 
 namespace {
 
-const CIMName SERVICE("CIM_StorageHardwareIDManagementService");
+const CIMName CLASS_Service("CIM_StorageHardwareIDManagementService");
+const CIMName METHOD_CreateStorageHardwareID("CreateStorageHardwareID");
+const CIMName METHOD_DeleteStorageHardwareID("DeleteStorageHardwareID");
 
-// What the methods return.
-constexpr Sint32 DONE = 0;
-constexpr Sint32 REFUSED_BY_ENGINE = 4;
+// What the methods return. Wanted: see docs/contract.md, Return values.
+constexpr Sint32 done = 0;
+constexpr Sint32 refusedByEngine = 4;
 
 // Registers a host and delivers the reference to it, in the request's namespace.
 Sint32 createStorageHardwareID(DRAVEngine& engine, const CIMObjectPath& objectReference,
                                const Array<CIMParamValue>& inParameters,
                                MethodResultResponseHandler& handler) {
-    // Only the name is used; the others are read for their types.
+    // Only the name is used; the others are read for their types. Wanted: see docs/contract.md,
+    // Parameters that are read only.
     inParameter<CIMObjectPath>(inParameters, "Setting");
     inParameter<String>(inParameters, "ElementName");
     const String storageID = inParameter<String>(inParameters, "StorageID");
@@ -34,18 +36,18 @@ Sint32 createStorageHardwareID(DRAVEngine& engine, const CIMObjectPath& objectRe
         CIMObjectPath path = storageHardwareIDPath(id);
         path.setNameSpace(objectReference.getNameSpace());
         handler.deliverParamValue(CIMParamValue("HardwareID", path, true));
-        return DONE;
+        return done;
     } catch (const DRAVOperationFailedException& exception) {
         trace("DRAVException.code: " + std::to_string(exception.code) +
               " DRAVException.message: " + utf8(exception.getMessage()));
-        return REFUSED_BY_ENGINE;
+        return refusedByEngine;
     }
 }
 
 Sint32 deleteStorageHardwareID(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
     const auto hardwareID = inParameter<CIMObjectPath>(inParameters, "HardwareID");
     engine.deleteObject(CLASSID_INITIATOR, idFromFirstKey(hardwareID));
-    return DONE;
+    return done;
 }
 
 } // namespace
@@ -69,7 +71,7 @@ void StorageHardwareIDManagementServiceProvider::enumerateInstances(
     const CIMPropertyList&, InstanceResponseHandler& handler) {
     const OperationScope operation;
     handler.processing();
-    if (classReference.getClassName() == SERVICE) {
+    if (classReference.getClassName() == CLASS_Service) {
         handler.deliver(_build_instance());
     }
     handler.complete();
@@ -80,7 +82,7 @@ void StorageHardwareIDManagementServiceProvider::enumerateInstanceNames(
     ObjectPathResponseHandler& handler) {
     const OperationScope operation;
     handler.processing();
-    if (classReference.getClassName() == SERVICE) {
+    if (classReference.getClassName() == CLASS_Service) {
         handler.deliver(_fill_reference());
     }
     handler.complete();
@@ -89,15 +91,15 @@ void StorageHardwareIDManagementServiceProvider::enumerateInstanceNames(
 void StorageHardwareIDManagementServiceProvider::invokeMethod(
     const OperationContext&, const CIMObjectPath& objectReference, const CIMName& methodName,
     const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler) {
-    const OperationScope operation;
+    // Wanted: see docs/contract.md, Line numbers of events.
     publishInvoked("StorageHardwareIDManagementService", 254, objectReference, methodName);
     trace("StorageHardwareIDManagementServiceProvider::invokeMethod");
     handler.processing();
-    if (objectReference.getClassName() == SERVICE) {
-        if (methodName == CIMName("CreateStorageHardwareID")) {
+    if (objectReference.getClassName() == CLASS_Service) {
+        if (methodName == METHOD_CreateStorageHardwareID) {
             handler.deliver(
                 createStorageHardwareID(*_engine, objectReference, inParameters, handler));
-        } else if (methodName == CIMName("DeleteStorageHardwareID")) {
+        } else if (methodName == METHOD_DeleteStorageHardwareID) {
             handler.deliver(deleteStorageHardwareID(*_engine, inParameters));
         }
     }
@@ -105,11 +107,11 @@ void StorageHardwareIDManagementServiceProvider::invokeMethod(
 }
 
 CIMInstance StorageHardwareIDManagementServiceProvider::_build_instance() const {
-    return serviceInstance(SERVICE);
+    return serviceInstance(CLASS_Service);
 }
 
 CIMObjectPath StorageHardwareIDManagementServiceProvider::_fill_reference() const {
-    return servicePath(SERVICE);
+    return servicePath(CLASS_Service);
 }
 
 } // namespace Pegasus

@@ -5,7 +5,7 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include "engine/DRAVEngine.h"
-#include "providers/frame/Refusals.h"
+#include "providers/frame/Announcements.h"
 
 namespace Pegasus {
 
@@ -34,9 +34,22 @@ public:
                       const CIMName& methodName, const Array<CIMParamValue>& inParameters,
                       MethodResultResponseHandler& handler) override;
 
-    REFUSE_WITH_EVENT(modifyInstance, "StorageHardwareIDManagementService", 183);
-    REFUSE_WITH_EVENT(createInstance, "StorageHardwareIDManagementService", 197);
-    REFUSE_WITH_EVENT(deleteInstance, "StorageHardwareIDManagementService", 210);
+    // Refused, with an event. Wanted: see docs/contract.md, Line numbers of events.
+
+    void modifyInstance(const OperationContext&, const CIMObjectPath& path, const CIMInstance&,
+                        const Boolean, const CIMPropertyList&, ResponseHandler&) override {
+        refuseWithEvent("StorageHardwareIDManagementService", "modifyInstance", 183, path);
+    }
+
+    void createInstance(const OperationContext&, const CIMObjectPath& path, const CIMInstance&,
+                        ObjectPathResponseHandler&) override {
+        refuseWithEvent("StorageHardwareIDManagementService", "createInstance", 197, path);
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath& path,
+                        ResponseHandler&) override {
+        refuseWithEvent("StorageHardwareIDManagementService", "deleteInstance", 210, path);
+    }
 
 private:
     CIMInstance _build_instance() const;

@@ -3,12 +3,10 @@
 #include "engine/DRAVInitiator.h"
 #include "engine/DRAVKeys.h"
 #include "engine/NameConstants.h"
-#include "engine/OperationScope.h"
-#include "providers/frame/ArrayRange.h"
-#include "providers/frame/Attach.h"
-#include "providers/frame/Keys.h"
-#include "providers/frame/Records.h"
-#include "providers/identity/StorageHardwareIDPath.h"
+#include "providers/frame/Announcements.h"
+#include "providers/frame/EngineAccess.h"
+#include "providers/frame/Objects.h"
+#include "providers/frame/Requests.h"
 
 namespace Pegasus {
 
@@ -72,10 +70,9 @@ void StorageHardwareIDProvider::_getStorageHardwareID(Uint32 initiatorId,
                                                       InstanceResponseHandler& handler) {
     constexpr Uint16 iSCSIName = 5; // of IDType's values
 
+    const String name = EngineRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, initiatorId)->name;
     CIMInstance instance(CLASS_StorageHardwareID);
-    instance.addProperty(
-        CIMProperty(PROPERTY_StorageID,
-                    readRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, initiatorId)->name));
+    instance.addProperty(CIMProperty(PROPERTY_StorageID, name));
     instance.addProperty(CIMProperty(PROPERTY_IDType, iSCSIName));
     instance.addProperty(CIMProperty(PROPERTY_CurrentlyAuthenticated, false));
     instance.addProperty(keyProperty(PROPERTY_InstanceID, DRAVObjectKey(initiatorId)));

@@ -4,7 +4,7 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include "engine/DRAVEngine.h"
-#include "providers/frame/Refusals.h"
+#include "providers/frame/Announcements.h"
 
 namespace Pegasus {
 
@@ -28,9 +28,21 @@ public:
                                 const CIMObjectPath& classReference,
                                 ObjectPathResponseHandler& handler) override;
 
-    REFUSE(modifyInstance, "StorageHardwareID::modifyInstance");
-    REFUSE(createInstance, "StorageHardwareID::createInstance");
-    REFUSE(deleteInstance, "StorageHardwareID::deleteInstance");
+    // Refused.
+
+    void modifyInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        const Boolean, const CIMPropertyList&, ResponseHandler&) override {
+        refuse("StorageHardwareID::modifyInstance");
+    }
+
+    void createInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        ObjectPathResponseHandler&) override {
+        refuse("StorageHardwareID::createInstance");
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath&, ResponseHandler&) override {
+        refuse("StorageHardwareID::deleteInstance");
+    }
 
 private:
     // Builds and delivers one host.

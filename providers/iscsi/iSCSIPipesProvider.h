@@ -5,7 +5,7 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include "engine/DRAVEngine.h"
-#include "providers/frame/Refusals.h"
+#include "providers/frame/Announcements.h"
 
 namespace Pegasus {
 
@@ -49,10 +49,22 @@ public:
                         const CIMName& resultClass, const String& role,
                         ObjectPathResponseHandler& handler) override;
 
-    REFUSE_WITH_LINE(modifyInstance, "iSCSIPipes::modifyInstance",
-                     "iSCSISettingsProvider::modifyInstance");
-    REFUSE(createInstance, "iSCSISettings::createInstance");
-    REFUSE(deleteInstance, "iSCSISettings::deleteInstance");
+    // Refused. Wanted: see docs/contract.md, Borrowed refusals.
+
+    void modifyInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        const Boolean, const CIMPropertyList&, ResponseHandler&) override {
+        trace("iSCSISettingsProvider::modifyInstance");
+        refuse("iSCSIPipes::modifyInstance");
+    }
+
+    void createInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        ObjectPathResponseHandler&) override {
+        refuse("iSCSISettings::createInstance");
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath&, ResponseHandler&) override {
+        refuse("iSCSISettings::deleteInstance");
+    }
 
 private:
     DRAVEngine* _engine = nullptr;

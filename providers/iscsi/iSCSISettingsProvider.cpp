@@ -1,16 +1,13 @@
 #include "providers/iscsi/iSCSISettingsProvider.h"
 
-#include <Pegasus/Provider/ProviderException.h>
-
 #include "engine/DRAVConnectionSettings.h"
-#include "engine/DRAVKeys.h"
 #include "engine/DRAVSessionSettings.h"
 #include "engine/NameConstants.h"
 #include "engine/OperationScope.h"
 #include "engine/builders/Builders.h"
-#include "providers/frame/Attach.h"
-#include "providers/frame/Keys.h"
-#include "providers/frame/Records.h"
+#include "providers/frame/Announcements.h"
+#include "providers/frame/EngineAccess.h"
+#include "providers/frame/Requests.h"
 
 namespace Pegasus {
 
@@ -54,12 +51,12 @@ const Built builders[] = {
 
 template<class Record>
 struct Setting {
-    const char* property;
+    CIMName property;
     void (*take)(const CIMValue& value, Record& record);
 };
 
-// Reads a value, which is a TypeMismatchException if it is not of this CIM type, and stores it; a
-// null value leaves the field.
+// Stores a value in a field; a null value leaves the field as it is. A value of another CIM type
+// throws TypeMismatchException.
 template<class CIMType, auto field, class Record>
 void take(const CIMValue& value, Record& record) {
     CIMType given{};
@@ -113,12 +110,9 @@ const Setting<Connection> connectionSettings[] = {
 template<class Record, size_t count>
 void modify(DRAVEngine& engine, CLASSID_e objectClass, Uint32 id,
             const Setting<Record> (&settings)[count], const CIMInstance& modified) {
-    const auto record = readRecord<Record>(engine, objectClass, id);
-    if (!record) {
-        throw CIMObjectNotFoundException(DRAVObjectKey(id));
-    }
+    const EngineRecord<Record> record(engine, objectClass, id);
     for (const Setting<Record>& setting : settings) {
-        const Uint32 position = modified.findProperty(CIMName(setting.property));
+        const Uint32 position = modified.findProperty(setting.property);
         if (position != PEG_NOT_FOUND) {
             setting.take(modified.getProperty(position).getValue(), *record);
         }
@@ -151,7 +145,9 @@ void iSCSISettingsProvider::getInstance(const OperationContext&, const CIMObject
 
 void iSCSISettingsProvider::enumerateInstances(const OperationContext&, const CIMObjectPath&,
                                                const Boolean, const Boolean, const CIMPropertyList&,
-                                               InstanceResponseHandler&) {}
+                                               InstanceResponseHandler&) {
+    // Wanted: see docs/contract.md, An operation that does nothing.
+}
 
 void iSCSISettingsProvider::modifyInstance(const OperationContext&, const CIMObjectPath& path,
                                            const CIMInstance& modifiedInstance, const Boolean,

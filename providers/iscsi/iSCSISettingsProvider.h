@@ -4,7 +4,7 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include "engine/DRAVEngine.h"
-#include "providers/frame/Refusals.h"
+#include "providers/frame/Announcements.h"
 
 namespace Pegasus {
 
@@ -28,9 +28,21 @@ public:
                         const CIMInstance& instanceObject, const Boolean includeQualifiers,
                         const CIMPropertyList& propertyList, ResponseHandler& handler) override;
 
-    REFUSE(enumerateInstanceNames, "iSCSISettings::enumerateInstanceNames");
-    REFUSE(createInstance, "iSCSISettings::createInstance");
-    REFUSE(deleteInstance, "iSCSISettings::deleteInstance");
+    // Refused.
+
+    void enumerateInstanceNames(const OperationContext&, const CIMObjectPath&,
+                                ObjectPathResponseHandler&) override {
+        refuse("iSCSISettings::enumerateInstanceNames");
+    }
+
+    void createInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        ObjectPathResponseHandler&) override {
+        refuse("iSCSISettings::createInstance");
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath&, ResponseHandler&) override {
+        refuse("iSCSISettings::deleteInstance");
+    }
 
 private:
     DRAVEngine* _engine = nullptr;

@@ -3,11 +3,9 @@
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVLogicalUnit.h"
 #include "engine/NameConstants.h"
-#include "engine/OperationScope.h"
-#include "providers/frame/Attach.h"
-#include "providers/frame/Keys.h"
-#include "providers/frame/Parameters.h"
-#include "providers/frame/Records.h"
+#include "providers/frame/Announcements.h"
+#include "providers/frame/EngineAccess.h"
+#include "providers/frame/Requests.h"
 #include "providers/frame/Services.h"
 #include "providers/masking/DeviceAccess.h"
 
@@ -15,18 +13,21 @@ namespace Pegasus {
 
 namespace {
 
-const CIMName SERVICE("CIM_ControllerConfigurationService");
+const CIMName CLASS_Service("CIM_ControllerConfigurationService");
+const CIMName METHOD_ExposePaths("ExposePaths");
+const CIMName METHOD_HidePaths("HidePaths");
 
-// What the methods return.
-constexpr Uint32 DONE = 0;
-constexpr Uint32 VOLUME_UNKNOWN = 4;
+// What the methods return. Wanted: see docs/contract.md, Return values.
+constexpr Uint32 done = 0;
+constexpr Uint32 volumeUnknown = 4;
 
 // The target of the first of the controllers, which the engine need not know.
 Uint32 targetOf(const Array<CIMObjectPath>& controllers) {
     return idFromDeviceID(controllers[0]);
 }
 
-// 0 for an unknown name.
+// 0 for an unknown name, which the engine is asked about like any other. Wanted: see
+// docs/contract.md, Unknown hosts.
 Uint32 findInitiator(DRAVEngine& engine, const String& name) {
     const Uint32 id = engine.getiSCSIObjectIDByName(CLASSID_INITIATOR, name);
     trace("ObjectIDByName is: " + std::to_string(id));
@@ -52,8 +53,8 @@ bool contains(const Array<Uint32>& ids, Uint32 id) {
 bool isMapped(DRAVEngine& engine, const Array<Uint32>& units, Uint32 volumeId) {
     for (const Uint32 unitId : units) {
         trace("Searching existing LU's ");
-        if (readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, unitId)->volumeID ==
-            volumeId) {
+        const EngineRecord<DRAVLogicalUnit> unit(engine, CLASSID_LOGICAL_UNIT, unitId);
+        if (unit->volumeID == volumeId) {
             return true;
         }
     }
@@ -70,10 +71,11 @@ void grantAccess(DRAVEngine& engine, Uint32 targetId, const Array<String>& initi
     }
 }
 
-// A volume that is listed twice has its units removed twice.
+// A volume that is listed twice has its units removed twice. Wanted: see docs/contract.md, Listed
+// twice.
 void hideVolumes(DRAVEngine& engine, Uint32 targetId, const Array<Uint32>& volumeIds) {
     for (const Uint32 unitId : engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT)) {
-        const auto unit = readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, unitId);
+        const EngineRecord<DRAVLogicalUnit> unit(engine, CLASSID_LOGICAL_UNIT, unitId);
         for (const Uint32 volumeId : volumeIds) {
             if (unit->volumeID == volumeId) {
                 engine.deleteObject(CLASSID_LOGICAL_UNIT, unitId);
@@ -82,7 +84,8 @@ void hideVolumes(DRAVEngine& engine, Uint32 targetId, const Array<Uint32>& volum
     }
 }
 
-// The units are those from before the call: a volume that is listed twice is mapped twice.
+// The units are those from before the call: a volume that is listed twice is mapped twice. Wanted:
+// see docs/contract.md, Listed twice.
 Uint32 exposePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
     const auto volumeNames = inParameter<Array<String>>(inParameters, "LUNames");
     const auto initiatorNames = inParameter<Array<String>>(inParameters, "InitiatorPortIDs");
@@ -93,16 +96,16 @@ Uint32 exposePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters)
 
     grantAccess(engine, targetId, initiatorNames);
 
-    Uint32 result = DONE;
+    Uint32 result = done;
     const Array<Uint32> units = engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT);
     for (Uint32 i = 0; i < volumeNames.size(); ++i) {
         const Uint32 volumeId = findVolume(engine, volumeNames[i], "ObjectID");
         if (volumeId == 0) {
-            result = VOLUME_UNKNOWN;
+            result = volumeUnknown;
         } else if (!isMapped(engine, units, volumeId)) {
             trace(" Adding a new LU ");
-            const Uint32 access = accessCode(accesses[i]).value_or(NO_ACCESS);
-            trace("Finished adding a new LU");
+            const Uint32 access = accessCode(accesses[i]).value_or(noAccessCode);
+            trace("Finished adding a new LU"); // wanted: see docs/contract.md, Trace lines
             const Uint32 lun = DRAVObjectIDDecimal(numbers[i]).id;
             engine.createObject(CLASSID_LOGICAL_UNIT,
                                 DRAVLogicalUnit(targetId, lun, access, volumeId));
@@ -124,9 +127,10 @@ Uint32 hidePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
 
     Array<Uint32> volumeIds;
     for (const String& name : volumeNames) {
+        // Wanted: see docs/contract.md, Trace lines.
         volumeIds.append(findVolume(engine, name, "ObjectIDByName"));
         if (volumeIds[volumeIds.size() - 1] == 0) {
-            return VOLUME_UNKNOWN;
+            return volumeUnknown;
         }
     }
 
@@ -134,7 +138,7 @@ Uint32 hidePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
         engine.deleteAssociation(targetId, id);
     }
     hideVolumes(engine, targetId, volumeIds);
-    return DONE;
+    return done;
 }
 
 } // namespace
@@ -149,7 +153,7 @@ void ControllerConfigurationServiceProvider::getInstance(const OperationContext&
                                                          InstanceResponseHandler& handler) {
     const OperationScope operation;
     handler.processing();
-    handler.deliver(serviceInstance(SERVICE));
+    handler.deliver(serviceInstance(CLASS_Service));
     handler.complete();
 }
 
@@ -160,8 +164,8 @@ void ControllerConfigurationServiceProvider::enumerateInstances(const OperationC
                                                                 InstanceResponseHandler& handler) {
     const OperationScope operation;
     handler.processing();
-    if (classReference.getClassName() == SERVICE) {
-        handler.deliver(serviceInstance(SERVICE));
+    if (classReference.getClassName() == CLASS_Service) {
+        handler.deliver(serviceInstance(CLASS_Service));
     }
     handler.complete();
 }
@@ -171,8 +175,8 @@ void ControllerConfigurationServiceProvider::enumerateInstanceNames(
     ObjectPathResponseHandler& handler) {
     const OperationScope operation;
     handler.processing();
-    if (classReference.getClassName() == SERVICE) {
-        handler.deliver(servicePath(SERVICE));
+    if (classReference.getClassName() == CLASS_Service) {
+        handler.deliver(servicePath(CLASS_Service));
     }
     handler.complete();
 }
@@ -186,12 +190,13 @@ void ControllerConfigurationServiceProvider::invokeMethod(const OperationContext
     publishInvoked("ControllerConfigurationService", __LINE__, objectReference, methodName);
     trace("ControllerConfigurationServiceProvider::invokeMethod");
     handler.processing();
-    if (objectReference.getClassName() == SERVICE) {
-        if (methodName == CIMName("ExposePaths")) {
+    if (objectReference.getClassName() == CLASS_Service) {
+        if (methodName == METHOD_ExposePaths) {
             handler.deliver(exposePaths(*_engine, inParameters));
-        } else if (methodName == CIMName("HidePaths")) {
+        } else if (methodName == METHOD_HidePaths) {
             handler.deliver(hidePaths(*_engine, inParameters));
         } else {
+            // Wanted: see docs/contract.md, Refusals.
             refuse("ControllerConfigurationService::invodeMethod");
         }
     }

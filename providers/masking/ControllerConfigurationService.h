@@ -5,7 +5,7 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include "engine/DRAVEngine.h"
-#include "providers/frame/Refusals.h"
+#include "providers/frame/Announcements.h"
 
 namespace Pegasus {
 
@@ -34,9 +34,22 @@ public:
                       const CIMName& methodName, const Array<CIMParamValue>& inParameters,
                       MethodResultResponseHandler& handler) override;
 
-    REFUSE_WITH_EVENT(modifyInstance, "ControllerConfigurationService", 210);
-    REFUSE_WITH_EVENT(createInstance, "ControllerConfigurationService", 224);
-    REFUSE_WITH_EVENT(deleteInstance, "ControllerConfigurationService", 237);
+    // Refused, with an event. Wanted: see docs/contract.md, Line numbers of events.
+
+    void modifyInstance(const OperationContext&, const CIMObjectPath& path, const CIMInstance&,
+                        const Boolean, const CIMPropertyList&, ResponseHandler&) override {
+        refuseWithEvent("ControllerConfigurationService", "modifyInstance", 210, path);
+    }
+
+    void createInstance(const OperationContext&, const CIMObjectPath& path, const CIMInstance&,
+                        ObjectPathResponseHandler&) override {
+        refuseWithEvent("ControllerConfigurationService", "createInstance", 224, path);
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath& path,
+                        ResponseHandler&) override {
+        refuseWithEvent("ControllerConfigurationService", "deleteInstance", 237, path);
+    }
 
 private:
     DRAVEngine* _engine = nullptr;

@@ -9,7 +9,7 @@ struct Row {
     Uint32 accessCode;
 };
 
-constexpr Row ACCESSES[] = {
+constexpr Row accesses[] = {
     {2, 0}, // read write
     {3, 1}, // read-only
 };
@@ -17,7 +17,7 @@ constexpr Row ACCESSES[] = {
 } // namespace
 
 std::optional<Uint32> accessCode(Uint16 deviceAccess) {
-    for (const Row& row : ACCESSES) {
+    for (const Row& row : accesses) {
         if (row.deviceAccess == deviceAccess) {
             return row.accessCode;
         }
@@ -27,7 +27,7 @@ std::optional<Uint32> accessCode(Uint16 deviceAccess) {
 
 Uint16 deviceAccess(Uint32 accessCode) {
     constexpr Uint16 noAccess = 4;
-    for (const Row& row : ACCESSES) {
+    for (const Row& row : accesses) {
         if (row.accessCode == accessCode) {
             return row.deviceAccess;
         }

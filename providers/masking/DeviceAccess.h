@@ -10,7 +10,7 @@ namespace Pegasus {
 // and as the engine's access code (DRAVLogicalUnit::readOnly).
 
 // The code that new units get for a value that names no access of its own.
-constexpr Uint32 NO_ACCESS = 3;
+constexpr Uint32 noAccessCode = 3;
 
 // The access code of "read write" and "read-only"; no other value has one.
 std::optional<Uint32> accessCode(Uint16 deviceAccess);

@@ -5,12 +5,10 @@
 #include "engine/OperationScope.h"
 #include "engine/builders/StorageVolume.h"
 #include "engine/builders/iSCSINode.h"
-#include "providers/frame/ArrayRange.h"
-#include "providers/frame/Associations.h"
-#include "providers/frame/Attach.h"
-#include "providers/frame/Keys.h"
-#include "providers/frame/Names.h"
-#include "providers/frame/Records.h"
+#include "providers/frame/Announcements.h"
+#include "providers/frame/EngineAccess.h"
+#include "providers/frame/Objects.h"
+#include "providers/frame/Requests.h"
 #include "providers/masking/DeviceAccess.h"
 
 namespace Pegasus {
@@ -50,31 +48,33 @@ CIMInstance mappingInstance(const Ends& ends, const DRAVLogicalUnit& unit) {
     constexpr Boolean keyQualifiers = true;
     CIMInstance instance = associationInstance(CLASS_ProtocolControllerForUnit, ends.first,
                                                ends.second, keyQualifiers);
+    // Wanted: see docs/contract.md, DeviceNumber.
     instance.addProperty(CIMProperty(PROPERTY_DeviceNumber, unit.lun));
     instance.addProperty(CIMProperty(PROPERTY_DeviceAccess, deviceAccess(unit.readOnly)));
     return instance;
 }
 
-// The instance of a unit's volume. That of a volume whose record is gone is made from what the
-// unit still knows.
-CIMInstance volumeInstance(const DRAVLogicalUnit& unit, Boolean includeQualifiers,
-                           const CIMPropertyList& propertyList) {
+// Delivers the instance of a unit's volume. That of a volume whose record is gone is built from
+// what the unit still knows. Wanted: see docs/contract.md, Zombie volumes.
+void deliverVolume(const DRAVLogicalUnit& unit, Boolean includeQualifiers,
+                   const CIMPropertyList& propertyList, ObjectResponseHandler& handler) {
     constexpr Uint32 recordGone = 3;
     if (unit.volumeID != 0) {
-        return StorageVolumeInstance(includeQualifiers, propertyList, unit.volumeID);
+        handler.deliver(StorageVolumeInstance(includeQualifiers, propertyList, unit.volumeID));
+        return;
     }
     DRAVVolume zombie;
     zombie.state = recordGone;
     trace("PCFU: Zombie Volume Name ='" + utf8(unit.volumeName) + "'");
     zombie.name = unit.volumeName;
-    return StorageVolumeInstance(includeQualifiers, propertyList, zombie);
+    handler.deliver(StorageVolumeInstance(includeQualifiers, propertyList, zombie));
 }
 
 // Visits the units of a target: visit(targetId, unit).
 template<class Visit>
 void forEachUnit(DRAVEngine& engine, Uint32 targetId, Visit visit) {
     for (const Uint32 id : engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT)) {
-        visit(targetId, *readRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, id));
+        visit(targetId, *EngineRecord<DRAVLogicalUnit>(engine, CLASSID_LOGICAL_UNIT, id));
     }
 }
 
@@ -172,7 +172,7 @@ void ProtocolControllerForUnitProvider::associators(
     const From from = toFarEnds(objectName.getClassName(), resultClass);
     walk(*_engine, from, objectName, [&](Uint32 targetId, const DRAVLogicalUnit& unit) {
         if (from == From::Controller) {
-            handler.deliver(volumeInstance(unit, includeQualifiers, propertyList));
+            deliverVolume(unit, includeQualifiers, propertyList, handler);
         } else {
             handler.deliver(iSCSINodeInstance(includeQualifiers, propertyList, targetId));
         }
@@ -213,7 +213,8 @@ void ProtocolControllerForUnitProvider::references(const OperationContext&,
     handler.complete();
 }
 
-// Unlike references, from the SCSI controllers only.
+// Unlike references, from the SCSI controllers only. Wanted: see docs/contract.md, Classes of a
+// controller.
 void ProtocolControllerForUnitProvider::referenceNames(const OperationContext&,
                                                        const CIMObjectPath& objectName,
                                                        const CIMName&, const String& role,
@@ -229,8 +230,8 @@ void ProtocolControllerForUnitProvider::referenceNames(const OperationContext&,
     handler.complete();
 }
 
-// Unlike everywhere else, the controller is built first, and the references are of the classes
-// that the request names.
+// Unlike everywhere else, the controller is built first, and the references are of the classes that
+// the request names. Wanted: see docs/contract.md, Order of the ends.
 void ProtocolControllerForUnitProvider::getInstance(const OperationContext&,
                                                     const CIMObjectPath& instanceReference,
                                                     const Boolean, const Boolean,
@@ -273,7 +274,8 @@ void ProtocolControllerForUnitProvider::enumerateInstanceNames(const OperationCo
     handler.complete();
 }
 
-// Every unit of the controller is stored again, also those that didn't change.
+// Every unit of the controller is stored again, also those that didn't change. Wanted: see
+// docs/contract.md, Rewritten units.
 void ProtocolControllerForUnitProvider::modifyInstance(const OperationContext&,
                                                        const CIMObjectPath& instanceReference,
                                                        const CIMInstance& instanceObject,

@@ -5,7 +5,7 @@
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include "engine/DRAVEngine.h"
-#include "providers/frame/Refusals.h"
+#include "providers/frame/Announcements.h"
 
 namespace Pegasus {
 
@@ -55,8 +55,16 @@ public:
                         const CIMInstance& instanceObject, const Boolean includeQualifiers,
                         const CIMPropertyList& propertyList, ResponseHandler& handler) override;
 
-    REFUSE(createInstance, "ProtocolControllerForUnit::createInstance");
-    REFUSE(deleteInstance, "ProtocolControllerForUnit::deleteInstance");
+    // Refused.
+
+    void createInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
+                        ObjectPathResponseHandler&) override {
+        refuse("ProtocolControllerForUnit::createInstance");
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath&, ResponseHandler&) override {
+        refuse("ProtocolControllerForUnit::deleteInstance");
+    }
 
 private:
     DRAVEngine* _engine = nullptr;

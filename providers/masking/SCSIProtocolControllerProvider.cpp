@@ -3,10 +3,10 @@
 #include "engine/NameConstants.h"
 #include "engine/OperationScope.h"
 #include "engine/builders/iSCSINode.h"
-#include "providers/frame/ArrayRange.h"
-#include "providers/frame/Attach.h"
-#include "providers/frame/Keys.h"
-#include "providers/frame/Names.h"
+#include "providers/frame/Announcements.h"
+#include "providers/frame/EngineAccess.h"
+#include "providers/frame/Objects.h"
+#include "providers/frame/Requests.h"
 
 namespace Pegasus {
 

@@ -297,11 +297,21 @@ TEST_F(AuthorizedAccessProviderTest, WithoutADeviceIDTheLastKeyCounts) {
     EXPECT_THAT(calls(), ElementsAre("enumerateAssociatedObjects(0x0E000001, 13)"));
 }
 
-TEST_F(AuthorizedAccessProviderTest, AControllerWithoutKeysIsAnEmptyKeyText) {
-    EXPECT_THAT(thrownBy<DRAVOperationFailedException>(
-                    [this] { associators(requestPath(CONTROLLER), TARGET, PRIVILEGE); }),
-                testing::HasSubstr("\"\""));
-    EXPECT_THAT(log(), ElementsAre("processing"));
+TEST_F(AuthorizedAccessProviderTest, AControllerWithoutKeysNamesNothing) {
+    associators(requestPath(CONTROLLER), TARGET, PRIVILEGE);
+
+    EXPECT_THAT(
+        log(), ElementsAre("processing", "enumerateAssociatedObjects(0xFFFFFFFF, 13)", "complete"));
+}
+
+// As when an object that is named by other keys is asked for all that it is associated with.
+TEST_F(AuthorizedAccessProviderTest, AKeyThatIsNoKeyTextLeavesTheRefusalOfOtherClasses) {
+    EXPECT_EQ(thrownBy<CIMNotSupportedException>([this] {
+                  associators(requestPath("CIM_StorageVolume",
+                                          {{"CreationClassName", "CIM_StorageVolume"}}),
+                              SUBJECT, CIMName());
+              }),
+              "AuthorizedAccess::associators");
 }
 
 TEST_F(AuthorizedAccessProviderTest, OverTheTargetAPrivilegeWithoutKeysIsOutOfBounds) {

@@ -97,13 +97,13 @@ TEST_F(StorageHardwareIDProviderTest, GetInstanceWithoutKeysIsOutOfBoundsAndNotC
     EXPECT_THAT(log(), ElementsAre("processing"));
 }
 
-TEST_F(StorageHardwareIDProviderTest, GetInstanceWithATextThatIsNoKeyIsTheEnginesError) {
-    EXPECT_THAT(thrownBy<DRAVOperationFailedException>([this] {
-                    getInstance(requestPath("CIM_StorageHardwareID", {{"InstanceID", "host1"}}));
-                }),
-                testing::HasSubstr("host1"));
+TEST_F(StorageHardwareIDProviderTest, GetInstanceWithATextThatIsNoKeyTextIsTheEnginesError) {
+    EXPECT_EQ(thrownBy<DRAVOperationFailedException>([this] {
+                  getInstance(requestPath("CIM_StorageHardwareID", {{"InstanceID", "host1"}}));
+              }),
+              "no record Ovrin:FFFFFFFF");
 
-    EXPECT_THAT(log(), ElementsAre("processing"));
+    EXPECT_THAT(log(), ElementsAre("processing", "getObject(13, 0xFFFFFFFF)"));
 }
 
 TEST_F(StorageHardwareIDProviderTest, AnUnknownHostIsTheEnginesErrorAndNotCompleted) {

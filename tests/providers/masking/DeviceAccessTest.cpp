@@ -23,7 +23,7 @@ TEST(DeviceAccessTest, EachAccessCodeHasAValue) {
 }
 
 TEST(DeviceAccessTest, AnyOtherCodeIsNoAccess) {
-    for (const Uint32 code : {2u, NO_ACCESS, 4u, 0x00010000u, 0xFFFFFFFFu}) {
+    for (const Uint32 code : {2u, noAccessCode, 4u, 0x00010000u, 0xFFFFFFFFu}) {
         EXPECT_EQ(deviceAccess(code), 4) << code;
     }
 }

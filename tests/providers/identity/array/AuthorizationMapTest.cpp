@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "providers/frame/Keys.h"
+#include "providers/frame/Requests.h"
 #include "tests/providers/identity/array/IdentityClient.h"
 #include "tests/support/ProviderTest.h"
 

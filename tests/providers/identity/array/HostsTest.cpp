@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "array/model/ErrorCode.h"
-#include "providers/frame/Keys.h"
+#include "providers/frame/Requests.h"
 #include "tests/providers/identity/array/IdentityClient.h"
 #include "tests/support/Log.h"
 #include "tests/support/ProviderTest.h"

@@ -1,6 +1,6 @@
 #include "tests/providers/identity/array/IdentityClient.h"
 
-#include "providers/frame/Names.h"
+#include "providers/frame/Objects.h"
 #include "tests/support/Handlers.h"
 #include "tests/support/ScriptedCIMOM.h"
 

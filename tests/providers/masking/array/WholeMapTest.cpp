@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "providers/frame/Keys.h"
+#include "providers/frame/Requests.h"
 #include "tests/providers/masking/array/MaskingClient.h"
 #include "tests/support/Text.h"
 

@@ -1,6 +1,4 @@
-#include "providers/frame/Keys.h"
-
-#include <Pegasus/Common/Array.h>
+#include "providers/frame/Requests.h"
 
 #include "engine/DRAVKeys.h"
 #include "engine/NameConstants.h"
@@ -16,6 +14,7 @@ String keyValue(const CIMObjectPath& path, const CIMName& name) {
     return keys[i].getValue(); // throws past the last
 }
 
+// Wanted: see docs/contract.md, Keys by position.
 Uint32 idFromFirstKey(const CIMObjectPath& path) {
     return DRAVObjectID(path.getKeyBindings()[0].getValue()).id;
 }

@@ -1,6 +1,6 @@
 // CIM_ProtocolControllerForUnit: references and referenceNames.
 
-#include "tests/providers/masking/UnitTest.h"
+#include "tests/providers/masking/ProtocolControllerForUnitTest.h"
 
 using namespace Pegasus;
 using namespace scripted;
@@ -9,7 +9,7 @@ using testing::IsEmpty;
 
 namespace {
 
-class UnitReferencesTest : public UnitTest {
+class ProtocolControllerForUnitReferencesTest : public ProtocolControllerForUnitTest {
 protected:
     void references(const CIMObjectPath& source, const char* role) {
         provider.references(context, source, UNIT_CLASS, role, false, false, all, objects);
@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(UnitReferencesTest, ReferencesOfAControllerAreItsUnits) {
+TEST_F(ProtocolControllerForUnitReferencesTest, ReferencesOfAControllerAreItsUnits) {
     references(controllerPath(TARGET1), "Antecedent");
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_UNITS1, READ_UNIT2,
@@ -35,7 +35,7 @@ TEST_F(UnitReferencesTest, ReferencesOfAControllerAreItsUnits) {
                                    "deliver " + unitText(TARGET1, VOLUME1), "complete"));
 }
 
-TEST_F(UnitReferencesTest, ReferenceNamesOfAControllerAreThePathsOfItsUnits) {
+TEST_F(ProtocolControllerForUnitReferencesTest, ReferenceNamesOfAControllerAreThePathsOfItsUnits) {
     referenceNames(controllerPath(TARGET1), "Antecedent");
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_UNITS1, READ_UNIT2,
@@ -45,7 +45,7 @@ TEST_F(UnitReferencesTest, ReferenceNamesOfAControllerAreThePathsOfItsUnits) {
                                    "deliver " + unitText(TARGET1, VOLUME1), "complete"));
 }
 
-TEST_F(UnitReferencesTest, ReferencesOfAVolumeAreItsUnitsOverAllTargets) {
+TEST_F(ProtocolControllerForUnitReferencesTest, ReferencesOfAVolumeAreItsUnitsOverAllTargets) {
     references(volumePath(VOLUME1), "Dependent");
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_TARGETS, LIST_UNITS2, READ_UNIT3,
@@ -56,7 +56,8 @@ TEST_F(UnitReferencesTest, ReferencesOfAVolumeAreItsUnitsOverAllTargets) {
                                    "deliver " + unitText(TARGET1, VOLUME1), "complete"));
 }
 
-TEST_F(UnitReferencesTest, ReferenceNamesOfAVolumeAreThePathsOfItsUnitsOverAllTargets) {
+TEST_F(ProtocolControllerForUnitReferencesTest,
+       ReferenceNamesOfAVolumeAreThePathsOfItsUnitsOverAllTargets) {
     referenceNames(volumePath(VOLUME1), "Dependent");
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_TARGETS, LIST_UNITS2, READ_UNIT3,
@@ -67,7 +68,7 @@ TEST_F(UnitReferencesTest, ReferenceNamesOfAVolumeAreThePathsOfItsUnitsOverAllTa
                                    "deliver " + unitText(TARGET1, VOLUME1), "complete"));
 }
 
-TEST_F(UnitReferencesTest, AReferenceIsTheFullInstanceTheVolumeFirst) {
+TEST_F(ProtocolControllerForUnitReferencesTest, AReferenceIsTheFullInstanceTheVolumeFirst) {
     references(volumePath(VOLUME2), "Dependent");
 
     ASSERT_EQ(objects.delivered.size(), 1u);
@@ -82,7 +83,7 @@ TEST_F(UnitReferencesTest, AReferenceIsTheFullInstanceTheVolumeFirst) {
                     "DeviceNumber: uint32 8", "DeviceAccess: uint16 3"));
 }
 
-TEST_F(UnitReferencesTest, FlagsAndPropertyListDoNotChangeTheInstance) {
+TEST_F(ProtocolControllerForUnitReferencesTest, FlagsAndPropertyListDoNotChangeTheInstance) {
     provider.references(context, volumePath(VOLUME2), UNIT_CLASS, "Dependent", true, true,
                         CIMPropertyList(Array<CIMName>()), objects);
 
@@ -90,7 +91,8 @@ TEST_F(UnitReferencesTest, FlagsAndPropertyListDoNotChangeTheInstance) {
     EXPECT_EQ(properties(CIMInstance(objects.delivered[0])).size(), 4u);
 }
 
-TEST_F(UnitReferencesTest, FromAPlainProtocolControllerThereAreReferencesButNoNames) {
+TEST_F(ProtocolControllerForUnitReferencesTest,
+       FromAPlainProtocolControllerThereAreReferencesButNoNames) {
     const CIMObjectPath source =
         requestPath("CIM_ProtocolController", {{"DeviceID", keyText(TARGET2)}});
     references(source, "Antecedent");
@@ -102,7 +104,7 @@ TEST_F(UnitReferencesTest, FromAPlainProtocolControllerThereAreReferencesButNoNa
                             "complete", "processing", "complete"));
 }
 
-TEST_F(UnitReferencesTest, ClassesAndRolesAreComparedWithoutRegardToCase) {
+TEST_F(ProtocolControllerForUnitReferencesTest, ClassesAndRolesAreComparedWithoutRegardToCase) {
     both(requestPath("cim_scsiprotocolcontroller", {{"DeviceID", keyText(TARGET2)}}), "antecedent");
     both(requestPath("CIM_STORAGEVOLUME", {{"DeviceID", keyText(VOLUME2)}}), "DEPENDENT");
 
@@ -110,7 +112,7 @@ TEST_F(UnitReferencesTest, ClassesAndRolesAreComparedWithoutRegardToCase) {
     EXPECT_EQ(paths.delivered.size(), 2u);
 }
 
-TEST_F(UnitReferencesTest, TheResultClassIsNotConsulted) {
+TEST_F(ProtocolControllerForUnitReferencesTest, TheResultClassIsNotConsulted) {
     provider.references(context, volumePath(VOLUME2), "CIM_Other", "Dependent", false, false, all,
                         objects);
     provider.referenceNames(context, controllerPath(TARGET2), CIMName(), "Antecedent", paths);
@@ -119,7 +121,7 @@ TEST_F(UnitReferencesTest, TheResultClassIsNotConsulted) {
     EXPECT_EQ(paths.delivered.size(), 1u);
 }
 
-TEST_F(UnitReferencesTest, AVolumeThatIsMappedTwiceUnderATargetHasBothUnits) {
+TEST_F(ProtocolControllerForUnitReferencesTest, AVolumeThatIsMappedTwiceUnderATargetHasBothUnits) {
     addRecord(UNIT2, unit(TARGET1, 8, 1, VOLUME1));
     both(volumePath(VOLUME1), "Dependent");
 
@@ -127,7 +129,7 @@ TEST_F(UnitReferencesTest, AVolumeThatIsMappedTwiceUnderATargetHasBothUnits) {
     EXPECT_EQ(paths.delivered.size(), 3u);
 }
 
-TEST_F(UnitReferencesTest, AUnitWithoutItsVolumeIsDeliveredLikeAnyOther) {
+TEST_F(ProtocolControllerForUnitReferencesTest, AUnitWithoutItsVolumeIsDeliveredLikeAnyOther) {
     loseVolume2();
     both(controllerPath(TARGET1), "Antecedent");
     both(volumePath(0), "Dependent");
@@ -147,7 +149,8 @@ struct Request {
     const char* name;
 };
 
-class NoReferencesTest : public UnitReferencesTest, public testing::WithParamInterface<Request> {};
+class NoReferencesTest : public ProtocolControllerForUnitReferencesTest,
+                         public testing::WithParamInterface<Request> {};
 
 TEST_P(NoReferencesTest, GivesNothingAndTheEngineIsNotAsked) {
     both(requestPath(GetParam().source, {{"DeviceID", keyText(TARGET1)}}), GetParam().role);
@@ -168,7 +171,7 @@ const Request REQUESTS[] = {
 INSTANTIATE_TEST_SUITE_P(Requests, NoReferencesTest, testing::ValuesIn(REQUESTS),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(UnitReferencesTest, ASourceWithoutUnitsHasNone) {
+TEST_F(ProtocolControllerForUnitReferencesTest, ASourceWithoutUnitsHasNone) {
     both(controllerPath(0x0E000077), "Antecedent");
     both(volumePath(0x17000077), "Dependent");
 
@@ -177,7 +180,8 @@ TEST_F(UnitReferencesTest, ASourceWithoutUnitsHasNone) {
     EXPECT_EQ(log().back(), "complete");
 }
 
-TEST_F(UnitReferencesTest, ASourceWithoutADeviceIDIsOutOfBoundsWhateverItsRole) {
+TEST_F(ProtocolControllerForUnitReferencesTest,
+       ASourceWithoutADeviceIDIsOutOfBoundsWhateverItsRole) {
     for (const char* role : {"Antecedent", "Dependent", ""}) {
         clearLog();
         const CIMObjectPath source = requestPath("CIM_SCSIProtocolController");
@@ -189,7 +193,7 @@ TEST_F(UnitReferencesTest, ASourceWithoutADeviceIDIsOutOfBoundsWhateverItsRole) 
     }
 }
 
-TEST_F(UnitReferencesTest, AFailureInTheMiddleLeavesWhatWasDelivered) {
+TEST_F(ProtocolControllerForUnitReferencesTest, AFailureInTheMiddleLeavesWhatWasDelivered) {
     failNext("iSCSINodePath", 8, "gone", 1);
 
     EXPECT_EQ(thrownBy<DRAVOperationFailedException>(

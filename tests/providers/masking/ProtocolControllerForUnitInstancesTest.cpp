@@ -1,6 +1,6 @@
 // CIM_ProtocolControllerForUnit: enumerations and getInstance.
 
-#include "tests/providers/masking/UnitTest.h"
+#include "tests/providers/masking/ProtocolControllerForUnitTest.h"
 
 using namespace Pegasus;
 using namespace scripted;
@@ -9,7 +9,7 @@ using testing::IsEmpty;
 
 namespace {
 
-class UnitInstancesTest : public UnitTest {
+class ProtocolControllerForUnitInstancesTest : public ProtocolControllerForUnitTest {
 protected:
     void enumerateInstances(const char* className = UNIT_CLASS) {
         provider.enumerateInstances(context, requestPath(className), false, false, all, instances);
@@ -33,7 +33,8 @@ protected:
     }
 };
 
-TEST_F(UnitInstancesTest, EnumerateInstancesBuildsEachUnitOfEachTargetVolumeFirst) {
+TEST_F(ProtocolControllerForUnitInstancesTest,
+       EnumerateInstancesBuildsEachUnitOfEachTargetVolumeFirst) {
     enumerateInstances();
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_TARGETS, LIST_UNITS2, READ_UNIT3,
@@ -45,7 +46,8 @@ TEST_F(UnitInstancesTest, EnumerateInstancesBuildsEachUnitOfEachTargetVolumeFirs
                                    "deliver " + unitText(TARGET1, VOLUME1), "complete"));
 }
 
-TEST_F(UnitInstancesTest, EnumerateInstanceNamesBuildsEachUnitOfEachTargetVolumeFirst) {
+TEST_F(ProtocolControllerForUnitInstancesTest,
+       EnumerateInstanceNamesBuildsEachUnitOfEachTargetVolumeFirst) {
     enumerateInstanceNames();
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_TARGETS, LIST_UNITS2, READ_UNIT3,
@@ -57,7 +59,7 @@ TEST_F(UnitInstancesTest, EnumerateInstanceNamesBuildsEachUnitOfEachTargetVolume
                                    "deliver " + unitText(TARGET1, VOLUME1), "complete"));
 }
 
-TEST_F(UnitInstancesTest, AListedInstanceHasFourPropertiesTheVolumeFirst) {
+TEST_F(ProtocolControllerForUnitInstancesTest, AListedInstanceHasFourPropertiesTheVolumeFirst) {
     associate(SYSTEM_OBJECT_ID, CLASSID_TARGET, {TARGET2});
     enumerateInstances();
 
@@ -74,7 +76,7 @@ TEST_F(UnitInstancesTest, AListedInstanceHasFourPropertiesTheVolumeFirst) {
                     "DeviceNumber: uint32 9", "DeviceAccess: uint16 4"));
 }
 
-TEST_F(UnitInstancesTest, EachAccessCodeHasItsDeviceAccess) {
+TEST_F(ProtocolControllerForUnitInstancesTest, EachAccessCodeHasItsDeviceAccess) {
     enumerateInstances();
 
     std::vector<std::string> accesses;
@@ -85,7 +87,7 @@ TEST_F(UnitInstancesTest, EachAccessCodeHasItsDeviceAccess) {
                                       "DeviceAccess: uint16 2"));
 }
 
-TEST_F(UnitInstancesTest, KeysOfThePathAreTwoReferences) {
+TEST_F(ProtocolControllerForUnitInstancesTest, KeysOfThePathAreTwoReferences) {
     enumerateInstanceNames();
 
     ASSERT_EQ(paths.delivered.size(), 3u);
@@ -96,7 +98,7 @@ TEST_F(UnitInstancesTest, KeysOfThePathAreTwoReferences) {
     }
 }
 
-TEST_F(UnitInstancesTest, EnumerationsIgnoreTheClassAskedFor) {
+TEST_F(ProtocolControllerForUnitInstancesTest, EnumerationsIgnoreTheClassAskedFor) {
     enumerateInstances("CIM_Dependency");
     enumerateInstanceNames("CIM_Dependency");
 
@@ -104,7 +106,7 @@ TEST_F(UnitInstancesTest, EnumerationsIgnoreTheClassAskedFor) {
     EXPECT_EQ(paths.delivered.size(), 3u);
 }
 
-TEST_F(UnitInstancesTest, FlagsAndPropertyListDoNotChangeAnInstance) {
+TEST_F(ProtocolControllerForUnitInstancesTest, FlagsAndPropertyListDoNotChangeAnInstance) {
     const CIMPropertyList nothing{Array<CIMName>()};
     provider.enumerateInstances(context, requestPath(UNIT_CLASS), true, true, nothing, instances);
     provider.getInstance(context, unitPath(controllerPath(TARGET1), volumePath(VOLUME1)), true,
@@ -116,7 +118,7 @@ TEST_F(UnitInstancesTest, FlagsAndPropertyListDoNotChangeAnInstance) {
     }
 }
 
-TEST_F(UnitInstancesTest, AUnitWithoutItsVolumeIsListedLikeAnyOther) {
+TEST_F(ProtocolControllerForUnitInstancesTest, AUnitWithoutItsVolumeIsListedLikeAnyOther) {
     associate(SYSTEM_OBJECT_ID, CLASSID_TARGET, {TARGET1});
     loseVolume2();
     enumerateInstances();
@@ -129,7 +131,8 @@ TEST_F(UnitInstancesTest, AUnitWithoutItsVolumeIsListedLikeAnyOther) {
     EXPECT_EQ(text(paths.delivered[0]), unitText(TARGET1, 0));
 }
 
-TEST_F(UnitInstancesTest, TargetsWithoutUnitsAndAnArrayWithoutTargetsHaveNone) {
+TEST_F(ProtocolControllerForUnitInstancesTest,
+       TargetsWithoutUnitsAndAnArrayWithoutTargetsHaveNone) {
     associate(TARGET1, CLASSID_LOGICAL_UNIT, {});
     associate(TARGET2, CLASSID_LOGICAL_UNIT, {});
     enumerateInstances();
@@ -140,7 +143,7 @@ TEST_F(UnitInstancesTest, TargetsWithoutUnitsAndAnArrayWithoutTargetsHaveNone) {
                                    "processing", LIST_TARGETS, "complete"));
 }
 
-TEST_F(UnitInstancesTest, AFailureInTheMiddleLeavesWhatWasDelivered) {
+TEST_F(ProtocolControllerForUnitInstancesTest, AFailureInTheMiddleLeavesWhatWasDelivered) {
     failNext("getObject", 8, "gone", 1);
 
     EXPECT_EQ(thrownBy<DRAVOperationFailedException>([this] { enumerateInstanceNames(); }), "gone");
@@ -151,7 +154,8 @@ TEST_F(UnitInstancesTest, AFailureInTheMiddleLeavesWhatWasDelivered) {
                             "deliver " + unitText(TARGET2, VOLUME1), LIST_UNITS1, READ_UNIT2));
 }
 
-TEST_F(UnitInstancesTest, GetInstanceReadsAllUnitsAndBuildsTheControllerFirst) {
+TEST_F(ProtocolControllerForUnitInstancesTest,
+       GetInstanceReadsAllUnitsAndBuildsTheControllerFirst) {
     getInstance(unitPath(controllerPath(TARGET1), volumePath(VOLUME2)));
 
     EXPECT_THAT(log(),
@@ -160,7 +164,7 @@ TEST_F(UnitInstancesTest, GetInstanceReadsAllUnitsAndBuildsTheControllerFirst) {
                             "deliver " + unitText(TARGET1, VOLUME2), READ_UNIT1, "complete"));
 }
 
-TEST_F(UnitInstancesTest, ThatInstanceHasFourPropertiesTheControllerFirst) {
+TEST_F(ProtocolControllerForUnitInstancesTest, ThatInstanceHasFourPropertiesTheControllerFirst) {
     getInstance(unitPath(controllerPath(TARGET1), volumePath(VOLUME1)));
 
     ASSERT_EQ(instances.delivered.size(), 1u);
@@ -175,7 +179,7 @@ TEST_F(UnitInstancesTest, ThatInstanceHasFourPropertiesTheControllerFirst) {
                     "DeviceNumber: uint32 7", "DeviceAccess: uint16 2"));
 }
 
-TEST_F(UnitInstancesTest, GetInstanceTakesTheReferenceClassesFromTheRequest) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceTakesTheReferenceClassesFromTheRequest) {
     getInstance(unitPath(requestPath("CIM_ProtocolController", {{"DeviceID", keyText(TARGET1)}}),
                          requestPath("CIM_LogicalDevice", {{"DeviceID", keyText(VOLUME1)}})));
 
@@ -189,7 +193,8 @@ TEST_F(UnitInstancesTest, GetInstanceTakesTheReferenceClassesFromTheRequest) {
                     "DeviceNumber: uint32 7", "DeviceAccess: uint16 2"));
 }
 
-TEST_F(UnitInstancesTest, GetInstanceOfAVolumeThatIsMappedTwiceGivesBothUnits) {
+TEST_F(ProtocolControllerForUnitInstancesTest,
+       GetInstanceOfAVolumeThatIsMappedTwiceGivesBothUnits) {
     addRecord(UNIT2, unit(TARGET1, 8, 1, VOLUME1));
     getInstance(unitPath(controllerPath(TARGET1), volumePath(VOLUME1)));
 
@@ -198,20 +203,21 @@ TEST_F(UnitInstancesTest, GetInstanceOfAVolumeThatIsMappedTwiceGivesBothUnits) {
     EXPECT_EQ(properties(instances.delivered[1])[2], "DeviceNumber: uint32 7");
 }
 
-TEST_F(UnitInstancesTest, GetInstanceOfAVolumeThatIsNotMappedThereGivesNothing) {
+TEST_F(ProtocolControllerForUnitInstancesTest,
+       GetInstanceOfAVolumeThatIsNotMappedThereGivesNothing) {
     getInstance(unitPath(controllerPath(TARGET2), volumePath(VOLUME2)));
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_UNITS2, READ_UNIT3, "complete"));
 }
 
-TEST_F(UnitInstancesTest, GetInstanceOfAControllerWithoutUnitsGivesNothing) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceOfAControllerWithoutUnitsGivesNothing) {
     getInstance(unitPath(controllerPath(0x0E000077), volumePath(VOLUME2)));
 
     EXPECT_THAT(
         log(), ElementsAre("processing", "enumerateAssociatedObjects(0x0E000077, 15)", "complete"));
 }
 
-TEST_F(UnitInstancesTest, GetInstanceFindsTheUnitOfAVolumeThatIsGoneById0) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceFindsTheUnitOfAVolumeThatIsGoneById0) {
     loseVolume2();
     getInstance(unitPath(controllerPath(TARGET1), volumePath(0)));
 
@@ -219,7 +225,7 @@ TEST_F(UnitInstancesTest, GetInstanceFindsTheUnitOfAVolumeThatIsGoneById0) {
     EXPECT_EQ(properties(instances.delivered[0])[2], "DeviceNumber: uint32 8");
 }
 
-TEST_F(UnitInstancesTest, GetInstanceComparesKeyNamesWithoutRegardToCase) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceComparesKeyNamesWithoutRegardToCase) {
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(
         CIMName("ANTECEDENT"),
@@ -230,14 +236,14 @@ TEST_F(UnitInstancesTest, GetInstanceComparesKeyNamesWithoutRegardToCase) {
     EXPECT_EQ(instances.delivered.size(), 1u);
 }
 
-TEST_F(UnitInstancesTest, GetInstanceReadsReferencesThatAreGivenAsTexts) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceReadsReferencesThatAreGivenAsTexts) {
     getInstance(requestPath(UNIT_CLASS, {{"Antecedent", text(controllerPath(TARGET1))},
                                          {"Dependent", text(volumePath(VOLUME1))}}));
 
     EXPECT_EQ(instances.delivered.size(), 1u);
 }
 
-TEST_F(UnitInstancesTest, GetInstanceIgnoresClassHostAndOtherKeys) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceIgnoresClassHostAndOtherKeys) {
     Array<CIMKeyBinding> keys =
         unitPath(controllerPath(TARGET1), volumePath(VOLUME1)).getKeyBindings();
     keys.append(CIMKeyBinding(CIMName("A"), CIMValue(Uint32(1))));
@@ -246,7 +252,7 @@ TEST_F(UnitInstancesTest, GetInstanceIgnoresClassHostAndOtherKeys) {
     EXPECT_EQ(instances.delivered.size(), 1u);
 }
 
-TEST_F(UnitInstancesTest, GetInstanceFindsEachDeviceIDAmongOtherKeys) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceFindsEachDeviceIDAmongOtherKeys) {
     getInstance(
         unitPath(requestPath("CIM_SCSIProtocolController",
                              {{"CreationClassName", "CIM_SCSIProtocolController"},
@@ -259,7 +265,7 @@ TEST_F(UnitInstancesTest, GetInstanceFindsEachDeviceIDAmongOtherKeys) {
     EXPECT_EQ(instances.delivered.size(), 1u);
 }
 
-TEST_F(UnitInstancesTest, GetInstanceWithoutAnEndIsOutOfBounds) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceWithoutAnEndIsOutOfBounds) {
     const std::string controller = text(controllerPath(TARGET1));
     const std::string volume = text(volumePath(VOLUME1));
 
@@ -270,7 +276,7 @@ TEST_F(UnitInstancesTest, GetInstanceWithoutAnEndIsOutOfBounds) {
     }
 }
 
-TEST_F(UnitInstancesTest, GetInstanceOfAnEndWithoutADeviceIDIsOutOfBounds) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceOfAnEndWithoutADeviceIDIsOutOfBounds) {
     for (const CIMObjectPath& path :
          {unitPath(requestPath("CIM_SCSIProtocolController", {{"Name", "x"}}), volumePath(VOLUME1)),
           unitPath(controllerPath(TARGET1), requestPath("CIM_StorageVolume"))}) {
@@ -278,7 +284,7 @@ TEST_F(UnitInstancesTest, GetInstanceOfAnEndWithoutADeviceIDIsOutOfBounds) {
     }
 }
 
-TEST_F(UnitInstancesTest, GetInstanceOfAnEndThatIsNoPathIsMalformed) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceOfAnEndThatIsNoPathIsMalformed) {
     const std::string controller = text(controllerPath(TARGET1));
     const std::string volume = text(volumePath(VOLUME1));
 
@@ -290,24 +296,31 @@ TEST_F(UnitInstancesTest, GetInstanceOfAnEndThatIsNoPathIsMalformed) {
     }
 }
 
-TEST_F(UnitInstancesTest, GetInstanceReadsTheControllersPathBeforeItLooksForTheVolumes) {
+TEST_F(ProtocolControllerForUnitInstancesTest,
+       GetInstanceReadsTheControllersPathBeforeItLooksForTheVolumes) {
     EXPECT_THAT(failure<MalformedObjectNameException>(
                     requestPath(UNIT_CLASS, {{"Antecedent", "not a path"}})),
                 testing::StartsWith("malformed object name"));
 }
 
-TEST_F(UnitInstancesTest, GetInstanceReadsBothPathsBeforeTheirIds) {
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceReadsBothPathsBeforeTheirIds) {
     const std::string withoutDeviceID = text(requestPath("CIM_SCSIProtocolController"));
     EXPECT_THAT(failure<MalformedObjectNameException>(requestPath(
                     UNIT_CLASS, {{"Antecedent", withoutDeviceID}, {"Dependent", "not a path"}})),
                 testing::StartsWith("malformed object name"));
 }
 
-TEST_F(UnitInstancesTest, GetInstanceOfATextThatIsNoIdIsTheEnginesError) {
-    const CIMObjectPath path =
-        unitPath(controllerPath(TARGET1), requestPath("CIM_StorageVolume", {{"DeviceID", "60A1"}}));
+// In particular no unit whose volume is gone.
+TEST_F(ProtocolControllerForUnitInstancesTest, GetInstanceOfATextThatIsNoKeyTextGivesNothing) {
+    loseVolume2();
+    getInstance(unitPath(controllerPath(TARGET1),
+                         requestPath("CIM_StorageVolume", {{"DeviceID", "60A1"}})));
+    getInstance(
+        unitPath(requestPath("CIM_SCSIProtocolController", {{"DeviceID", "one"}}), volumePath(0)));
 
-    EXPECT_THAT(failure<DRAVOperationFailedException>(path), testing::HasSubstr("\"60A1\""));
+    EXPECT_THAT(log(), ElementsAre("processing", LIST_UNITS1, READ_UNIT2, READ_UNIT1, "complete",
+                                   "processing", "enumerateAssociatedObjects(0xFFFFFFFF, 15)",
+                                   "complete"));
 }
 
 } // namespace

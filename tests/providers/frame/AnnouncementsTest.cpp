@@ -1,4 +1,4 @@
-#include "providers/frame/Trace.h"
+#include "providers/frame/Announcements.h"
 
 #include <iostream>
 #include <set>

@@ -1,4 +1,4 @@
-#include "providers/frame/Paths.h"
+#include "providers/frame/Objects.h"
 
 #include "engine/CurrentName.h"
 #include "engine/OperationScope.h"
@@ -30,7 +30,7 @@ private:
     const String* const _system;
 };
 
-TEST(PathsTest, APathHasTheArraysHostTheNamespaceAndOneTextKey) {
+TEST(ObjectsTest, APathHasTheArraysHostTheNamespaceAndOneTextKey) {
     const CIMObjectPath path = modulePath("CIM_Some", "InstanceID", 0x0D00002A);
 
     EXPECT_EQ(text(path), "//array1.example.com/root/snia:CIM_Some.InstanceID=\"Ovrin:0D00002A\"");
@@ -38,13 +38,13 @@ TEST(PathsTest, APathHasTheArraysHostTheNamespaceAndOneTextKey) {
 }
 
 // The scripted engine doesn't, and all of its tests run without.
-TEST(PathsTest, AnEngineNeedNotKnowOfOperations) {
+TEST(ObjectsTest, AnEngineNeedNotKnowOfOperations) {
     EXPECT_FALSE(DRAVBeginOperation);
     EXPECT_FALSE(DRAVEndOperation);
     EXPECT_FALSE(DRAVCurrentName);
 }
 
-TEST(PathsTest, TheEnginesNamesAreReadAtEachUse) {
+TEST(ObjectsTest, TheEnginesNamesAreReadAtEachUse) {
     const CIMName service("CIM_Service");
     const std::string before = text(servicePath(service));
     {
@@ -61,8 +61,10 @@ TEST(PathsTest, TheEnginesNamesAreReadAtEachUse) {
     EXPECT_EQ(text(servicePath(service)), before);
 }
 
-TEST(PathsTest, TheKeyQualifierIsABooleanWithoutFlavorAndNotPropagated) {
-    const CIMQualifier key = keyQualifier();
+TEST(ObjectsTest, TheKeyQualifierIsABooleanWithoutFlavorAndNotPropagated) {
+    CIMProperty property = keyProperty("InstanceID", String("x"));
+    ASSERT_EQ(property.getQualifierCount(), 1u);
+    const CIMQualifier key = property.getQualifier(0);
 
     EXPECT_EQ(text(key.getName()), "Key");
     EXPECT_EQ(text(key.getValue()), "boolean TRUE");
@@ -70,7 +72,7 @@ TEST(PathsTest, TheKeyQualifierIsABooleanWithoutFlavorAndNotPropagated) {
     EXPECT_FALSE(key.getPropagated());
 }
 
-TEST(PathsTest, AKeyPropertyIsNotPropagatedAndHasNoClassOrigin) {
+TEST(ObjectsTest, AKeyPropertyIsNotPropagatedAndHasNoClassOrigin) {
     CIMInstance instance("CIM_Some");
     instance.addProperty(keyProperty("InstanceID", String("x")));
 

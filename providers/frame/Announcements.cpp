@@ -1,6 +1,8 @@
-#include "providers/frame/Events.h"
+#include "providers/frame/Announcements.h"
 
-#include <Pegasus/Common/String.h>
+#include <iostream>
+
+#include <Pegasus/Provider/ProviderException.h>
 
 #include "engine/SMIEventServices.h"
 
@@ -20,6 +22,22 @@ void publish(EMP_TYPE_e type, const std::string& announcement, const std::string
 
 } // namespace
 
+// Not with <<, which changes the width that all threads' use of std::cout shares.
+void trace(const std::string& line) {
+    const std::string text = line + '\n';
+    std::streambuf& output = *std::cout.rdbuf();
+    output.sputn(text.data(), static_cast<std::streamsize>(text.size()));
+    output.pubsync();
+}
+
+std::string utf8(const String& text) {
+    return static_cast<const char*>(text.getCString());
+}
+
+void refuse(const std::string& text) {
+    throw CIMNotSupportedException(text.c_str());
+}
+
 void publishInvoked(const std::string& service, int line, const CIMObjectPath& objectReference,
                     const CIMName& methodName) {
     publish(EMP_TYPE_METHOD_INVOKED, "", service, "invokeMethod", line,
@@ -27,10 +45,11 @@ void publishInvoked(const std::string& service, int line, const CIMObjectPath& o
                 methodName.getString());
 }
 
-void publishUnimplemented(const std::string& service, const std::string& operation, int line,
-                          const CIMObjectPath& instanceReference) {
+void refuseWithEvent(const std::string& service, const std::string& operation, int line,
+                     const CIMObjectPath& instanceReference) {
     publish(EMP_TYPE_UNIMPLEMENTED, "Unimplemented method invoked ", service, operation, line,
             String("instanceReference=") + instanceReference.toString());
+    refuse(service + "::" + operation);
 }
 
 } // namespace Pegasus

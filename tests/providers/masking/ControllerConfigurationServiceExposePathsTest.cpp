@@ -1,4 +1,4 @@
-#include "tests/providers/masking/ServiceTest.h"
+#include "tests/providers/masking/ControllerConfigurationServiceTest.h"
 
 using namespace Pegasus;
 using namespace scripted;

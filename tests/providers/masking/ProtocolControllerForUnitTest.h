@@ -48,9 +48,10 @@ inline std::string unitText(Pegasus::Uint32 target, Pegasus::Uint32 volume) {
 
 // The provider before an array with three units under two targets. The engine lists targets and
 // units in descending order, which a provider keeps.
-class UnitTest : public ProviderTest<Pegasus::ProtocolControllerForUnitProvider> {
+class ProtocolControllerForUnitTest
+    : public ProviderTest<Pegasus::ProtocolControllerForUnitProvider> {
 protected:
-    UnitTest() {
+    ProtocolControllerForUnitTest() {
         using namespace Pegasus;
         associate(SYSTEM_OBJECT_ID, CLASSID_TARGET, {TARGET2, TARGET1});
         associate(TARGET1, CLASSID_LOGICAL_UNIT, {UNIT2, UNIT1});

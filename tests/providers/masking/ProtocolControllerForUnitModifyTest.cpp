@@ -1,6 +1,6 @@
 // CIM_ProtocolControllerForUnit: modifyInstance.
 
-#include "tests/providers/masking/UnitTest.h"
+#include "tests/providers/masking/ProtocolControllerForUnitTest.h"
 
 using namespace Pegasus;
 using namespace scripted;
@@ -16,7 +16,7 @@ std::string store(Uint32 unit, Uint32 target, Uint32 lun, Uint32 readOnly, Uint3
 
 const std::string STORE_UNIT2 = store(UNIT2, TARGET1, 8, 1, VOLUME2);
 
-class UnitModifyTest : public UnitTest {
+class ProtocolControllerForUnitModifyTest : public ProtocolControllerForUnitTest {
 protected:
     void modify(Uint32 target, Uint32 volume, const CIMInstance& instance) {
         provider.modifyInstance(context, unitPath(controllerPath(target), volumePath(volume)),
@@ -34,14 +34,14 @@ protected:
     PlainHandler handler;
 };
 
-TEST_F(UnitModifyTest, ChangesTheUnitAndStoresEachUnitOfTheController) {
+TEST_F(ProtocolControllerForUnitModifyTest, ChangesTheUnitAndStoresEachUnitOfTheController) {
     modify(TARGET1, VOLUME1, withAccess(3));
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_UNITS1, READ_UNIT2, STORE_UNIT2, READ_UNIT1,
                                    store(UNIT1, TARGET1, 7, 1, VOLUME1), "complete"));
 }
 
-TEST_F(UnitModifyTest, TheNextGetInstanceShowsTheChange) {
+TEST_F(ProtocolControllerForUnitModifyTest, TheNextGetInstanceShowsTheChange) {
     modify(TARGET1, VOLUME1, withAccess(3));
     provider.getInstance(context, unitPath(controllerPath(TARGET1), volumePath(VOLUME1)), false,
                          false, all, instances);
@@ -50,14 +50,14 @@ TEST_F(UnitModifyTest, TheNextGetInstanceShowsTheChange) {
     EXPECT_EQ(properties(instances.delivered[0])[3], "DeviceAccess: uint16 3");
 }
 
-TEST_F(UnitModifyTest, ReadWriteIsCode0) {
+TEST_F(ProtocolControllerForUnitModifyTest, ReadWriteIsCode0) {
     modify(TARGET2, VOLUME1, withAccess(2));
 
     EXPECT_THAT(calls(),
                 ElementsAre(LIST_UNITS2, READ_UNIT3, store(UNIT3, TARGET2, 9, 0, VOLUME1)));
 }
 
-TEST_F(UnitModifyTest, AnyOtherAccessIsIgnoredAndTheUnitsAreStoredUnchanged) {
+TEST_F(ProtocolControllerForUnitModifyTest, AnyOtherAccessIsIgnoredAndTheUnitsAreStoredUnchanged) {
     for (const int access : {0, 1, 4, 5, 65535}) {
         clearLog();
         modify(TARGET1, VOLUME1, withAccess(static_cast<Uint16>(access)));
@@ -67,46 +67,46 @@ TEST_F(UnitModifyTest, AnyOtherAccessIsIgnoredAndTheUnitsAreStoredUnchanged) {
     }
 }
 
-TEST_F(UnitModifyTest, WithoutDeviceAccessTheUnitsAreStoredUnchanged) {
+TEST_F(ProtocolControllerForUnitModifyTest, WithoutDeviceAccessTheUnitsAreStoredUnchanged) {
     modify(TARGET1, VOLUME1, CIMInstance(UNIT_CLASS));
 
     EXPECT_THAT(calls(), ElementsAre(LIST_UNITS1, READ_UNIT2, STORE_UNIT2, READ_UNIT1,
                                      store(UNIT1, TARGET1, 7, 0, VOLUME1)));
 }
 
-TEST_F(UnitModifyTest, ANullDeviceAccessIsNoChange) {
+TEST_F(ProtocolControllerForUnitModifyTest, ANullDeviceAccessIsNoChange) {
     modify(TARGET1, VOLUME1, instanceWith("DeviceAccess", CIMValue(CIMTYPE_UINT16, false)));
 
     EXPECT_THAT(calls(), testing::Contains(store(UNIT1, TARGET1, 7, 0, VOLUME1)));
 }
 
-TEST_F(UnitModifyTest, ThePropertyIsFoundWithoutRegardToCase) {
+TEST_F(ProtocolControllerForUnitModifyTest, ThePropertyIsFoundWithoutRegardToCase) {
     modify(TARGET1, VOLUME1, instanceWith("deviceaccess", Uint16(3)));
 
     EXPECT_THAT(calls(), testing::Contains(store(UNIT1, TARGET1, 7, 1, VOLUME1)));
 }
 
-TEST_F(UnitModifyTest, NoOtherPropertyChangesAnything) {
+TEST_F(ProtocolControllerForUnitModifyTest, NoOtherPropertyChangesAnything) {
     modify(TARGET1, VOLUME1, instanceWith("DeviceNumber", Uint32(99)));
 
     EXPECT_THAT(calls(), testing::Contains(store(UNIT1, TARGET1, 7, 0, VOLUME1)));
 }
 
-TEST_F(UnitModifyTest, PropertyListAndQualifierFlagAreNotConsulted) {
+TEST_F(ProtocolControllerForUnitModifyTest, PropertyListAndQualifierFlagAreNotConsulted) {
     provider.modifyInstance(context, unitPath(controllerPath(TARGET1), volumePath(VOLUME1)),
                             withAccess(3), false, CIMPropertyList(Array<CIMName>()), handler);
 
     EXPECT_THAT(calls(), testing::Contains(store(UNIT1, TARGET1, 7, 1, VOLUME1)));
 }
 
-TEST_F(UnitModifyTest, TheControllersUnitsAreStoredEvenIfNoneIsOfTheVolume) {
+TEST_F(ProtocolControllerForUnitModifyTest, TheControllersUnitsAreStoredEvenIfNoneIsOfTheVolume) {
     modify(TARGET2, VOLUME2, withAccess(3));
 
     EXPECT_THAT(log(), ElementsAre("processing", LIST_UNITS2, READ_UNIT3,
                                    store(UNIT3, TARGET2, 9, 3, VOLUME1), "complete"));
 }
 
-TEST_F(UnitModifyTest, AVolumeThatIsMappedTwiceIsChangedTwice) {
+TEST_F(ProtocolControllerForUnitModifyTest, AVolumeThatIsMappedTwiceIsChangedTwice) {
     addRecord(UNIT2, unit(TARGET1, 8, 0, VOLUME1));
     modify(TARGET1, VOLUME1, withAccess(3));
 
@@ -114,20 +114,21 @@ TEST_F(UnitModifyTest, AVolumeThatIsMappedTwiceIsChangedTwice) {
                                      READ_UNIT1, store(UNIT1, TARGET1, 7, 1, VOLUME1)));
 }
 
-TEST_F(UnitModifyTest, AControllerWithoutUnitsIsNoError) {
+TEST_F(ProtocolControllerForUnitModifyTest, AControllerWithoutUnitsIsNoError) {
     modify(0x0E000077, VOLUME1, withAccess(3));
 
     EXPECT_THAT(
         log(), ElementsAre("processing", "enumerateAssociatedObjects(0x0E000077, 15)", "complete"));
 }
 
-TEST_F(UnitModifyTest, NoEventIsPublished) {
+TEST_F(ProtocolControllerForUnitModifyTest, NoEventIsPublished) {
     modify(TARGET1, VOLUME1, withAccess(3));
 
     EXPECT_TRUE(events().empty());
 }
 
-TEST_F(UnitModifyTest, AnotherTypeFailsAtTheUnitOfTheVolumeAndEarlierOnesAreStored) {
+TEST_F(ProtocolControllerForUnitModifyTest,
+       AnotherTypeFailsAtTheUnitOfTheVolumeAndEarlierOnesAreStored) {
     for (const CIMValue& value :
          {CIMValue(Uint32(3)), CIMValue(String("3")), CIMValue(Array<Uint16>())}) {
         clearLog();
@@ -140,14 +141,14 @@ TEST_F(UnitModifyTest, AnotherTypeFailsAtTheUnitOfTheVolumeAndEarlierOnesAreStor
     }
 }
 
-TEST_F(UnitModifyTest, AnotherTypeIsNotReadWhereNoUnitIsOfTheVolume) {
+TEST_F(ProtocolControllerForUnitModifyTest, AnotherTypeIsNotReadWhereNoUnitIsOfTheVolume) {
     modify(TARGET2, VOLUME2, instanceWith("DeviceAccess", String("3")));
 
     EXPECT_THAT(calls(),
                 ElementsAre(LIST_UNITS2, READ_UNIT3, store(UNIT3, TARGET2, 9, 3, VOLUME1)));
 }
 
-TEST_F(UnitModifyTest, AUnitThatTheEngineRefusesEndsTheOperation) {
+TEST_F(ProtocolControllerForUnitModifyTest, AUnitThatTheEngineRefusesEndsTheOperation) {
     failNext("modifyObject", 4, "refused");
 
     EXPECT_EQ(
@@ -157,7 +158,7 @@ TEST_F(UnitModifyTest, AUnitThatTheEngineRefusesEndsTheOperation) {
     EXPECT_THAT(log(), ElementsAre("processing", LIST_UNITS1, READ_UNIT2, STORE_UNIT2));
 }
 
-TEST_F(UnitModifyTest, APathThatNamesNoUnitFailsBeforeTheEngineIsAsked) {
+TEST_F(ProtocolControllerForUnitModifyTest, APathThatNamesNoUnitFailsBeforeTheEngineIsAsked) {
     const auto modifyAt = [this](const CIMObjectPath& path) {
         provider.modifyInstance(context, path, withAccess(3), true, all, handler);
     };
@@ -181,7 +182,7 @@ TEST_F(UnitModifyTest, APathThatNamesNoUnitFailsBeforeTheEngineIsAsked) {
     EXPECT_THAT(log(), ElementsAre("processing", "processing", "processing", "processing"));
 }
 
-TEST_F(UnitModifyTest, TheKeysAreThoseOfTheReferenceNotOfTheInstance) {
+TEST_F(ProtocolControllerForUnitModifyTest, TheKeysAreThoseOfTheReferenceNotOfTheInstance) {
     CIMInstance instance = withAccess(3);
     instance.setPath(unitPath(controllerPath(TARGET2), volumePath(VOLUME1)));
     modify(TARGET1, VOLUME1, instance);
