@@ -3,6 +3,7 @@
 #include "engine/DRAVInitiator.h"
 #include "engine/DRAVKeys.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/Announcements.h"
 #include "providers/frame/EngineAccess.h"
 #include "providers/frame/Objects.h"
@@ -85,6 +86,7 @@ void AuthorizedAccessProvider::associators(
     const CIMName& associationClass, const CIMName& resultClass, const String&, const String&,
     const Boolean includeQualifiers, const Boolean includeClassOrigin,
     const CIMPropertyList& propertyList, ObjectResponseHandler& handler) {
+    const OperationScope operation;
     // Other providers serve hosts and controllers: the server asks them.
     const auto deliverFromServer = [&](const CIMObjectPath& path) {
         constexpr Boolean localOnly = false;

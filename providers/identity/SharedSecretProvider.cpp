@@ -4,6 +4,7 @@
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVTarget.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/Announcements.h"
 #include "providers/frame/EngineAccess.h"
 #include "providers/frame/Objects.h"

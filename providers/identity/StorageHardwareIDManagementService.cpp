@@ -2,6 +2,7 @@
 
 #include "engine/DRAVInitiator.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/Announcements.h"
 #include "providers/frame/EngineAccess.h"
 #include "providers/frame/Objects.h"
@@ -91,6 +92,7 @@ void StorageHardwareIDManagementServiceProvider::enumerateInstanceNames(
 void StorageHardwareIDManagementServiceProvider::invokeMethod(
     const OperationContext&, const CIMObjectPath& objectReference, const CIMName& methodName,
     const Array<CIMParamValue>& inParameters, MethodResultResponseHandler& handler) {
+    const OperationScope operation;
     // Wanted: see docs/contract.md, Line numbers of events.
     publishInvoked("StorageHardwareIDManagementService", 254, objectReference, methodName);
     trace("StorageHardwareIDManagementServiceProvider::invokeMethod");

@@ -1,6 +1,7 @@
 #include "providers/iscsi/iSCSIPipesProvider.h"
 
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/Announcements.h"
 #include "providers/frame/EngineAccess.h"
 #include "providers/frame/Requests.h"

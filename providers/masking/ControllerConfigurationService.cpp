@@ -3,6 +3,7 @@
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVLogicalUnit.h"
 #include "engine/NameConstants.h"
+#include "engine/OperationScope.h"
 #include "providers/frame/Announcements.h"
 #include "providers/frame/EngineAccess.h"
 #include "providers/frame/Requests.h"
