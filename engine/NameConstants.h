@@ -8,7 +8,8 @@
 
 // The names that the managed-object library and the providers share. Each source that includes this
 // has its own copy of the table, built when the library is loaded and never changed. Every
-// provider's source does, whether it uses the names or not.
+// provider's source does, whether it uses the names or not. Wanted: see docs/contract.md, The table
+// of names.
 
 namespace Pegasus {
 

@@ -104,6 +104,7 @@ void StorageHardwareIDManagementServiceProvider::invokeMethod(
         } else if (methodName == METHOD_DeleteStorageHardwareID) {
             handler.deliver(deleteStorageHardwareID(*_engine, inParameters));
         }
+        // Another method gives no value. Wanted: see docs/contract.md, Unknown methods.
     }
     handler.complete();
 }

@@ -17,7 +17,7 @@ const CIMName PROPERTY_StorageID("StorageID");
 const CIMName PROPERTY_IDType("IDType");
 const CIMName PROPERTY_CurrentlyAuthenticated("CurrentlyAuthenticated");
 
-// All hosts, if theirs is the class asked for.
+// All hosts, if theirs is the class asked for. Wanted: see docs/contract.md, Superclasses.
 Array<Uint32> initiators(DRAVEngine& engine, const CIMObjectPath& classReference) {
     if (classReference.getClassName() != CLASS_StorageHardwareID) {
         return Array<Uint32>();

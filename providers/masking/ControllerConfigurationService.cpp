@@ -131,7 +131,7 @@ Uint32 hidePaths(DRAVEngine& engine, const Array<CIMParamValue>& inParameters) {
         // Wanted: see docs/contract.md, Trace lines.
         volumeIds.append(findVolume(engine, name, "ObjectIDByName"));
         if (volumeIds[volumeIds.size() - 1] == 0) {
-            return volumeUnknown;
+            return volumeUnknown; // wanted: see docs/contract.md, Unknown volumes
         }
     }
 

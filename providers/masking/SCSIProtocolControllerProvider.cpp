@@ -12,7 +12,7 @@ namespace Pegasus {
 
 namespace {
 
-// All targets, if controllers are what is asked for.
+// All targets, if controllers are what is asked for. Wanted: see docs/contract.md, Superclasses.
 Array<Uint32> targets(DRAVEngine& engine, const CIMObjectPath& classReference) {
     if (classReference.getClassName() != CLASS_SCSIProtocolController) {
         return Array<Uint32>();

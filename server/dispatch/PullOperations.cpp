@@ -197,7 +197,8 @@ void carryOut(const PullEnumeration& operation, const Request& request) {
     const auto enumeration = request.server.enumerations.find(operation.context, request.userName);
     const Pulling pulling(*enumeration);
     if (!operation.nameSpace.equal(enumeration->traits.nameSpace)) {
-        // OpenPegasus' text, which it does not fill in either.
+        // OpenPegasus' text, which it does not fill in either. Wanted: see docs/contract.md, Errors
+        // of pulled enumerations.
         refuse(CIM_ERR_FAILED, "Incorrect namespace (%s) in pull operation. Expected: %s.");
     }
     if (operation.pulled != enumeration->traits.kind) {

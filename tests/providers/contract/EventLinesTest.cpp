@@ -13,7 +13,7 @@ namespace {
 
 // The number of the one line of a source that holds a text.
 int sourceLine(const std::string& file, const std::string& part) {
-    std::ifstream source(PROVIDERS_DIR "/" + file);
+    std::ifstream source(SOURCE_ROOT "/" + file);
     std::vector<int> found;
     std::string line;
     for (int number = 1; std::getline(source, line); ++number) {
@@ -32,8 +32,8 @@ TEST_F(EventLinesTest, TheInvocationOfTheControllerServiceIsPublishedFromItsLine
     provider.invokeMethod(context, requestPath("CIM_Service"), "HidePaths", {}, results);
 
     ASSERT_EQ(events().size(), 1u);
-    EXPECT_EQ(events()[0].line,
-              sourceLine("masking/ControllerConfigurationService.cpp", "publishInvoked("));
+    EXPECT_EQ(events()[0].line, sourceLine("providers/masking/ControllerConfigurationService.cpp",
+                                           "publishInvoked("));
 }
 
 } // namespace

@@ -61,7 +61,7 @@ TEST_F(iSCSIPipesKeysTest, FromAKeyThatIsNoKeyTextNoPipesAreFound) {
         references(source, PIPE_END);
         EXPECT_EQ(log().back(), "complete");
     }
-    EXPECT_THAT(objects.delivered, IsEmpty());
+    EXPECT_THAT(objects.delivered, testing::IsEmpty());
 }
 
 // The target's name in an iSCSI endpoint's.

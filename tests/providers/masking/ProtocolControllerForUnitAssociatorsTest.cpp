@@ -9,16 +9,16 @@ using testing::IsEmpty;
 
 // In place of DRAVVolume's destructors, by the linker's --wrap: they write into the log.
 extern "C" {
-void __real__ZN8Pegasus10DRAVVolumeD1Ev(DRAVVolume* volume);
+void __real__ZN7Pegasus10DRAVVolumeD1Ev(DRAVVolume* volume);
 
-void __wrap__ZN8Pegasus10DRAVVolumeD1Ev(DRAVVolume* volume) {
-    __real__ZN8Pegasus10DRAVVolumeD1Ev(volume);
+void __wrap__ZN7Pegasus10DRAVVolumeD1Ev(DRAVVolume* volume) {
+    __real__ZN7Pegasus10DRAVVolumeD1Ev(volume);
     note(Entry::Call, "DRAVVolume deleted");
 }
 
 // A compiler may call this one instead.
-void __wrap__ZN8Pegasus10DRAVVolumeD2Ev(DRAVVolume* volume) {
-    __wrap__ZN8Pegasus10DRAVVolumeD1Ev(volume);
+void __wrap__ZN7Pegasus10DRAVVolumeD2Ev(DRAVVolume* volume) {
+    __wrap__ZN7Pegasus10DRAVVolumeD1Ev(volume);
 }
 }
 
