@@ -13,8 +13,8 @@ public:
     explicit DRAVObjectKey(Uint32 id);
 };
 
-// Reads such a text back. A text of any other form gives an id that names nothing and under which
-// nothing is listed: 0xFFFFFFFF, and not 0, which a logical unit has for a volume that is gone.
+// Reads such a text back. Any other text gives 0xFFFFFFFF, which names nothing: no class has the
+// number 255. It is not 0, because 0 stands for a volume that is gone.
 struct DRAV_EXPORT DRAVObjectID {
     explicit DRAVObjectID(const String& keyText);
     Uint32 id;

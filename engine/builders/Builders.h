@@ -8,7 +8,7 @@
 // property list names (all, if that is null), carries a "Key" qualifier on each key when qualifiers
 // are asked for, and has its path set.
 //
-// An id that names no object of the class throws CIMObjectNotFoundException with the id's key text;
+// An id that names no object of the class throws CIMObjectNotFoundException, which names the id;
 // engine failures throw DRAVOperationFailedException. Builders may be made from any thread; one
 // builder is used by one thread.
 

@@ -22,7 +22,7 @@ void publish(EMP_TYPE_e type, const std::string& announcement, const std::string
 
 } // namespace
 
-// Not with <<, which changes the width that all threads' use of std::cout shares.
+// operator<< would also reset std::cout's width, which all threads share.
 void trace(const std::string& line) {
     const std::string text = line + '\n';
     std::streambuf& output = *std::cout.rdbuf();

@@ -10,8 +10,8 @@ namespace Pegasus {
 
 // What providers say besides their answers: lines on standard output, events, refusals.
 
-// Writes a line to std::cout, its end with it, in one piece, and flushes. Takes no lock: the stream
-// itself keeps the pieces of several threads apart, as the C library does for standard output.
+// Writes a line and its end to std::cout in one piece, then flushes. Takes no lock: the stream
+// keeps the pieces of several threads apart, as the C library does for standard output.
 void trace(const std::string& line);
 
 // A text as UTF-8, to be part of a line.

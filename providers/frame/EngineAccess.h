@@ -18,10 +18,10 @@ inline void attach(DRAVEngine*& engine, CIMOMHandle& kept, const CIMOMHandle& ci
 // Throws CIMObjectNotFoundException, which names the class and the id.
 [[noreturn]] void failWithoutRecord(CLASSID_e objectClass, Uint32 id);
 
-// The engine's record of an object, viewed as its class, for as long as this lives.
+// The record that the engine gives for an object, cast to its class. Deleted with this.
 //
-// The engine may have given none, or one of another class. Then this is false, and its use throws
-// CIMObjectNotFoundException: a request of which the record is a part fails, the server goes on.
+// When the engine gives none, or one of another class, this is false, and to use it throws
+// CIMObjectNotFoundException: the request fails, and the server goes on.
 template<class Record>
 class EngineRecord {
 public:

@@ -137,8 +137,7 @@ void AuthorizedAccessProvider::associatorNames(const OperationContext&,
     handler.complete();
 }
 
-// The record is read only so that the engine can refuse an id that it doesn't know; nothing of it
-// is used.
+// Nothing of the record is used: it is read to let the engine refuse an id that it does not know.
 void AuthorizedAccessProvider::_deliverAuthorizedPrivilege(Uint32 initiatorId,
                                                            ObjectResponseHandler& handler) {
     static_cast<void>(EngineRecord<DRAVInitiator>(*_engine, CLASSID_INITIATOR, initiatorId));

@@ -18,8 +18,8 @@ const CIMName CLASS_SharedSecret("CIM_SharedSecret");
 const CIMName PROPERTY_RemoteID("RemoteID");
 const CIMName PROPERTY_Secret("Secret");
 
-// The class of the object that owns a secret. Another than an initiator or a target has none, which
-// is no error. Wanted: see docs/contract.md, Secrets.
+// The class of the object that owns a secret. An object that is no initiator and no target has
+// none, which is no error. Wanted: see docs/contract.md, Secrets.
 Uint32 ownerClass(Uint32 id) {
     return id >> 24;
 }

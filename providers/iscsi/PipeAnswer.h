@@ -15,8 +15,8 @@ inline const CIMName CLASS_NetworkPipeComposition("CIM_NetworkPipeComposition");
 inline const CIMName CLASS_iSCSIProtocolEndpoint("CIM_iSCSIProtocolEndpoint");
 inline const CIMName CLASS_TCPProtocolEndpoint("CIM_TCPProtocolEndpoint");
 
-// An id by its place in a list. The place is looked up when the id is asked for, and may be past
-// the end then: an IndexOutOfBoundsException.
+// The id at a position of a list. The list is read when the id is used: a position past its end
+// throws IndexOutOfBoundsException then.
 struct IdAt {
     operator Uint32() const { return ids[position]; }
 
@@ -24,8 +24,8 @@ struct IdAt {
     Uint32 position;
 };
 
-// What an operation on pipes delivers, one object after the other: of each the path or the
-// instance, as the operation asks for names or not.
+// What an operation on pipes delivers, one object after the other: paths if it asks for names, else
+// instances.
 class PipeAnswer {
 public:
     virtual ~PipeAnswer() = default;

@@ -41,9 +41,9 @@ Ids connectionsOf(DRAVEngine& engine, Uint32 id) {
     return engine.enumerateAssociatedObjects(id, CLASSID_ISCSI_CONNECTION);
 }
 
-// In the two visits below, an object's position in its own list also serves as an index into
-// another list: visitors read lists[j] of targets, endpoints or sessions that j is not a position
-// of. Wanted: see docs/contract.md, Positions as indexes.
+// The two functions below tell their visitors the position j of an object in its own list. Visitors
+// also use j as an index into another list, as in endpoints[j] for connection j. Wanted: see
+// docs/contract.md, Positions as indexes.
 
 // visit(targets, name of a target, its sessions, position in them), for each session of each
 // target.

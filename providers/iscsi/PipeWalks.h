@@ -8,8 +8,8 @@
 
 namespace Pegasus {
 
-// The ways through the array's sessions and connections, whatever is delivered of what they lead
-// to.
+// How the array's sessions and connections are listed and walked. The answer decides what of them
+// is delivered.
 
 // Answers with all objects of a class, in the engine's order. Refuses a class that is not served.
 void listPipes(DRAVEngine& engine, const CIMName& className, PipeAnswer& answer);
@@ -22,8 +22,8 @@ struct PipeWalk {
     const char* tag;       // how the lines begin that a walk from an iSCSI endpoint writes
 };
 
-// Answers with what the walk leads to: nothing over CIM_EndpointOfNetworkPipe between classes that
-// it does not join. Refuses every other walk that is not served.
+// Answers with what the walk leads to. Over CIM_EndpointOfNetworkPipe, between classes that it does
+// not join, that is nothing; every other walk that is not served is refused.
 void walkPipes(DRAVEngine& engine, const PipeWalk& walk, PipeAnswer& answer);
 
 // An end of an association that the client names by its path.

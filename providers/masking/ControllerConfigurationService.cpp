@@ -22,7 +22,7 @@ const CIMName METHOD_HidePaths("HidePaths");
 constexpr Uint32 done = 0;
 constexpr Uint32 volumeUnknown = 4;
 
-// The target of the first of the controllers, which the engine need not know.
+// The id of the target that the first controller names. There may be no such target.
 Uint32 targetOf(const Array<CIMObjectPath>& controllers) {
     return idFromDeviceID(controllers[0]);
 }

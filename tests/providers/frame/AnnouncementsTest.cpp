@@ -19,20 +19,24 @@ using testing::ElementsAre;
 
 namespace {
 
-// Standard output, as the other end of it sees it: one packet per write.
+enum class Other { Socket, Pipe };
+
+// Standard output, as the other end of it sees it: a packet for each write, if it is a socket.
 class StandardOutput {
 public:
-    StandardOutput() : _saved(dup(STDOUT_FILENO)) {
-        int ends[2];
-        if (_saved < 0 || socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends) != 0) {
-            throw std::runtime_error("no socket pair");
+    explicit StandardOutput(Other kind) : _saved(dup(STDOUT_FILENO)) {
+        int ends[2]; // to read from, to write to
+        const int failed =
+            kind == Other::Pipe ? pipe(ends) : socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends);
+        if (_saved < 0 || failed) {
+            throw std::runtime_error("no other end for standard output");
         }
         std::cout.flush();
-        dup2(ends[0], STDOUT_FILENO);
-        close(ends[0]);
-        _reader = std::thread([this, other = ends[1]] {
+        dup2(ends[1], STDOUT_FILENO);
+        close(ends[1]);
+        _reader = std::thread([this, other = ends[0]] {
             char packet[65536];
-            for (ssize_t size; (size = recv(other, packet, sizeof packet, 0)) > 0;) {
+            for (ssize_t size; (size = read(other, packet, sizeof packet)) > 0;) {
                 _writes.emplace_back(packet, static_cast<size_t>(size));
             }
             close(other);
@@ -57,7 +61,7 @@ private:
 };
 
 TEST(TraceTest, ALineIsWrittenAndFlushedAtOnce) {
-    StandardOutput output;
+    StandardOutput output(Other::Socket);
     trace("Starting up the iSCSI Pipes provider");
     trace("");
     trace("Searching existing LU's ");
@@ -66,7 +70,14 @@ TEST(TraceTest, ALineIsWrittenAndFlushedAtOnce) {
                                             "Searching existing LU's \n"));
 }
 
-TEST(TraceTest, LinesThatAreWrittenAtTheSameTimeDoNotMix) {
+class TraceOfThreadsTest : public testing::TestWithParam<Other> {};
+
+INSTANTIATE_TEST_SUITE_P(, TraceOfThreadsTest, testing::Values(Other::Socket, Other::Pipe),
+                         [](const auto& other) {
+                             return other.param == Other::Pipe ? "ToAPipe" : "ToASocket";
+                         });
+
+TEST_P(TraceOfThreadsTest, LinesThatAreWrittenAtTheSameTimeDoNotMix) {
     constexpr int threads = 8;
     constexpr int linesPerThread = 2000;
     const auto lineOf = [](int thread, int line) { // some longer than any buffer
@@ -81,7 +92,7 @@ TEST(TraceTest, LinesThatAreWrittenAtTheSameTimeDoNotMix) {
         }
     }
 
-    StandardOutput output;
+    StandardOutput output(GetParam());
     std::vector<std::thread> writers;
     for (int thread = 0; thread < threads; ++thread) {
         writers.emplace_back([&lineOf, thread] {
