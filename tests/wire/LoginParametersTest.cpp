@@ -1,11 +1,11 @@
 // A client reads and changes login parameters, and reads statistics.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Client.h"
-#include "tests/wire/support/Names.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Names.h"
 
 using testing::Contains;
 using testing::HasSubstr;
@@ -158,7 +158,8 @@ TEST_F(LoginParameters, OfKeysThatNameNoSettings) {
               "1 CIM_ERR_FAILED: Ovrin:2300FFFF names no object of the class session setting.");
     EXPECT_THAT(modify(named(sessionSettings, connectionKey)),
                 StartsWith("1 CIM_ERR_FAILED: " + connectionKey + " is of the class"));
-    EXPECT_THAT(modify(named(sessionSettings, target1)), HasSubstr("is not the key text"));
+    EXPECT_THAT(modify(named(sessionSettings, target1)),
+                HasSubstr("names no object of the class session setting"));
     EXPECT_EQ(modify(instanceName(sessionSettings, {})), outOfBounds);
     EXPECT_EQ(client.get(named(sessionSettings, "Ovrin:2300FFFF")).error(),
               "6 CIM_ERR_NOT_FOUND: Ovrin:2300FFFF");

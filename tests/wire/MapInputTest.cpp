@@ -1,10 +1,10 @@
 // What walks and mappings make of paths and arguments that are wrong: nothing changes.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
 #include "tests/wire/support/Names.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using testing::IsEmpty;
 using testing::StartsWith;
@@ -13,12 +13,6 @@ namespace wire {
 namespace {
 
 const std::string noObject = "1 CIM_ERR_FAILED: Ovrin:0D00FFFF names no object of the class ";
-
-std::string noKeyText(const std::string& text) {
-    return "1 CIM_ERR_FAILED: \"" + text +
-           "\" is not the key text of an object: \"Ovrin:\" and eight upper-case hexadecimal "
-           "digits.";
-}
 
 class MapInput : public testing::Test {
 protected:
@@ -76,18 +70,20 @@ TEST_F(MapInput, SourcesWithoutTheKeyThatIsLookedUp) {
     }
     EXPECT_EQ(associatorsOf(instanceName(privilegeClass, {}), {grantClass, controllerClass}),
               outOfBounds);
-    EXPECT_EQ(associatorsOf(instanceName(controllerClass, {}), {grantClass, privilegeClass}),
-              noKeyText(""));
+    EXPECT_EQ(associatorsOf(instanceName(controllerClass, {}), {grantClass, privilegeClass}), "");
 }
 
 TEST_F(MapInput, KeysThatNameNothing) {
     EXPECT_EQ(associatorsOf(instanceName(controllerClass, {{"DeviceID", "t1"}}),
                             {unitClass, volumeClass}),
-              noKeyText("t1"));
-    EXPECT_EQ(referencesOf(volume("mail"), {"", unitClass, "Dependent"}), noKeyText("mail"));
-    EXPECT_EQ(associatorsOf(instanceName(hostClass, {{"InstanceID", "host1"}}),
-                            {subjectClass, privilegeClass}),
-              noKeyText("host1"));
+              "");
+    EXPECT_EQ(referencesOf(volume("mail"), {"", unitClass, "Dependent"}), "");
+    EXPECT_EQ(client
+                  .associators(instanceName(hostClass, {{"InstanceID", "host1"}}),
+                               {subjectClass, privilegeClass})
+                  .error(),
+              "1 CIM_ERR_FAILED: A key that is not \"Ovrin:\" and eight upper-case hexadecimal "
+              "digits names no object of the class initiator.");
     for (const std::string& far : {unitClass, std::string(grantClass)}) {
         const Walk walk = {far, far == unitClass ? volumeClass : privilegeClass};
         EXPECT_THAT(client.associators(controller(9), walk).names(), IsEmpty());
@@ -117,16 +113,17 @@ TEST_F(MapInput, MappingsByKeysThatAreNoPaths) {
     EXPECT_EQ(unitBy(pathKey("Antecedent", instanceName(controllerClass, {})) +
                      pathKey("Dependent", volume("Ovrin:17000001"))),
               outOfBounds);
-    EXPECT_EQ(unitBy(pathKey("Antecedent", controller(1)) + pathKey("Dependent", volume("mail"))),
-              noKeyText("mail"));
 }
 
 TEST_F(MapInput, AMappingThatIsNotThereIsNeitherGotNorChanged) {
-    const Xml keys =
-        pathKey("Antecedent", controller(2)) + pathKey("Dependent", volume("Ovrin:17000001"));
-    const Xml name = "<INSTANCENAME CLASSNAME=\"" + unitClass + "\">" + keys + "</INSTANCENAME>";
-    EXPECT_EQ(client.get(name).error(), "1 CIM_ERR_FAILED: Too few objects delivered.");
-    EXPECT_EQ(client.modify(name, unitClass, property("DeviceAccess", "uint16", "3")).error(), "");
+    for (const char* key : {"Ovrin:17000001", "mail"}) {
+        const Xml keys = pathKey("Antecedent", controller(2)) + pathKey("Dependent", volume(key));
+        const Xml name =
+            "<INSTANCENAME CLASSNAME=\"" + unitClass + "\">" + keys + "</INSTANCENAME>";
+        EXPECT_EQ(client.get(name).error(), "1 CIM_ERR_FAILED: Too few objects delivered.");
+        EXPECT_EQ(client.modify(name, unitClass, property("DeviceAccess", "uint16", "3")).error(),
+                  "");
+    }
 }
 
 TEST_F(MapInput, AnAccessOfAnotherTypeStoresNothing) {

@@ -1,10 +1,10 @@
 // A client walks from hosts over privileges and controllers to volumes, and back.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
 #include "tests/wire/support/Names.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using testing::AllOf;
 using testing::Contains;
@@ -177,6 +177,18 @@ TEST_F(Map, WithoutAnAssociationClassEveryAssociationOfTheSourceIsAsked) {
               "7 CIM_ERR_NOT_SUPPORTED: AuthorizedAccess::associators");
     EXPECT_THAT(client.references(controller(2), {"", "", "Antecedent"}).names(), SizeIs(2));
     EXPECT_THAT(client.referenceNames(controller(2), {"", "", "Antecedent"}).names(), SizeIs(2));
+}
+
+// The first key of such a path is no key text.
+TEST_F(Map, WithoutAnAssociationClassTheWholePathOfASourceIsNoError) {
+    const Xml whole = client.enumerateNames(controllerClass).names().at(1);
+    const Xml mail = client.associatorNames(controller(2), toVolumes).names().at(0);
+    EXPECT_EQ(client.associators(whole, {"", volumeClass}).each("Name"),
+              client.associators(controller(2), {"", volumeClass}).each("Name"));
+    for (const Xml& source : {whole, mail}) {
+        EXPECT_EQ(client.associators(source, {}).error(), "");
+        EXPECT_EQ(client.associatorNames(source, {}).error(), "");
+    }
 }
 
 TEST_F(Map, AnAssociationClassStandsForItsSubclassesInAnyCase) {

@@ -1,13 +1,13 @@
 // Secrets are read and changed by a client, and are seen nowhere else.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Client.h"
-#include "tests/wire/support/Names.h"
-#include "tests/wire/support/Pair.h"
+#include <filesystem>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Names.h"
+#include "tests/wire/support/Pair.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -95,7 +95,7 @@ TEST_F(Secret, OfOwnersThatAreNone) {
     EXPECT_EQ(client.get(none).error(), outOfBounds);
     EXPECT_EQ(client.modify(none, secretClass, property("Secret", "string", "x")).error(),
               outOfBounds);
-    EXPECT_THAT(client.get(secretOf("t1")).error(), HasSubstr("\"t1\" is not the key text"));
+    EXPECT_EQ(client.get(secretOf("t1")).each("Secret").at(0), "");
 }
 
 TEST_F(Secret, IsNeitherListedNorCreatedNorDeleted) {

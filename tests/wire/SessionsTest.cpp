@@ -1,10 +1,10 @@
 // A client walks from targets over live sessions and connections to portals, and back.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
 #include "tests/wire/support/Names.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using testing::AllOf;
 using testing::Contains;
@@ -169,15 +169,15 @@ TEST_F(Sessions, EndpointsByNamesThatAreNone) {
     }
     EXPECT_EQ(client.associators(instanceName(targetEndpointClass, {{"Id", "x"}}), walk).error(),
               outOfBounds);
-    EXPECT_THAT(client.associators(tcpEndpoint(portal1), {pipeEndClass, connectionClass}).error(),
-                HasSubstr("\"" + portal1 + "\" is not the key text"));
+    EXPECT_THAT(reached(tcpEndpoint(portal1), {pipeEndClass, connectionClass}), IsEmpty());
     EXPECT_THAT(reached(tcpEndpoint("Ovrin:0900FFFF"), {pipeEndClass, connectionClass}), IsEmpty());
 }
 
 TEST_F(Sessions, KeysThatNameNothing) {
     EXPECT_EQ(client.get(session("Ovrin:1100FFFF")).error(), "6 CIM_ERR_NOT_FOUND: Ovrin:1100FFFF");
     EXPECT_EQ(client.get(session("Ovrin:10000001")).error(), "6 CIM_ERR_NOT_FOUND: Ovrin:10000001");
-    EXPECT_THAT(client.get(connection("first")).error(), HasSubstr("\"first\" is not the key"));
+    EXPECT_THAT(client.get(connection("first")).error(),
+                HasSubstr("6 CIM_ERR_NOT_FOUND: A key that is not"));
     for (const std::string& className :
          {sessionClass, connectionClass, pipeEndClass, compositionClass}) {
         EXPECT_EQ(client.get(instanceName(className, {})).error(), outOfBounds);

@@ -87,7 +87,8 @@ TEST_F(VolumeCommands, DeleteOfWhatIsNotThereIsRefused) {
     EXPECT_EQ(refusalOf({"volume", "delete", "Ovrin:0E000001"}),
               "arrayctl: There is no volume \"Ovrin:0E000001\".\n");
     EXPECT_EQ(refusalOf({"volume", "delete", ""}), "arrayctl: There is no volume \"\".\n");
-    EXPECT_THAT(refusalOf({"volume", "delete", "Ovrin:xyz"}), HasSubstr("\"Ovrin:xyz\" is not"));
+    EXPECT_EQ(refusalOf({"volume", "delete", "Ovrin:xyz"}),
+              "arrayctl: There is no volume \"Ovrin:xyz\".\n");
 }
 
 TEST_F(VolumeCommands, NamesThatAreNoUtf8AreRefused) {
