@@ -262,6 +262,18 @@ TEST_F(EngineTest, AnIdUnderAnotherClassIsAnError) {
     EXPECT_NE(read<DRAVTarget>(CLASSID_TARGET, target), nullptr);
 }
 
+TEST_F(EngineTest, TheIdOfATextThatIsNoKeyTextNamesNothing) {
+    const Uint32 none = DRAVObjectID(String("host1")).id;
+    const char* const text = "A key that is not \"Ovrin:\" and eight upper-case hexadecimal digits "
+                             "names no object of the class initiator.";
+    expectFailure(ErrorCode::BadKeyText, text, [&] { engine.getObject(CLASSID_INITIATOR, none); });
+    expectFailure(ErrorCode::BadKeyText, text,
+                  [&] { engine.deleteObject(CLASSID_INITIATOR, none); });
+    expectFailure(ErrorCode::BadKeyText, text,
+                  [&] { engine.createAssociation(addTarget("of-nobody"), none); });
+    EXPECT_EQ(engine.enumerateAssociatedObjects(none, CLASSID_TARGET).size(), 0u);
+}
+
 TEST_F(EngineTest, ClassesWithoutARecordAndRecordsOfAnotherClassAreErrors) {
     expectFailure(ErrorCode::NoRecord, "Objects of the class session (17) have no record.",
                   [&] { engine.getObject(CLASSID_ISCSI_SESSION, 0x11000001); });

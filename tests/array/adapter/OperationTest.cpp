@@ -16,7 +16,7 @@
 #include "engine/DRAVInitiator.h"
 #include "engine/OperationScope.h"
 #include "engine/builders/iSCSINode.h"
-#include "providers/frame/Paths.h"
+#include "providers/frame/Objects.h"
 #include "providers/frame/Services.h"
 #include "providers/identity/AuthorizedAccessProvider.h"
 #include "providers/identity/StorageHardwareIDProvider.h"
