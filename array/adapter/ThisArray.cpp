@@ -16,13 +16,13 @@
 namespace array {
 
 Array& theArray() {
-    static std::mutex opening;
-    static std::unique_ptr<Array> array; // guarded by opening
     static std::atomic<Array*> opened{nullptr};
-
     if (Array* const there = opened.load(std::memory_order_acquire)) {
         return *there;
     }
+
+    static std::mutex opening;
+    static std::unique_ptr<Array> array; // guarded by opening
     const std::lock_guard lock(opening);
     if (!array) {
         array = Array::open(stateDirectory());
@@ -59,7 +59,8 @@ public:
     // Costs a comparison while the array keeps its names.
     const PathNames& of(const Snapshot& snapshot) {
         const Seen* const shown = _shown.load(std::memory_order_acquire);
-        return shown && &*shown->names == &snapshot.names() ? shown->texts : find(snapshot);
+        return shown && shown->names.get() == snapshot.contents().names.get() ? shown->texts
+                                                                              : find(snapshot);
     }
 
     // Those that the pointers show.
@@ -135,9 +136,8 @@ struct Operation {
     }
 };
 
-// The calling thread's. It has no destructor, and is looked for once per call: either would cost at
-// each use.
-[[gnu::noinline]] Operation& thisOperation() noexcept {
+// The calling thread's. It has no destructor, which would cost at each use.
+Operation& thisOperation() noexcept {
     constinit static thread_local Operation operation{};
     return operation;
 }
