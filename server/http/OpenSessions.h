@@ -15,7 +15,7 @@
 
 namespace smisd {
 
-// The I/O thread's, but for the constants, the workers and the count.
+// Belongs to the I/O thread, but for the constants, the workers and count().
 class OpenSessions {
 public:
     OpenSessions(const HttpLimits& limits, HttpHandler handler, HttpAdmission admission);
@@ -45,9 +45,9 @@ public:
 private:
     Session* oldestIn(Session::State state) const;
 
-    std::set<Session*> _sessions;    // outlives what io still holds of them
-    std::atomic<unsigned> _count{0}; // the size of _sessions
+    std::atomic<unsigned> _count{0}; // of the open sessions
     bool _stopping = false;
+    std::set<Session*> _sessions; // before io, which may hold some of them to its end
 
 public:
     boost::asio::io_context io{1};
