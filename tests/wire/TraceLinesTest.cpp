@@ -10,6 +10,7 @@
 
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
+#include "tests/wire/support/Masking.h"
 #include "tests/wire/support/Names.h"
 
 namespace wire {
@@ -27,17 +28,19 @@ std::map<std::string, int> countLines(const std::string& text) {
 
 TEST(TraceLines, OfOperationsThatRunAtTheSameTimeAreWhole) {
     constexpr int clients = 8;
-    constexpr int turns = 40;
+    constexpr int turns = 2;
+    constexpr int volumes = 200; // unknown ones, for each of which a line is written
     const Array array;
     Smisd smisd(array.state(), {"--no-auth", "--workers", "8"});
     const Client client(smisd);
+    const Exposure unknown{std::vector<std::string>(volumes, "FF"), {}, {}, {}, {controller(1)}};
 
     std::vector<std::thread> threads;
     for (int i = 0; i < clients; ++i) {
-        threads.emplace_back([&client] {
+        threads.emplace_back([&] {
             for (int turn = 0; turn < turns; ++turn) {
-                EXPECT_EQ(client.enumerate(hostClass).error(), "");
-                EXPECT_EQ(client.enumerateNames(controllerClass).error(), "");
+                EXPECT_EQ(client.invoke(maskingService, "ExposePaths", unknown.all()).returnValue(),
+                          "uint32 4");
             }
         });
     }
@@ -45,14 +48,12 @@ TEST(TraceLines, OfOperationsThatRunAtTheSameTimeAreWhole) {
         thread.join();
     }
 
-    EXPECT_THAT(countLines(smisd.stop().out),
-                testing::UnorderedElementsAre(
-                    testing::Pair("Starting up the StorageHardwareID provider", 1),
-                    testing::Pair("StorageHardwareIDProvider::initialize", 1),
-                    testing::Pair("Starting up the SCSIProtocolController provider", 1),
-                    testing::Pair("StorageHardwareIDProvider::enumerateInstances", clients * turns),
-                    testing::Pair("SCSIProtocolControllerProvider::enumerateInstanceNames",
-                                  clients * turns)));
+    EXPECT_THAT(
+        countLines(smisd.stop().out),
+        testing::UnorderedElementsAre(
+            testing::Pair("Starting up the ControllerConfigurationService provider", 1),
+            testing::Pair("ControllerConfigurationServiceProvider::invokeMethod", clients * turns),
+            testing::Pair("ObjectID is: 0", clients * turns * volumes)));
 }
 
 } // namespace
