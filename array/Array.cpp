@@ -18,7 +18,7 @@ namespace array {
 namespace {
 
 // The names of an array that has not been given any: those of the machine.
-Names machineNames() {
+ArrayNames machineNames() {
     char name[256] = "";
     if (gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') {
         return {"localhost", "localhost"};

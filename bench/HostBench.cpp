@@ -20,8 +20,7 @@ void enumerateHosts(benchmark::State& state) {
 }
 BENCHMARK(enumerateHosts);
 
-// The same instances built by hand from the same records: what the providers' way is measured
-// against.
+// The same instances built by hand from the same records: the measure for the providers' way.
 void hostsByHand(benchmark::State& state) {
     DRAVEngine& engine = *DRAVEngine::_getInstance();
     bench::Instances handler;

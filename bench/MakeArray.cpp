@@ -1,6 +1,7 @@
 // bench_array DIRECTORY HOSTS TARGETS UNITS SESSIONS: makes an array in a new state directory, with
-// so many hosts and targets, so many units under each target (each of another volume, except that
-// the first volume is under every target), and so many sessions with the first target.
+// that many hosts and targets, that many logical units under each target (each of another volume,
+// except that the first volume is under every target), and that many sessions with the first
+// target.
 
 #include <cstdlib>
 #include <iostream>

@@ -48,8 +48,8 @@ void findVolumeByKey(benchmark::State& state) {
 }
 BENCHMARK(findVolumeByKey);
 
-// Each time another of a thousand volumes, from all over an array with as many hosts as volumes, so
-// that the way to most of them is not in the processor's first caches.
+// Takes a different one of a thousand volumes each time, spread over an array with as many hosts as
+// volumes, so that most of them are not in the processor's first caches.
 void findManyVolumesByKey(benchmark::State& state) {
     DRAVEngine& engine = *DRAVEngine::_getInstance();
     const Uint32 volumes =
@@ -108,13 +108,13 @@ void associatorsOf(benchmark::State& state, Uint32 volumeId) {
     bench::report(state, units * state.iterations());
 }
 
-// Of the volume that is under every target: each gives a controller.
+// From the volume that is under every target: each target gives a controller.
 void associatorsOfSharedVolume(benchmark::State& state) {
     associatorsOf(state, 0x17000001);
 }
 BENCHMARK(associatorsOfSharedVolume);
 
-// Of a volume that is under one target: the cost is the visits'.
+// From a volume that is under one target: nearly all of the cost is that of the visits.
 void associatorsOfVolume(benchmark::State& state) {
     associatorsOf(state, 0x17000002);
 }

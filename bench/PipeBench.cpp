@@ -8,8 +8,8 @@ using namespace Pegasus;
 
 const CIMPropertyList everything;
 
-// A walk over an association from one object; costs are per session of the first target, all of
-// which each walk visits but the last, whose cost is per call.
+// Walks over an association from one object. Each walk but the last visits all sessions of the
+// first target, and its cost is given per session; that of the last is given per call.
 struct Walk {
     const char* sourceClass;
     const char* key;

@@ -45,7 +45,7 @@ BENCHMARK(memory)->Iterations(1);
 
 } // namespace
 
-// The array is loaded before the first benchmark, and so is a part of no other.
+// Loads the array before the first benchmark, so that no benchmark includes it.
 int main(int argc, char** argv) {
     load();
     benchmark::Initialize(&argc, argv);

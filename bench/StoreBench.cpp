@@ -16,8 +16,8 @@ namespace {
 
 using namespace Pegasus;
 
-// A page of a file written again and flushed to the disk that holds the array, as SQLite does with
-// its log: what a change costs at least.
+// Writes a page of a file again and flushes it to the disk that holds the array, as SQLite does
+// with its log: the least that a change can cost.
 void flush(benchmark::State& state) {
     const char* const directory = std::getenv("DRAV_STATE_DIR");
     const std::string name = std::string(directory ? directory : ".") + ".flush";
@@ -74,7 +74,7 @@ void change(benchmark::State& state) {
 }
 BENCHMARK(change)->Threads(1)->Threads(16)->UseRealTime();
 
-// Reads a host while so many threads change others as fast as they can.
+// Reads a host while that many threads change others as fast as they can.
 void readBesideWriters(benchmark::State& state) {
     std::vector<std::jthread> writers;
     for (Uint32 i = 0; i < state.range(0); ++i) {

@@ -23,7 +23,7 @@ public:
     std::size_t callAndDrop(const std::string& method, const std::string& object,
                             const std::string& body);
 
-    // Sends the bytes, and reads and drops so many.
+    // Sends the bytes, and reads and drops that many.
     void receive(const std::string& request, std::size_t size);
 
 private:

@@ -29,7 +29,12 @@ struct Context {
     std::function<void()> command;
 
     // The array in the state directory, opened at the first call. Throws as array::Array::open.
-    array::Array& array();
+    array::Array& array() {
+        if (!_array) {
+            _array = array::Array::open(array::stateDirectory(state));
+        }
+        return *_array;
+    }
 
 private:
     std::unique_ptr<array::Array> _array;

@@ -7,7 +7,8 @@
 
 namespace cli {
 
-// What a program's own definitions say of its command line, for texts that are made from them.
+// What the definitions of a command line say, for the texts that are made from them: the completion
+// script and the manual page.
 
 struct DefinedCommand {
     std::string path; // such as "volume create"

@@ -92,22 +92,22 @@ void printCreated(Context& context, array::Id id) {
 using array::Id;
 using array::Snapshot;
 
-Listing initiatorListing(const Snapshot& array, const std::vector<Id>& initiators) {
+Listing initiatorListing(const Snapshot& snapshot, const std::vector<Id>& initiators) {
     Listing listing({{"KEY", "key"},
                      {"NAME", "name"},
                      {"SECRET", "secretSet", setText},
                      {"GRANTS", "grants"},
                      {"SESSIONS", "sessions"}});
     for (const Id id : initiators) {
-        const array::Initiator& initiator = *array.initiator(id);
+        const array::Initiator& initiator = *snapshot.initiator(id);
         listing.add({array::keyText(id), initiator.name, !initiator.secret.empty(),
-                     array.countAssociated(id, Pegasus::CLASSID_TARGET),
-                     array.countAssociated(id, Pegasus::CLASSID_ISCSI_SESSION)});
+                     snapshot.countAssociated(id, Pegasus::CLASSID_TARGET),
+                     snapshot.countAssociated(id, Pegasus::CLASSID_ISCSI_SESSION)});
     }
     return listing;
 }
 
-Listing unitListing(const Snapshot& array, const std::vector<Id>& units) {
+Listing unitListing(const Snapshot& snapshot, const std::vector<Id>& units) {
     Listing listing({{"KEY", "key"},
                      {"TARGET", "target"},
                      {"LUN", "lun"},
@@ -116,10 +116,10 @@ Listing unitListing(const Snapshot& array, const std::vector<Id>& units) {
                      {"ELEMENT NAME", "elementName"},
                      {"SIZE", "size", unitSizeText}});
     for (const Id id : units) {
-        const array::LogicalUnit& unit = *array.logicalUnit(id);
-        const array::Volume* volume = array.volume(unit.volume);
-        listing.add({array::keyText(id), array.target(unit.target)->name, unit.lun,
-                     array::description::accessText(unit.access), array.volumeNameOf(id),
+        const array::LogicalUnit& unit = *snapshot.logicalUnit(id);
+        const array::Volume* volume = snapshot.volume(unit.volume);
+        listing.add({array::keyText(id), snapshot.target(unit.target)->name, unit.lun,
+                     array::description::accessText(unit.access), snapshot.volumeNameOf(id),
                      volume != nullptr ? volume->elementName : "",
                      volume != nullptr ? Json(volume->size) : Json()});
     }
@@ -130,24 +130,25 @@ std::string unitSizeText(const Json& size) {
     return size.is_null() ? "volume is gone" : bytesText(size);
 }
 
-Listing sessionListing(const Snapshot& array, const std::vector<Id>& sessions) {
+Listing sessionListing(const Snapshot& snapshot, const std::vector<Id>& sessions) {
     Listing listing({{"KEY", "key"},
                      {"INITIATOR", "initiator"},
                      {"TARGET", "target"},
                      {"TSIH", "tsih"},
                      {"CONNECTIONS", "connections"}});
     for (const Id id : sessions) {
-        const array::Session& session = *array.session(id);
-        listing.add({array::keyText(id), array.initiator(session.initiator)->name,
-                     array.target(session.target)->name, session.tsih, portalsOf(array, id)});
+        const array::Session& session = *snapshot.session(id);
+        listing.add({array::keyText(id), snapshot.initiator(session.initiator)->name,
+                     snapshot.target(session.target)->name, session.tsih, portalsOf(snapshot, id)});
     }
     return listing;
 }
 
-Json portalsOf(const Snapshot& array, Id session) {
+Json portalsOf(const Snapshot& snapshot, Id session) {
     Json portals = Json::array();
-    array.forEachAssociated(session, Pegasus::CLASSID_ISCSI_CONNECTION, [&](Id connection) {
-        portals.push_back(portalText(*array.endpoint(array.connection(connection)->endpoint)));
+    snapshot.forEachAssociated(session, Pegasus::CLASSID_ISCSI_CONNECTION, [&](Id connection) {
+        portals.push_back(
+            portalText(*snapshot.endpoint(snapshot.connection(connection)->endpoint)));
     });
     return portals;
 }

@@ -59,14 +59,14 @@ void printJson(std::ostream& out, const Json& document);
 void printCreated(Context& context, array::Id id);
 
 // The listings that more than one command shows; of these objects, in this order.
-Listing initiatorListing(const array::Snapshot& array, const std::vector<array::Id>& initiators);
-Listing unitListing(const array::Snapshot& array, const std::vector<array::Id>& units);
-Listing sessionListing(const array::Snapshot& array, const std::vector<array::Id>& sessions);
+Listing initiatorListing(const array::Snapshot& snapshot, const std::vector<array::Id>& initiators);
+Listing unitListing(const array::Snapshot& snapshot, const std::vector<array::Id>& units);
+Listing sessionListing(const array::Snapshot& snapshot, const std::vector<array::Id>& sessions);
 
 // A size of a unit's volume, which is null if the volume is gone.
 std::string unitSizeText(const Json& size);
 
 // The portals of a session's connections.
-Json portalsOf(const array::Snapshot& array, array::Id session);
+Json portalsOf(const array::Snapshot& snapshot, array::Id session);
 
 } // namespace cli

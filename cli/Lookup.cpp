@@ -34,18 +34,18 @@ bool isKeyText(const std::string& text) {
                 std::string("There is no ") + kind.noun + " " + array::quoted(text) + ".");
 }
 
-Id byKeyText(const Snapshot& array, const Kind& kind, const std::string& text) {
+Id byKeyText(const Snapshot& snapshot, const Kind& kind, const std::string& text) {
     const Id id = Pegasus::DRAVObjectID(array::fromUtf8(text)).id;
-    if (array::classOf(id) != kind.objectClass || !array.exists(id)) {
+    if (array::classOf(id) != kind.objectClass || !snapshot.exists(id)) {
         failNoSuch(kind, text);
     }
     return id;
 }
 
 template<typename ByName>
-Id find(const Snapshot& array, const Kind& kind, const std::string& text, ByName byName) {
+Id find(const Snapshot& snapshot, const Kind& kind, const std::string& text, ByName byName) {
     if (isKeyText(text)) {
-        return byKeyText(array, kind, text);
+        return byKeyText(snapshot, kind, text);
     }
     const Id id = byName(text);
     if (id == 0) {
@@ -54,10 +54,10 @@ Id find(const Snapshot& array, const Kind& kind, const std::string& text, ByName
     return id;
 }
 
-Id volumeByElementName(const Snapshot& array, const std::string& text) {
+Id volumeByElementName(const Snapshot& snapshot, const std::string& text) {
     Id found = 0;
-    array.forEach(Pegasus::CLASSID_VOLUME, [&](Id id) {
-        if (array.volume(id)->elementName != text) {
+    snapshot.forEach(Pegasus::CLASSID_VOLUME, [&](Id id) {
+        if (snapshot.volume(id)->elementName != text) {
             return;
         }
         if (found != 0) {
@@ -72,40 +72,41 @@ Id volumeByElementName(const Snapshot& array, const std::string& text) {
 
 } // namespace
 
-Id findVolume(const Snapshot& array, const std::string& text) {
-    return find(array, volumes, text, [&](const std::string& name) {
-        const Id id = array.volumeByName(name);
-        return id != 0 || name.empty() ? id : volumeByElementName(array, name);
+Id findVolume(const Snapshot& snapshot, const std::string& text) {
+    return find(snapshot, volumes, text, [&](const std::string& name) {
+        const Id id = snapshot.volumeByName(name);
+        return id != 0 || name.empty() ? id : volumeByElementName(snapshot, name);
     });
 }
 
-Id findTarget(const Snapshot& array, const std::string& text) {
-    return find(array, targets, text,
-                [&](const std::string& name) { return array.targetByName(name); });
+Id findTarget(const Snapshot& snapshot, const std::string& text) {
+    return find(snapshot, targets, text,
+                [&](const std::string& name) { return snapshot.targetByName(name); });
 }
 
-Id findInitiator(const Snapshot& array, const std::string& text) {
-    return find(array, initiators, text,
-                [&](const std::string& name) { return array.initiatorByName(name); });
+Id findInitiator(const Snapshot& snapshot, const std::string& text) {
+    return find(snapshot, initiators, text,
+                [&](const std::string& name) { return snapshot.initiatorByName(name); });
 }
 
-Id findEndpoint(const Snapshot& array, const std::string& text) {
-    return find(array, endpoints, text, [&](const std::string& portal) {
+Id findEndpoint(const Snapshot& snapshot, const std::string& text) {
+    return find(snapshot, endpoints, text, [&](const std::string& portal) {
         const array::Endpoint endpoint = portalFromText(portal);
-        return array.endpointByPortal(endpoint.address, endpoint.port);
+        return snapshot.endpointByPortal(endpoint.address, endpoint.port);
     });
 }
 
-Id findSession(const Snapshot& array, const std::string& text) {
-    return byKeyText(array, sessions, text);
+Id findSession(const Snapshot& snapshot, const std::string& text) {
+    return byKeyText(snapshot, sessions, text);
 }
 
-Id findUnit(const Snapshot& array, const std::string& keyOrTarget, const std::string& lun) {
+Id findUnit(const Snapshot& snapshot, const std::string& keyOrTarget, const std::string& lun) {
     if (lun.empty()) {
-        return byKeyText(array, units, keyOrTarget);
+        return byKeyText(snapshot, units, keyOrTarget);
     }
-    const Id target = findTarget(array, keyOrTarget);
-    const Id unit = array.unitByLun(target, Pegasus::DRAVObjectIDDecimal(array::fromUtf8(lun)).id);
+    const Id target = findTarget(snapshot, keyOrTarget);
+    const Id unit =
+        snapshot.unitByLun(target, Pegasus::DRAVObjectIDDecimal(array::fromUtf8(lun)).id);
     if (unit == 0) {
         array::fail(array::ErrorCode::NoSuchObject, "Target " + array::quoted(keyOrTarget) +
                                                         " has no logical unit with LUN " + lun +

@@ -12,14 +12,14 @@ namespace cli {
 //
 // A volume is known by its name (hexadecimal text), or by its element name if no other has the
 // same; an endpoint by its portal, such as 192.0.2.10:3260; a session by its key text only.
-array::Id findVolume(const array::Snapshot& array, const std::string& text);
-array::Id findTarget(const array::Snapshot& array, const std::string& text);
-array::Id findInitiator(const array::Snapshot& array, const std::string& text);
-array::Id findEndpoint(const array::Snapshot& array, const std::string& text);
-array::Id findSession(const array::Snapshot& array, const std::string& text);
+array::Id findVolume(const array::Snapshot& snapshot, const std::string& text);
+array::Id findTarget(const array::Snapshot& snapshot, const std::string& text);
+array::Id findInitiator(const array::Snapshot& snapshot, const std::string& text);
+array::Id findEndpoint(const array::Snapshot& snapshot, const std::string& text);
+array::Id findSession(const array::Snapshot& snapshot, const std::string& text);
 
 // A logical unit by its key text where there is no LUN, else by its target and LUN.
-array::Id findUnit(const array::Snapshot& array, const std::string& keyOrTarget,
+array::Id findUnit(const array::Snapshot& snapshot, const std::string& keyOrTarget,
                    const std::string& lun);
 
 } // namespace cli

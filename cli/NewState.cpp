@@ -1,11 +1,12 @@
 #include "cli/NewState.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
 #include <unistd.h>
 
 #include "array/database/Failures.h"
+#include "array/database/StateDirectory.h"
 
 namespace cli {
 
@@ -14,19 +15,6 @@ namespace {
 // Without a slash at its end, so that a name can be added to it.
 std::filesystem::path withoutSlash(const std::filesystem::path& path) {
     return path.has_filename() ? path : path.parent_path();
-}
-
-// What was renamed in a directory stays so after a loss of power.
-void syncDirectory(const std::filesystem::path& directory) {
-    const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const bool synced = descriptor >= 0 && fsync(descriptor) == 0;
-    const int error = errno;
-    if (descriptor >= 0) {
-        close(descriptor);
-    }
-    if (!synced) {
-        array::failFile(directory, error);
-    }
 }
 
 } // namespace
@@ -52,7 +40,7 @@ void NewState::putInPlace() {
         array::failFile(_place, errno);
     }
     _directory.clear();
-    syncDirectory(_place.parent_path());
+    array::syncDirectory(_place.parent_path());
 }
 
 } // namespace cli

@@ -1,5 +1,6 @@
 #include "array/adapter/Conversions.h"
 
+#include "array/model/LoginParameters.h"
 #include "array/model/Text.h"
 
 namespace array {
@@ -8,31 +9,21 @@ using namespace Pegasus;
 
 namespace {
 
-template<class To, class From>
-void copySession(To& to, const From& from) {
-    to.maxConnections = from.maxConnections;
-    to.initialR2T = from.initialR2T;
-    to.immediateData = from.immediateData;
-    to.maxOutstandingR2T = from.maxOutstandingR2T;
-    to.firstBurstLength = from.firstBurstLength;
-    to.maxBurstLength = from.maxBurstLength;
-    to.dataSequenceInOrder = from.dataSequenceInOrder;
-    to.dataPDUInOrder = from.dataPDUInOrder;
-    to.defaultTime2Wait = from.defaultTime2Wait;
-    to.defaultTime2Retain = from.defaultTime2Retain;
-    to.errorRecoveryLevel = from.errorRecoveryLevel;
+template<class Record, class Parameters>
+Record settingsRecord(Id id, const Parameters& parameters) {
+    Record record;
+    record.objectID = id;
+    forEachLoginParameter<Parameters>(
+        [&](const auto& row) { record.*row.engineField = parameters.*row.field; });
+    return record;
 }
 
-template<class To, class From>
-void copyConnection(To& to, const From& from) {
-    to.maxRecvDataSegmentLength = from.maxRecvDataSegmentLength;
-    to.primaryHeaderDigest = from.primaryHeaderDigest;
-    to.primaryDataDigest = from.primaryDataDigest;
-    to.secondaryHeaderDigest = from.secondaryHeaderDigest;
-    to.secondaryDataDigest = from.secondaryDataDigest;
-    to.markersOnReceive = from.markersOnReceive;
-    to.primaryAuthMethod = from.primaryAuthMethod;
-    to.secondaryAuthMethod = from.secondaryAuthMethod;
+template<class Parameters, class Record>
+Parameters parametersOf(const Record& record) {
+    Parameters parameters;
+    forEachLoginParameter<Parameters>(
+        [&](const auto& row) { parameters.*row.field = record.*row.engineField; });
+    return parameters;
 }
 
 } // namespace
@@ -63,24 +54,18 @@ DRAVVolume toEngine(const Snapshot&, Id id, const Volume& volume) {
     DRAVVolume record;
     record.objectID = id;
     record.name = fromUtf8(volume.name);
-    record.state = volume.state;
+    record.state = volume.status;
     record.elementName = fromUtf8(volume.elementName);
     record.size = volume.size;
     return record;
 }
 
 DRAVSessionSettings toEngine(const Snapshot&, Id id, const SessionParameters& parameters) {
-    DRAVSessionSettings record;
-    record.objectID = id;
-    copySession(record, parameters);
-    return record;
+    return settingsRecord<DRAVSessionSettings>(id, parameters);
 }
 
 DRAVConnectionSettings toEngine(const Snapshot&, Id id, const ConnectionParameters& parameters) {
-    DRAVConnectionSettings record;
-    record.objectID = id;
-    copyConnection(record, parameters);
-    return record;
+    return settingsRecord<DRAVConnectionSettings>(id, parameters);
 }
 
 Initiator fromEngine(const DRAVInitiator& record) {
@@ -100,15 +85,11 @@ Volume fromEngine(const DRAVVolume& record) {
 }
 
 SessionParameters fromEngine(const DRAVSessionSettings& record) {
-    SessionParameters parameters;
-    copySession(parameters, record);
-    return parameters;
+    return parametersOf<SessionParameters>(record);
 }
 
 ConnectionParameters fromEngine(const DRAVConnectionSettings& record) {
-    ConnectionParameters parameters;
-    copyConnection(parameters, record);
-    return parameters;
+    return parametersOf<ConnectionParameters>(record);
 }
 
 } // namespace array

@@ -57,7 +57,7 @@ void modify(const ManagedObject& record) {
     changeArray([&](array::Change& next) { next.modify(record.objectID, values); });
 }
 
-constexpr RecordClass RECORD_CLASSES[] = {
+constexpr RecordClass recordClasses[] = {
     {CLASSID_INITIATOR, get<array::Initiator>, create<DRAVInitiator, array::Initiator>,
      modify<DRAVInitiator, array::Initiator>},
     {CLASSID_TARGET, get<array::Target>, create<DRAVTarget, array::Target>,
@@ -73,7 +73,7 @@ constexpr RecordClass RECORD_CLASSES[] = {
 };
 
 const RecordClass& recordClass(CLASSID_e objectClass) {
-    for (const RecordClass& row : RECORD_CLASSES) {
+    for (const RecordClass& row : recordClasses) {
         if (row.objectClass == objectClass) {
             return row;
         }

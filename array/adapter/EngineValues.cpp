@@ -24,14 +24,14 @@ namespace {
 
 using Row = std::pair<Uint16, Uint16>; // number of the CIM value map, code
 
-constexpr Row DIGESTS[] = {
+constexpr Row digestCodes[] = {
     {Uint16(1), DRAV_DIGEST_OTHER},
     {Uint16(2), DRAV_DIGEST_NONE},
     {Uint16(3), DRAV_DIGEST_CRC32C},
     {Uint16(4), DRAV_DIGEST_NO_PREFERENCE},
 };
 
-constexpr Row AUTH_METHODS[] = {
+constexpr Row authMethodCodes[] = {
     {Uint16(2), DRAV_AUTH_NONE},     {Uint16(3), DRAV_AUTH_NO_AUTHENTICATION},
     {Uint16(4), DRAV_AUTH_SRP},      {Uint16(5), DRAV_AUTH_CHAP},
     {Uint16(6), DRAV_AUTH_KERBEROS},
@@ -50,15 +50,15 @@ constexpr Uint16 codeOf(const Row (&rows)[size], Uint16 smiValue, Uint16 unknown
 } // namespace
 
 DRAVDigestFromSMI::DRAVDigestFromSMI(Uint16 smiValue)
-    : code(codeOf(DIGESTS, smiValue, DRAV_DIGEST_UNKNOWN)) {}
+    : code(codeOf(digestCodes, smiValue, DRAV_DIGEST_UNKNOWN)) {}
 
 DRAVAuthSettingFromSMI::DRAVAuthSettingFromSMI(Uint16 smiValue)
-    : code(codeOf(AUTH_METHODS, smiValue, DRAV_AUTH_UNKNOWN)) {}
+    : code(codeOf(authMethodCodes, smiValue, DRAV_AUTH_UNKNOWN)) {}
 
 namespace {
 
-constexpr std::string_view PREFIX = "Ovrin:";
-constexpr std::size_t DIGITS = 8;
+constexpr std::string_view keyPrefix = "Ovrin:";
+constexpr std::size_t keyDigits = 8;
 
 // The number that a text consists of; zero characters are no number.
 bool parse(std::string_view text, int base, Uint32& value) {
@@ -68,8 +68,8 @@ bool parse(std::string_view text, int base, Uint32& value) {
 }
 
 bool isKeyText(std::string_view text) {
-    return text.size() == PREFIX.size() + DIGITS && text.starts_with(PREFIX) &&
-           std::ranges::none_of(text.substr(PREFIX.size()),
+    return text.size() == keyPrefix.size() + keyDigits && text.starts_with(keyPrefix) &&
+           std::ranges::none_of(text.substr(keyPrefix.size()),
                                 [](char c) { return c >= 'a' && c <= 'f'; });
 }
 
@@ -79,7 +79,7 @@ DRAVObjectKey::DRAVObjectKey(Uint32 id) : String(array::fromUtf8(array::keyText(
 
 DRAVObjectID::DRAVObjectID(const String& keyText) : id(0) {
     const std::string text = array::toUtf8(keyText);
-    if (!isKeyText(text) || !parse(std::string_view(text).substr(PREFIX.size()), 16, id)) {
+    if (!isKeyText(text) || !parse(std::string_view(text).substr(keyPrefix.size()), 16, id)) {
         id = array::noKeyId;
     }
 }
@@ -118,7 +118,7 @@ DRAVConnectionSettings::~DRAVConnectionSettings() = default;
 
 namespace {
 
-constexpr Uint32 NO_DIGIT = 16;
+constexpr Uint32 noDigit = 16;
 
 Uint32 digitOf(Uint16 c) {
     if (c >= '0' && c <= '9') {
@@ -130,7 +130,7 @@ Uint32 digitOf(Uint16 c) {
     if (c >= 'a' && c <= 'f') {
         return c - Uint32('a') + 10;
     }
-    return NO_DIGIT;
+    return noDigit;
 }
 
 } // namespace
@@ -147,7 +147,7 @@ String ManagedObject::hexToBin(const String& text) {
     for (Uint32 i = 0; i < text.size(); i += 2) {
         const Uint32 high = digitOf(digits[i]);
         const Uint32 low = digitOf(digits[i + 1]);
-        if (high == NO_DIGIT || low == NO_DIGIT) {
+        if (high == noDigit || low == noDigit) {
             return String();
         }
         key.append(Char16(static_cast<Uint16>(high << 4 | low)));

@@ -28,7 +28,7 @@ CIMObjectPath pathOfAssociation(const CIMName& className, const CIMName& first,
                                 const CIMObjectPath& firstEnd, const CIMName& second,
                                 const CIMObjectPath& secondEnd);
 
-// What objects are called for people, as "ElementName". Empty for an id that names nothing.
+// The names of objects for people, as in "ElementName". Empty for an id that names nothing.
 
 // The iSCSI name of a target: also of its settings and statistics.
 Pegasus::String targetName(const Snapshot& snapshot, Id target);

@@ -1,5 +1,4 @@
 #include "array/adapter/CimNames.h"
-#include "array/adapter/CimValues.h"
 #include "array/adapter/InstanceBuilder.h"
 #include "array/adapter/Paths.h"
 #include "array/adapter/ThisArray.h"
@@ -22,7 +21,6 @@ CIMInstance sessionInstance(const CIMName& className, Boolean includeQualifiers,
     array::InstanceBuilder builder(sessionPath(className, *snapshot, sessionId), includeQualifiers,
                                    propertyList);
     const array::Session& session = *snapshot->session(sessionId);
-    const array::SessionParameters& agreed = session.parameters;
     const String initiator = array::initiatorName(*snapshot, sessionId);
     const auto connections = snapshot->countAssociated(sessionId, CLASSID_ISCSI_CONNECTION);
 
@@ -32,17 +30,7 @@ CIMInstance sessionInstance(const CIMName& className, Boolean includeQualifiers,
         .property(array::name::TSIH, Uint32(session.tsih))
         .property(array::name::EndPointName, initiator)
         .property(array::name::CurrentConnections, static_cast<Uint32>(connections))
-        .property(array::name::InitialR2T, array::flag(agreed.initialR2T))
-        .property(array::name::ImmediateData, array::flag(agreed.immediateData))
-        .property(array::name::MaxOutstandingR2T, agreed.maxOutstandingR2T)
-        .property(array::name::MaxUnsolicitedFirstDataBurstLength, agreed.firstBurstLength)
-        .property(array::name::MaxDataBurstLength, agreed.maxBurstLength)
-        .property(array::name::DataSequenceInOrder, array::flag(agreed.dataSequenceInOrder))
-        .property(array::name::DataPDUInOrder, array::flag(agreed.dataPDUInOrder))
-        .property(array::name::ErrorRecoveryLevel, agreed.errorRecoveryLevel)
-        .property(array::name::MaxConnectionsPerSession, agreed.maxConnections)
-        .property(array::name::DefaultTimeToWait, agreed.defaultTime2Wait)
-        .property(array::name::DefaultTimeToRetain, agreed.defaultTime2Retain)
+        .agreed(session.parameters)
         .inService();
     return builder.instance();
 }
@@ -76,16 +64,12 @@ CIMInstance connectionInstance(const CIMName& className, Boolean includeQualifie
                                    includeQualifiers, propertyList);
     const array::Connection& connection = *snapshot->connection(connectionId);
     const array::ConnectionParameters& agreed = connection.parameters;
-    const CIMValue markers = array::flag(agreed.markersOnReceive);
 
     builder.property(array::name::ElementName, array::portalName(*snapshot, connection.endpoint))
         .property(array::name::ConnectionID, Uint32(connection.cid))
-        .property(array::name::MaxReceiveDataSegmentLength, agreed.maxRecvDataSegmentLength)
+        .agreed(agreed)
         .property(array::name::MaxTransmitDataSegmentLength, agreed.maxRecvDataSegmentLength)
-        .property(array::name::HeaderDigestMethod, array::smiFromDigest(agreed.primaryHeaderDigest))
-        .property(array::name::DataDigestMethod, array::smiFromDigest(agreed.primaryDataDigest))
-        .property(array::name::ReceivingMarkers, markers)
-        .property(array::name::SendingMarkers, markers)
+        .property(array::name::SendingMarkers, agreed.markersOnReceive != 0)
         .property(array::name::AuthenticationMethodUsed, methodUsed(connection))
         .property(array::name::MutualAuthentication, connection.mutualAuth)
         .inService();

@@ -1,7 +1,6 @@
 #include "engine/builders/Statistics.h"
 
 #include "array/adapter/CimNames.h"
-#include "array/adapter/CimValues.h"
 #include "array/adapter/InstanceBuilder.h"
 #include "array/adapter/Paths.h"
 #include "array/adapter/ThisArray.h"

@@ -1,7 +1,6 @@
 #include "engine/builders/StorageVolume.h"
 
 #include "array/adapter/CimNames.h"
-#include "array/adapter/CimValues.h"
 #include "array/adapter/InstanceBuilder.h"
 #include "array/adapter/Paths.h"
 #include "array/adapter/ThisArray.h"
@@ -18,14 +17,14 @@ struct VolumeValues {
     String name;
     String elementName;
     std::uint64_t size;
-    Uint32 state;
+    Uint32 status; // as DRAVVolume::state
 };
 
 VolumeValues valuesOf(Uint32 volumeId) {
     const array::SnapshotPtr snapshot = array::currentSnapshot();
     const array::Volume& volume = array::found(snapshot->volume(volumeId), volumeId);
     return {volumeId, array::fromUtf8(volume.name), array::fromUtf8(volume.elementName),
-            volume.size, volume.state};
+            volume.size, volume.status};
 }
 
 VolumeValues valuesOf(const DRAVVolume& volume) {
@@ -46,8 +45,8 @@ CIMObjectPath checkedPath(Uint32 volumeId) {
 }
 
 // OK, or for a volume that is gone No Contact.
-Uint16 operationalStatus(Uint32 state) {
-    return state == 0 ? 2 : 12;
+Uint16 operationalStatus(Uint32 status) {
+    return status == 0 ? 2 : 12;
 }
 
 CIMInstance volumeInstance(Boolean includeQualifiers, const CIMPropertyList& propertyList,
@@ -64,7 +63,7 @@ CIMInstance volumeInstance(Boolean includeQualifiers, const CIMPropertyList& pro
         .property(array::name::ConsumableBlocks, blocks)
         .property(array::name::Access, Uint16(3)) // Read/Write Supported
         .property(array::name::Primordial, false)
-        .inService(operationalStatus(volume.state));
+        .inService(operationalStatus(volume.status));
     return builder.instance();
 }
 

@@ -71,7 +71,7 @@ public:
 
 private:
     struct Seen {
-        Shared<Names> names; // kept, so that no later ones stand at the same address
+        Shared<ArrayNames> names; // kept, so that no later ones stand at the same address
         PathNames texts;
         std::uint64_t version;
         const Seen* before;
@@ -84,7 +84,7 @@ private:
                 return seen->texts;
             }
         }
-        const Names& names = snapshot.names();
+        const ArrayNames& names = snapshot.names();
         _last = new Seen{snapshot.contents().names,
                          {fromUtf8(names.host), fromUtf8(names.system)},
                          snapshot.version(),

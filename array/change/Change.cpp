@@ -1,6 +1,6 @@
 #include "array/change/Change.h"
 
-#include <type_traits>
+#include <algorithm>
 
 #include "array/change/ChangeParts.h"
 #include "array/model/LoginParameters.h"
@@ -8,17 +8,28 @@
 
 namespace array {
 
-Change::Change(ChangeWriter& writer, Snapshot& next, Fabric& fabric, std::vector<Event>& events)
+namespace {
+
+// TSIHs have 16 bits and are not 0. Consecutive sessions differ, as long as there are no more of
+// them.
+std::uint16_t handleOf(std::uint32_t serial) {
+    return static_cast<std::uint16_t>((serial - 1) % 0xFFFF + 1);
+}
+
+} // namespace
+
+Change::Change(ChangeWriter& writer, SnapshotDraft& next, Fabric& fabric,
+               std::vector<Event>& events)
     : _writer(writer), _next(next), _fabric(fabric), _events(events) {}
 
 const Snapshot& Change::snapshot() const {
     return _next;
 }
 
-void Change::setNames(const Names& names) {
+void Change::setNames(const ArrayNames& names) {
     checkNames(names);
     write([&] { _writer.setNames(names); });
-    _next.mutableContents().names = Shared<Names>::make(names);
+    _next.edit().names = Shared<ArrayNames>::make(names);
 }
 
 void Change::grant(Id target, Id initiator) {
@@ -28,7 +39,7 @@ void Change::grant(Id target, Id initiator) {
         return;
     }
     write([&] { _writer.grant(target, initiator); });
-    _next.mutableContents().grant(target, initiator);
+    _next.edit().grant(target, initiator);
     _fabric.grantChanged(*this, target, initiator);
 }
 
@@ -39,7 +50,7 @@ void Change::revoke(Id target, Id initiator) {
         return;
     }
     write([&] { _writer.revoke(target, initiator); });
-    _next.mutableContents().revoke(target, initiator);
+    _next.edit().revoke(target, initiator);
     _fabric.grantChanged(*this, target, initiator);
 }
 
@@ -63,12 +74,13 @@ void Change::setStatistics(Id endpoint, const InterfaceStatistics& statistics) {
     putStatistics(endpoint, statistics);
 }
 
-// The name of an object must not be that of another one; `holder` is the object that may have it.
+// The values of an object that has a name; `holder` is the object that may have the name already.
 template<class Record>
-void Change::checkNameFree(const NameIndex& names, std::string_view name, Id holder) const {
-    const Id found = _next.contents().byName<Record>(names, name);
+void Change::checkNamed(const Record& record, Id holder) const {
+    checkValues(record);
+    const Id found = _next.contents().byName<Record>(indexedName(record));
     if (found != 0 && found != holder) {
-        fail(ErrorCode::NameTaken, array::quoted(name) + " is the name of another " +
+        fail(ErrorCode::NameTaken, array::quoted(indexedName(record)) + " is the name of another " +
                                        className(classOfRecord<Record>) + ", " + keyText(found) +
                                        ", and each has its own.");
     }
@@ -104,31 +116,24 @@ void Change::noteSecret(Id owner, std::string_view name, const std::string& befo
 }
 
 Id Change::create(const Endpoint& endpoint) {
-    checkEndpoint(endpoint);
-    checkNameFree<Endpoint>(_next.contents().endpointNames, indexedName(endpoint), 0);
+    checkNamed(endpoint, 0);
     return make(endpoint);
 }
 
 Id Change::create(const Volume& volume) {
-    checkVolumeName(volume.name);
-    checkElementName(volume.elementName);
-    checkNameFree<Volume>(_next.contents().volumeNames, volume.name, 0);
+    checkNamed(volume, 0);
     return make(volume);
 }
 
 Id Change::create(const Initiator& initiator) {
-    checkISCSIName(initiator.name);
-    checkSecret(initiator.secret, initiator.name);
-    checkNameFree<Initiator>(_next.contents().initiatorNames, initiator.name, 0);
+    checkNamed(initiator, 0);
     const Id id = make(initiator);
     noteSecret(id, initiator.name, {}, initiator.secret);
     return id;
 }
 
 Id Change::create(const Target& target) {
-    checkISCSIName(target.name);
-    checkSecret(target.secret, target.name);
-    checkNameFree<Target>(_next.contents().targetNames, target.name, 0);
+    checkNamed(target, 0);
     const Id id = make(target);
     put(makeId(Pegasus::CLASSID_SESSION_SETTINGS, serialOf(id)), SessionParameters());
     put(makeId(Pegasus::CLASSID_CONNECTION_SETTINGS, serialOf(id)), ConnectionParameters());
@@ -145,28 +150,60 @@ Id Change::create(const LogicalUnit& unit) {
     return id;
 }
 
+Id Change::create(const Session& session) {
+    const Target& target = need<Target>(session.target);
+    const Initiator& initiator = need<Initiator>(session.initiator);
+    if (!_next.granted(session.target, session.initiator)) {
+        fail(ErrorCode::LoginNotGranted, "Initiator " + array::quoted(initiator.name) +
+                                             " has no grant for target " +
+                                             array::quoted(target.name) + '.');
+    }
+    checkParameters(session.parameters, "a session with target " + array::quoted(target.name));
+    Session made = session;
+    if (made.tsih == 0) {
+        made.tsih = handleOf(_next.contents().lastSerial(Pegasus::CLASSID_ISCSI_SESSION) + 1);
+    }
+    return make(made);
+}
+
+Id Change::create(const Connection& connection) {
+    const Session& session = need<Session>(connection.session);
+    need<Endpoint>(connection.endpoint);
+    checkParameters(connection.parameters, "a connection of " + keyText(connection.session));
+    std::size_t count = 0;
+    std::uint16_t last = 0;
+    _next.forEachAssociated(connection.session, Pegasus::CLASSID_ISCSI_CONNECTION, [&](Id id) {
+        ++count;
+        last = std::max(last, _next.connection(id)->cid);
+    });
+    if (count >= session.parameters.maxConnections) {
+        fail(ErrorCode::LoginNoPath, "Session " + keyText(connection.session) + " may have " +
+                                         std::to_string(session.parameters.maxConnections) +
+                                         " connections (MaxConnections, RFC 7143 section 13.2).");
+    }
+    Connection made = connection;
+    if (made.cid == 0) {
+        made.cid = static_cast<std::uint16_t>(last + 1);
+    }
+    return make(made);
+}
+
 void Change::modify(Id id, const Volume& volume) {
     need<Volume>(id);
-    checkVolumeName(volume.name);
-    checkElementName(volume.elementName);
-    checkNameFree<Volume>(_next.contents().volumeNames, volume.name, id);
+    checkNamed(volume, id);
     put(id, volume);
 }
 
 void Change::modify(Id id, const Initiator& initiator) {
     const std::string before = need<Initiator>(id).secret;
-    checkISCSIName(initiator.name);
-    checkSecret(initiator.secret, initiator.name);
-    checkNameFree<Initiator>(_next.contents().initiatorNames, initiator.name, id);
+    checkNamed(initiator, id);
     put(id, initiator);
     noteSecret(id, initiator.name, before, initiator.secret);
 }
 
 void Change::modify(Id id, const Target& target) {
     const std::string before = need<Target>(id).secret;
-    checkISCSIName(target.name);
-    checkSecret(target.secret, target.name);
-    checkNameFree<Target>(_next.contents().targetNames, target.name, id);
+    checkNamed(target, id);
     put(id, target);
     _fabric.targetChanged(*this, id);
     noteSecret(id, target.name, before, target.secret);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -11,8 +12,8 @@
 namespace array {
 
 class Fabric;
-class NameIndex;
 class ChangeWriter;
+class SnapshotDraft;
 
 // A change of the array in the making; see Array::change. Nobody else sees it before it is
 // permanent. Used by one thread at a time.
@@ -25,7 +26,7 @@ public:
     // the records that it gives only until the next function that changes something.
     const Snapshot& snapshot() const;
 
-    void setNames(const Names& names);
+    void setNames(const ArrayNames& names);
 
     // Make an object and return its id: the next serial of its class, which no object ever had.
     // A target is made together with its two settings.
@@ -65,15 +66,16 @@ public:
     void setStatistics(Id session, const SessionStatistics& statistics);
     void setStatistics(Id endpoint, const InterfaceStatistics& statistics);
 
-    // For who runs changes (array/change/Committer.h): the file to write to, the snapshot to
-    // change, whom to tell, and where to leave events for the time after the commit. A failure of
-    // the file makes the whole change fail.
-    Change(ChangeWriter& writer, Snapshot& next, Fabric& fabric, std::vector<Event>& events);
     Change(const Change&) = delete;
     Change& operator=(const Change&) = delete;
-    std::exception_ptr failure() const { return _failure; }
 
 private:
+    friend class Committer;
+
+    // What to write to, the snapshot to change, whom to tell, and where to leave events for the
+    // time after the commit.
+    Change(ChangeWriter& writer, SnapshotDraft& next, Fabric& fabric, std::vector<Event>& events);
+
     template<class Record>
     const Record& need(Id id) const;
     template<class Record>
@@ -88,7 +90,7 @@ private:
     void write(Work&& work);
 
     template<class Record>
-    void checkNameFree(const NameIndex& names, std::string_view name, Id holder) const;
+    void checkNamed(const Record& record, Id holder) const;
     void checkLun(Id target, std::uint32_t lun, Id holder) const;
     void noteSecret(Id owner, std::string_view name, const std::string& before,
                     const std::string& now);
@@ -101,10 +103,10 @@ private:
     void removeSession(Id id);
 
     ChangeWriter& _writer;
-    Snapshot& _next;
+    SnapshotDraft& _next;
     Fabric& _fabric;
     std::vector<Event>& _events;
-    std::exception_ptr _failure; // of the file
+    std::exception_ptr _failure; // of the database; the whole change fails then
 };
 
 } // namespace array

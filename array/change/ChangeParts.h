@@ -10,7 +10,8 @@
 #include "array/model/SnapshotContents.h"
 #include "array/model/Text.h"
 
-// What the operations of Change are made of.
+// What the operations of Change are made of, for Change.cpp and Remove.cpp: the draft of the next
+// snapshot and array.db are changed together.
 
 namespace array {
 
@@ -41,13 +42,13 @@ void Change::write(Work&& work) {
 template<class Record>
 void Change::put(Id id, const Record& record) {
     write([&] { _writer.put(id, record); });
-    _next.mutableContents().put(id, record);
+    _next.edit().put(id, record);
 }
 
 template<class Record>
 void Change::erase(Id id) {
     write([&] { _writer.erase<Record>(id); });
-    _next.mutableContents().erase<Record>(id);
+    _next.edit().erase<Record>(id);
 }
 
 template<class Record>
@@ -65,7 +66,7 @@ Id Change::make(const Record& record) {
 template<class Statistics>
 void Change::putStatistics(Id owner, const Statistics& statistics) {
     write([&] { _writer.putStatistics(owner, statistics); });
-    _next.mutableContents().putStatistics(owner, statistics);
+    _next.edit().putStatistics(owner, statistics);
 }
 
 } // namespace array

@@ -8,14 +8,14 @@
 
 namespace array {
 
-// Where threads queue up with requests of which one at a time is worked on, or many at once for
-// about the same price: those that come while a batch is worked on make the next one, and the first
-// of them works for all.
+// Lets threads share work that costs about the same for one request and for many: the requests that
+// come while a batch is being worked on make the next batch, and the thread of its first request
+// works for all of them.
 template<class Request>
 class CommitQueue {
 public:
-    // Returns when the request was in a batch for which some thread has called its `work`, which
-    // must not throw. Requests are in a batch in the order in which they came.
+    // Returns when some thread has called its `work` for the batch with this request. `work` must
+    // not throw. A batch has its requests in the order in which they came.
     template<class Work>
     void submit(Request& request, Work&& work) {
         std::unique_lock lock(_mutex);
@@ -37,7 +37,7 @@ public:
         _isTaken = false;
         batch->isDone = true;
         lock.unlock();
-        // Only those wake who can go on, and first who has the longest way to go.
+        // Wake only threads that can go on. The next batch first: its work is yet to be done.
         _turnFree.notify_one();
         batch->done.notify_all();
     }

@@ -50,7 +50,7 @@ void Committer::overwriteFailedCommit() {
 
 void Committer::tryCommit(const Batch& batch) {
     Transaction turn(_database, Transaction::Kind::Write);
-    Snapshot next = newest();
+    SnapshotDraft next = newest();
     const Snapshot before = next;
     for (Request* request : batch) {
         attempt(*request, next);
@@ -58,24 +58,24 @@ void Committer::tryCommit(const Batch& batch) {
     if (!_writer.wroteSomething()) {
         return;
     }
-    ++next.mutableContents().version;
+    ++next.edit().version;
     _writer.close(before.contents(), next.contents());
     commit(turn, std::move(next));
 }
 
 // The array as it is at the begin of the turn, which another process may have had before.
-Snapshot Committer::newest() {
-    Snapshot newest = *_current.load();
-    if (_reader.catchUp(newest.mutableContents())) {
+SnapshotDraft Committer::newest() {
+    SnapshotDraft newest(*_current.load());
+    if (_reader.catchUp(newest.edit())) {
         _current.advance(SnapshotPtr::make(newest));
     }
     return newest;
 }
 
-// Does what one request asks for, or none of it. A failure of the file ends the whole batch,
-// because SQLite may have given up the transaction.
-void Committer::attempt(Request& request, Snapshot& next) {
-    Snapshot attempted = next;
+// Does what one request asks for, or none of it. A failure of the database ends the whole
+// batch, because SQLite may have given up the transaction.
+void Committer::attempt(Request& request, SnapshotDraft& next) {
+    SnapshotDraft attempted = next;
     std::vector<Event> events;
     Change change(_writer, attempted, _fabric, events);
     _writer.begin();
@@ -84,8 +84,8 @@ void Committer::attempt(Request& request, Snapshot& next) {
     } catch (...) {
         request.error = std::current_exception();
     }
-    if (change.failure()) {
-        std::rethrow_exception(change.failure());
+    if (change._failure) {
+        std::rethrow_exception(change._failure);
     }
     if (request.error) {
         _writer.undo();
@@ -96,7 +96,7 @@ void Committer::attempt(Request& request, Snapshot& next) {
     _events.insert(_events.end(), events.begin(), events.end());
 }
 
-void Committer::commit(Transaction& turn, Snapshot&& next) {
+void Committer::commit(Transaction& turn, SnapshotDraft&& next) {
     const std::uint64_t version = next.version();
     const SnapshotPtr made = SnapshotPtr::make(std::move(next));
     _counter.beginCommit(version);

@@ -19,8 +19,8 @@
 namespace array {
 
 // Makes changes permanent, one after the other; changes that wait at the same time share a commit.
-// All processes take turns through the write lock of array.db, which the system takes from one that
-// dies.
+// All processes take turns through the write lock of array.db, which the system releases when
+// a process dies.
 class Committer {
 public:
     // Failures of SQLite pass as SQLite::Exception.
@@ -40,9 +40,9 @@ private:
     void commitAll(const Batch& batch);
     void overwriteFailedCommit();
     void tryCommit(const Batch& batch);
-    Snapshot newest();
-    void attempt(Request& request, Snapshot& next);
-    void commit(Transaction& turn, Snapshot&& next);
+    SnapshotDraft newest();
+    void attempt(Request& request, SnapshotDraft& next);
+    void commit(Transaction& turn, SnapshotDraft&& next);
 
     const std::filesystem::path _file;
     VersionCounter& _counter;
@@ -51,7 +51,7 @@ private:
     EventLog& _eventLog;
     CommitQueue<Request> _queue;
 
-    // Used by who has the turn.
+    // Used by one thread at a time: the one that commits a batch.
     SQLite::Database _database;
     SnapshotReader _reader;
     ChangeWriter _writer;

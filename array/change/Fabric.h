@@ -16,14 +16,15 @@ struct LoginRequest {
     std::vector<Id> endpoints; // one connection through each, in this order
 };
 
-// What came of it. A refused login is a change too: it is counted.
+// The outcome. A refused login is a change too: it is counted.
 struct LoginResult {
     Id session = 0;      // 0: refused
     ErrorCode code{};    // why it was refused
     std::string message; // likewise, for the initiator's administrator
 };
 
-// The seam to the data path, where initiators log in and read and write.
+// The seam to the data path, where initiators log in and read and write. It stands here because a
+// change tells it; what implements it is in array/fabric/.
 //
 // It is told of what concerns it by the process that makes a change, inside the change, before that
 // is permanent: what it does with `change` becomes permanent together with it, and an exception
@@ -35,7 +36,7 @@ class Fabric {
 public:
     virtual ~Fabric() = default;
 
-    // An object was made, changed or removed: change.snapshot() has what is the case now.
+    // An object was made, changed or removed: change.snapshot() is the array with that done.
     virtual void targetChanged(Change& change, Id target) = 0;
     virtual void unitChanged(Change& change, Id unit) = 0;
     virtual void grantChanged(Change& change, Id target, Id initiator) = 0;

@@ -12,12 +12,10 @@ namespace array {
 Follower::Follower(const std::filesystem::path& directory)
     : _file(databaseIn(directory)), _database(openDatabase(_file)), _reader(_database),
       _counter(counterIn(directory)) {
-    Snapshot first;
     {
         const Transaction read(_database, Transaction::Kind::Read);
-        first.mutableContents() = _reader.load();
+        _current = std::make_unique<CurrentSnapshot>(SnapshotPtr::make(_reader.load()));
     }
-    _current = std::make_unique<CurrentSnapshot>(SnapshotPtr::make(std::move(first)));
     sqlite3_db_release_memory(_database.getHandle()); // hardly a page is read again
 }
 
@@ -47,8 +45,8 @@ void Follower::catchUp() {
 }
 
 void Follower::readNews() {
-    Snapshot next = *_current->load();
-    if (_reader.catchUp(next.mutableContents())) {
+    SnapshotDraft next(*_current->load());
+    if (_reader.catchUp(next.edit())) {
         _current->advance(SnapshotPtr::make(std::move(next)));
     }
 }

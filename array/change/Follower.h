@@ -13,8 +13,9 @@
 
 namespace array {
 
-// The newest snapshot that this process has. Who makes a change and who follows another process's
-// changes may come to the same version; a newer one is never replaced by an older one.
+// The newest snapshot that this process has. It comes from the changes of this process or from
+// following those of others, which may arrive at the same version; a newer one is never replaced by
+// an older one.
 class CurrentSnapshot {
 public:
     explicit CurrentSnapshot(SnapshotPtr first) : _published(std::move(first)) {}

@@ -1,16 +1,13 @@
-#include <algorithm>
-
 #include "array/change/ChangeParts.h"
-#include "array/model/LoginParameters.h"
 
 namespace array {
 
 void Change::remove(Id id) {
-    struct Row {
+    struct Removal {
         CLASSID_e objectClass;
         void (Change::*remove)(Id);
     };
-    static constexpr Row ROWS[] = {
+    static constexpr Removal removals[] = {
         {Pegasus::CLASSID_TCP_ENDPOINT, &Change::removeEndpoint},
         {Pegasus::CLASSID_INITIATOR, &Change::removeInitiator},
         {Pegasus::CLASSID_TARGET, &Change::removeTarget},
@@ -22,7 +19,7 @@ void Change::remove(Id id) {
     if (!_next.exists(id)) {
         fail(ErrorCode::NoSuchObject, keyText(id) + " names no object.");
     }
-    for (const Row& row : ROWS) {
+    for (const Removal& row : removals) {
         if (row.objectClass == classOf(id)) {
             return (this->*row.remove)(id);
         }
@@ -92,54 +89,6 @@ void Change::removeSession(Id id) {
         erase<Connection>(connection);
     }
     erase<Session>(id);
-}
-
-namespace {
-
-// TSIHs have 16 bits and are not 0. Consecutive sessions differ, as long as there are no more of
-// them.
-std::uint16_t handleOf(std::uint32_t serial) {
-    return static_cast<std::uint16_t>((serial - 1) % 0xFFFF + 1);
-}
-
-} // namespace
-
-Id Change::create(const Session& session) {
-    const Target& target = need<Target>(session.target);
-    const Initiator& initiator = need<Initiator>(session.initiator);
-    if (!_next.granted(session.target, session.initiator)) {
-        fail(ErrorCode::LoginNotGranted, "Initiator " + array::quoted(initiator.name) +
-                                             " has no grant for target " +
-                                             array::quoted(target.name) + '.');
-    }
-    checkParameters(session.parameters, "a session with target " + array::quoted(target.name));
-    Session made = session;
-    if (made.tsih == 0) {
-        made.tsih = handleOf(_next.contents().lastSerial(Pegasus::CLASSID_ISCSI_SESSION) + 1);
-    }
-    return make(made);
-}
-
-Id Change::create(const Connection& connection) {
-    const Session& session = need<Session>(connection.session);
-    need<Endpoint>(connection.endpoint);
-    checkParameters(connection.parameters, "a connection of " + keyText(connection.session));
-    std::size_t count = 0;
-    std::uint16_t last = 0;
-    _next.forEachAssociated(connection.session, Pegasus::CLASSID_ISCSI_CONNECTION, [&](Id id) {
-        ++count;
-        last = std::max(last, _next.connection(id)->cid);
-    });
-    if (count >= session.parameters.maxConnections) {
-        fail(ErrorCode::LoginNoPath, "Session " + keyText(connection.session) + " may have " +
-                                         std::to_string(session.parameters.maxConnections) +
-                                         " connections (MaxConnections, RFC 7143 section 13.2).");
-    }
-    Connection made = connection;
-    if (made.cid == 0) {
-        made.cid = static_cast<std::uint16_t>(last + 1);
-    }
-    return make(made);
 }
 
 } // namespace array

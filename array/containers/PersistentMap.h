@@ -12,6 +12,10 @@ namespace array {
 // and a change of a map that has copies makes new only the few nodes on the way to the entry. A map
 // that nobody shares is changed in place.
 //
+// A snapshot of the array is made of such maps. Each commit makes the next snapshot out of a copy
+// of the last, while readers go on with theirs: with std::map or a hash map that would copy a
+// million entries for a change of one, or make readers and the writer wait for each other.
+//
 // It is a radix trie of 32-way nodes that leaves out nodes of a single slot, so an entry is reached
 // in at most 7 steps, in 4 among a million consecutive keys.
 //

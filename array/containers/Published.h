@@ -16,21 +16,17 @@ namespace array {
 // The current one of a succession of values. Readers take it without a lock and never wait for a
 // writer, who replaces it whole.
 //
-// std::atomic<std::shared_ptr> would do, but holds a lock bit while it counts. Here a reader notes
-// in a free slot which value it is about to count, and a value that was replaced is released when
-// no slot names it.
+// std::atomic<std::shared_ptr> would do, but holds a lock bit while it counts, so a reader that the
+// system stops in between makes all others wait. Here a reader notes in a free slot (a hazard slot)
+// which value it is about to count, and a value that was replaced is released when no slot names
+// it.
 template<class T>
 class Published {
 public:
-    explicit Published(Shared<T> first) : _current(std::exchange(first._box, nullptr)) {}
+    explicit Published(Shared<T> first) : _current(first._box.detach()) {}
     Published(const Published&) = delete;
     Published& operator=(const Published&) = delete;
-    ~Published() {
-        for (Box* box : _replaced) {
-            Shared<T>::release(box);
-        }
-        Shared<T>::release(_current.load());
-    }
+    ~Published() { const Holder last(_current.load()); }
 
     // From any thread.
     Shared<T> load() const {
@@ -44,27 +40,22 @@ public:
             }
             box = now;
         }
-        Shared<T>::retain(box);
+        Shared<T> counted(Holder::another(box));
         slot.box.store(nullptr);
-        return Shared<T>(box);
+        return counted;
     }
 
     // From any thread.
     void store(Shared<T> next) {
         const std::lock_guard lock(_writing);
         _replaced.reserve(_replaced.size() + 1);
-        _replaced.push_back(_current.exchange(std::exchange(next._box, nullptr)));
-        std::erase_if(_replaced, [this](Box* box) {
-            if (isNoted(box)) {
-                return false;
-            }
-            Shared<T>::release(box);
-            return true;
-        });
+        _replaced.emplace_back(_current.exchange(next._box.detach()));
+        std::erase_if(_replaced, [this](const Holder& box) { return !isNoted(box.get()); });
     }
 
 private:
     using Box = typename Shared<T>::Box;
+    using Holder = CountedPointer<Box>;
 
     // A cache line of its own, as each is written by another processor.
     struct alignas(64) Slot {
@@ -98,9 +89,9 @@ private:
     }
 
     mutable std::array<Slot, 64> _slots;
-    std::atomic<Box*> _current;
+    std::atomic<Box*> _current; // counted as held
     std::mutex _writing;
-    std::vector<Box*> _replaced; // guarded by _writing
+    std::vector<Holder> _replaced; // guarded by _writing
 };
 
 } // namespace array

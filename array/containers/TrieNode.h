@@ -8,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "array/containers/Shared.h"
+
 namespace array {
 
 // A node of PersistentMap: up to 32 slots, each empty, or an entry, or the node of all entries
@@ -17,53 +19,20 @@ template<class T>
 class TrieNode {
 public:
     using Key = std::uint32_t;
-    static constexpr unsigned BITS = 5; // of the key, per node
+    static constexpr unsigned bitsPerNode = 5; // of the key, per node
 
     struct Entry {
         Key key;
         [[no_unique_address]] T value;
     };
 
-    // A counted reference; several threads may have references to the same node.
-    class Ref {
-    public:
-        Ref() = default;
-        Ref(const Ref& other) : _node(other._node) {
-            if (_node) {
-                _node->_references.fetch_add(1, std::memory_order_relaxed);
-            }
-        }
-        Ref(Ref&& other) noexcept : _node(std::exchange(other._node, nullptr)) {}
-        Ref& operator=(Ref other) noexcept {
-            std::swap(_node, other._node);
-            return *this;
-        }
-        ~Ref() {
-            if (_node && _node->_references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-                destroy(_node);
-            }
-        }
-
-        explicit operator bool() const { return _node != nullptr; }
-        const TrieNode* get() const { return _node; }
-        // The analyzer takes the count of references for any number.
-        TrieNode* operator->() const { return _node; } // NOLINT(clang-analyzer-cplusplus.NewDelete)
-
-        // True if this is the only reference, so that the node may be changed in place.
-        bool unique() const { return _node->_references.load(std::memory_order_acquire) == 1; }
-
-    private:
-        friend class TrieNode;
-        explicit Ref(TrieNode* fresh) : _node(fresh) {}
-
-        TrieNode* _node = nullptr;
-    };
+    using Ref = CountedPointer<TrieNode>;
 
     // The node of two different items, whose keys part here.
     template<class Item>
     static Ref pair(Item&& a, Entry&& b) {
         const unsigned bits = static_cast<unsigned>(std::bit_width(keyOf(a) ^ b.key));
-        Ref made = blank(b.key, (bits - 1) / BITS * BITS, 2);
+        Ref made = blank(b.key, (bits - 1) / bitsPerNode * bitsPerNode, 2);
         const std::uint32_t bitA = made->bitOf(keyOf(a));
         const std::uint32_t bitB = made->bitOf(b.key);
         const bool aFirst = bitA < bitB;
@@ -89,7 +58,9 @@ public:
 
     // Slots are known by their bit.
     std::uint32_t bitOf(Key key) const { return 1U << (key >> _shift & 31U); }
-    bool covers(Key key) const { return std::uint64_t{key ^ _prefix} >> _shift >> BITS == 0; }
+    bool covers(Key key) const {
+        return std::uint64_t{key ^ _prefix} >> _shift >> bitsPerNode == 0;
+    }
     bool isUsed(std::uint32_t bit) const { return (_used & bit) != 0; }
     bool isNode(std::uint32_t bit) const { return (_nodes & bit) != 0; }
     Entry& entry(std::uint32_t bit) { return slots()[indexOf(bit)].entry; }
@@ -110,6 +81,8 @@ public:
     std::uint32_t count = 0;
 
 private:
+    friend Ref;
+
     union Slot {
         Slot() {}
         ~Slot() {}
@@ -194,7 +167,7 @@ private:
         return made;
     }
 
-    std::atomic<std::uint32_t> _references{1};
+    std::atomic<std::uint32_t> holders{1};
     std::uint32_t _used = 0;  // slots that hold something
     std::uint32_t _nodes = 0; // those of them that hold a node
     const Key _prefix;        // of all keys below, above the bits that say the slot

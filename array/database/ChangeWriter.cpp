@@ -4,12 +4,12 @@ namespace array {
 
 namespace {
 
-// A commit of more changes is not logged one by one: who follows loads the array anew.
-constexpr std::size_t LOGGED_CHANGES = 4096;
+// A commit of more changes is not logged one by one: followers then load the array anew.
+constexpr std::size_t mostLoggedChanges = 4096;
 
-// The log keeps the changes of so many versions at least, and is trimmed now and then.
-constexpr std::uint64_t LOGGED_VERSIONS = 1024;
-constexpr std::uint64_t TRIM_EVERY = 256;
+// The log keeps the changes of at least so many versions, and is trimmed every so many.
+constexpr std::uint64_t loggedVersions = 1024;
+constexpr std::uint64_t versionsBetweenTrims = 256;
 
 template<class... Values>
 void run(SQLite::Statement& statement, const Values&... values) {
@@ -50,7 +50,7 @@ void ChangeWriter::revoke(Id target, Id initiator) {
     note(target, initiator);
 }
 
-void ChangeWriter::setNames(const Names& names) {
+void ChangeWriter::setNames(const ArrayNames& names) {
     run(_names, names.host, names.system);
     note(0);
 }
@@ -86,8 +86,8 @@ void ChangeWriter::writeLog(std::uint64_t version) {
     std::uint64_t start = 0;
     if (_tooMany) {
         start = version;
-    } else if (version % TRIM_EVERY == 0 && version > LOGGED_VERSIONS) {
-        start = version - LOGGED_VERSIONS;
+    } else if (version % versionsBetweenTrims == 0 && version > loggedVersions) {
+        start = version - loggedVersions;
     }
     if (start != 0) {
         run(_trimLog, number(start));
@@ -107,7 +107,7 @@ void ChangeWriter::forget() {
 }
 
 void ChangeWriter::note(Id id, Id other) {
-    if (_changes.size() < LOGGED_CHANGES) {
+    if (_changes.size() < mostLoggedChanges) {
         _changes.emplace_back(id, other);
     } else {
         _tooMany = true;

@@ -34,7 +34,7 @@ public:
     }
     void grant(Id target, Id initiator);
     void revoke(Id target, Id initiator);
-    void setNames(const Names& names);
+    void setNames(const ArrayNames& names);
 
     // Between begin() and keep() or undo(), one part of the transaction that may yet be undone.
     void begin();

@@ -6,9 +6,7 @@
 #include "array/database/Failures.h"
 #include "array/database/SnapshotReader.h"
 #include "array/database/Transaction.h"
-#include "array/model/ErrorCode.h"
 #include "array/model/Rules.h"
-#include "array/model/Text.h"
 
 namespace array {
 
@@ -48,9 +46,7 @@ std::vector<std::string> findDamage(const std::filesystem::path& file) {
         if (!findings.empty()) {
             return;
         }
-        Snapshot snapshot;
-        snapshot.mutableContents() = SnapshotReader(database).load();
-        findings = findBrokenRules(snapshot);
+        findings = findBrokenRules(Snapshot(SnapshotReader(database).load()));
     });
     return findings;
 }

@@ -12,6 +12,7 @@
 
 #include "array/database/Failures.h"
 #include "array/database/Schema.h"
+#include "array/database/StateDirectory.h"
 #include "array/model/ErrorCode.h"
 
 namespace array {
@@ -55,14 +56,6 @@ public:
 private:
     fs::path _path;
 };
-
-void syncDirectoryOf(const fs::path& file) {
-    const int descriptor = open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0 || fsync(descriptor) != 0) {
-        failFile(file.parent_path(), errno);
-    }
-    close(descriptor);
-}
 
 void checkFile(const fs::path& file) {
     struct stat status {};
@@ -131,7 +124,7 @@ SQLite::Database openDatabase(const fs::path& file) {
     });
 }
 
-void createDatabase(const fs::path& file, const Names& names) {
+void createDatabase(const fs::path& file, const ArrayNames& names) {
     std::error_code ignored;
     if (fs::exists(file, ignored)) {
         return;
@@ -146,7 +139,7 @@ void createDatabase(const fs::path& file, const Names& names) {
     if (link(draft.path().c_str(), file.c_str()) != 0 && errno != EEXIST) {
         failFile(file, errno);
     }
-    syncDirectoryOf(file);
+    syncDirectory(file.parent_path());
 }
 
 void copyDatabase(const fs::path& from, const fs::path& to) {

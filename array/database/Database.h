@@ -19,7 +19,7 @@ SQLite::Database openDatabase(const std::filesystem::path& file);
 
 // Makes an array.db without objects, with mode 0600, unless there is one. It appears complete or
 // not at all. Throws DRAVOperationFailedException.
-void createDatabase(const std::filesystem::path& file, const Names& names);
+void createDatabase(const std::filesystem::path& file, const ArrayNames& names);
 
 // Copies an array.db that may be in use into a new file with mode 0600. Throws
 // DRAVOperationFailedException, and leaves no file then.

@@ -21,25 +21,12 @@ constexpr Row systemErrors[] = {
     {EACCES, ErrorCode::StateUnreadable, " Look at its owner and mode."},
     {EEXIST, ErrorCode::StateExists, ""},
     {ENOSPC, ErrorCode::StateFull, " Make room on the file system and try again."},
+    {EIO, ErrorCode::StateFailed, " Look at the disk and the system's log."},
     {EROFS, ErrorCode::StateUnreadable, " An array needs one that can be written."},
     {EDQUOT, ErrorCode::StateFull, " Make room on the file system and try again."},
 };
 
 constexpr Row otherSystemError = {0, ErrorCode::StateUnreadable, ""};
-
-} // namespace
-
-void failFile(const std::filesystem::path& file, int error) {
-    const Row* found = &otherSystemError;
-    for (const Row& row : systemErrors) {
-        if (row.error == error) {
-            found = &row;
-        }
-    }
-    fail(found->code, file.string() + ": " + std::strerror(error) + '.' + found->advice);
-}
-
-namespace {
 
 constexpr Row sqliteErrors[] = {
     {SQLITE_FULL, ErrorCode::StateFull,
@@ -62,6 +49,17 @@ constexpr Row otherSqliteError = {SQLITE_ERROR, ErrorCode::StateFailed,
                                   "Nothing was changed. Look at the disk and the system's log."};
 
 } // namespace
+
+void failFile(const std::filesystem::path& path, int error, const char* what) {
+    const Row* found = &otherSystemError;
+    for (const Row& row : systemErrors) {
+        if (row.error == error) {
+            found = &row;
+        }
+    }
+    fail(found->code, path.string() + ": " + what + (*what ? ": " : "") + std::strerror(error) +
+                          '.' + found->advice);
+}
 
 void failSqlite(const SQLite::Exception& failure, const std::filesystem::path& file) {
     const Row* found = &otherSqliteError;

@@ -7,10 +7,10 @@
 
 namespace array {
 
-// Throws DRAVOperationFailedException for a system call of a file of the array that failed with an
-// errno: ErrorCode::StateExists, StateFull or StateUnreadable, with the file and what the system
-// says.
-[[noreturn]] void failFile(const std::filesystem::path& file, int error);
+// Throws DRAVOperationFailedException for a system call that failed with an errno, of a file of the
+// array or of its directory: ErrorCode::StateExists, StateFull, StateFailed or StateUnreadable,
+// with the path, what failed if that is given, what the system says, and what to do about it.
+[[noreturn]] void failFile(const std::filesystem::path& path, int error, const char* what = "");
 
 // Throws DRAVOperationFailedException for a failure of SQLite: with the file, what SQLite says, and
 // what to do about it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "array/model/LoginParameters.h"
 #include "array/model/Records.h"
 
 namespace array {
@@ -35,7 +36,7 @@ struct Layout<Volume> {
         visit("name", volume.name);
         visit("element_name", volume.elementName);
         visit("size", volume.size);
-        visit("state", volume.state);
+        visit("state", volume.status);
     }
 };
 
@@ -76,18 +77,9 @@ template<>
 struct Layout<SessionParameters> {
     static constexpr const char* table = "session_settings";
     template<class Self, class Visit>
-    static void columns(Self& settings, Visit&& visit) {
-        visit("max_connections", settings.maxConnections);
-        visit("initial_r2t", settings.initialR2T);
-        visit("immediate_data", settings.immediateData);
-        visit("max_outstanding_r2t", settings.maxOutstandingR2T);
-        visit("first_burst_length", settings.firstBurstLength);
-        visit("max_burst_length", settings.maxBurstLength);
-        visit("data_sequence_in_order", settings.dataSequenceInOrder);
-        visit("data_pdu_in_order", settings.dataPDUInOrder);
-        visit("default_time2wait", settings.defaultTime2Wait);
-        visit("default_time2retain", settings.defaultTime2Retain);
-        visit("error_recovery_level", settings.errorRecoveryLevel);
+    static void columns(Self& parameters, Visit&& visit) {
+        forEachLoginParameter<SessionParameters>(
+            [&](const auto& row) { visit(row.column, parameters.*row.field); });
     }
 };
 
@@ -95,15 +87,9 @@ template<>
 struct Layout<ConnectionParameters> {
     static constexpr const char* table = "connection_settings";
     template<class Self, class Visit>
-    static void columns(Self& settings, Visit&& visit) {
-        visit("max_recv_data_segment_length", settings.maxRecvDataSegmentLength);
-        visit("primary_header_digest", settings.primaryHeaderDigest);
-        visit("primary_data_digest", settings.primaryDataDigest);
-        visit("secondary_header_digest", settings.secondaryHeaderDigest);
-        visit("secondary_data_digest", settings.secondaryDataDigest);
-        visit("markers_on_receive", settings.markersOnReceive);
-        visit("primary_auth_method", settings.primaryAuthMethod);
-        visit("secondary_auth_method", settings.secondaryAuthMethod);
+    static void columns(Self& parameters, Visit&& visit) {
+        forEachLoginParameter<ConnectionParameters>(
+            [&](const auto& row) { visit(row.column, parameters.*row.field); });
     }
 };
 

@@ -16,7 +16,8 @@
 
 namespace array {
 
-// The statements of one record type, put together from its Layout. Values are only ever bound.
+// The statements of one record type, put together from its Layout. Values are always bound, never
+// put into the text.
 template<class Record>
 std::string columnNames() {
     std::string names = "id";
@@ -154,7 +155,9 @@ private:
     }
 
     SQLite::Database& _database;
-    std::optional<SQLite::Statement> _one; // once it is needed: a process alone never does
+    // Prepared when it is first needed. A process that alone uses the array never reads single
+    // rows.
+    std::optional<SQLite::Statement> _one;
 };
 
 // One statement object for each record type of a tuple such as ForEachRecord.

@@ -6,25 +6,36 @@
 #include <SQLiteCpp/Statement.h>
 
 #include "array/database/Transaction.h"
+#include "array/model/LoginParameters.h"
 
 namespace array {
 
 namespace {
 
 // What leads from version 1 to 2, and so on.
-constexpr const char* STEPS[] = {
+constexpr const char* steps[] = {
     "CREATE UNIQUE INDEX unit_lun ON unit (target, lun); DROP INDEX unit_target",
 };
-static_assert(std::size(STEPS) + 1 == schemaVersion);
 
 // A pragma takes no bound parameter.
 void setPragma(SQLite::Database& database, const std::string& name, int value) {
     database.exec("PRAGMA " + name + " = " + std::to_string(value));
 }
 
+template<class Parameters>
+std::string loginColumns() {
+    std::string columns;
+    forEachLoginParameter<Parameters>([&](const auto& row) {
+        columns +=
+            std::string(columns.empty() ? "    " : ",\n    ") + row.column + " INTEGER NOT NULL";
+    });
+    return columns;
+}
+
 // Ids are those of the engine. Every reference to another object has an index, because the object
 // cannot be removed without a look at it. The columns are those of Layout.h.
-constexpr const char* TABLES = R"sql(
+std::string tables() {
+    return R"sql(
 CREATE TABLE array (
     one INTEGER PRIMARY KEY CHECK (one = 1),
     version INTEGER NOT NULL,   -- grows by one with each commit
@@ -94,29 +105,14 @@ CREATE INDEX access_grant_initiator ON access_grant (initiator);
 -- A target's settings have its serial, so they need no reference to it.
 CREATE TABLE session_settings (
     id INTEGER PRIMARY KEY,
-    max_connections INTEGER NOT NULL,
-    initial_r2t INTEGER NOT NULL,
-    immediate_data INTEGER NOT NULL,
-    max_outstanding_r2t INTEGER NOT NULL,
-    first_burst_length INTEGER NOT NULL,
-    max_burst_length INTEGER NOT NULL,
-    data_sequence_in_order INTEGER NOT NULL,
-    data_pdu_in_order INTEGER NOT NULL,
-    default_time2wait INTEGER NOT NULL,
-    default_time2retain INTEGER NOT NULL,
-    error_recovery_level INTEGER NOT NULL
+)sql" + loginColumns<SessionParameters>() +
+           R"sql(
 ) STRICT;
 
 CREATE TABLE connection_settings (
     id INTEGER PRIMARY KEY,
-    max_recv_data_segment_length INTEGER NOT NULL,
-    primary_header_digest INTEGER NOT NULL,
-    primary_data_digest INTEGER NOT NULL,
-    secondary_header_digest INTEGER NOT NULL,
-    secondary_data_digest INTEGER NOT NULL,
-    markers_on_receive INTEGER NOT NULL,
-    primary_auth_method INTEGER NOT NULL,
-    secondary_auth_method INTEGER NOT NULL
+)sql" + loginColumns<ConnectionParameters>() +
+           R"sql(
 ) STRICT;
 
 CREATE TABLE session (
@@ -124,17 +120,8 @@ CREATE TABLE session (
     target INTEGER NOT NULL REFERENCES target,
     initiator INTEGER NOT NULL REFERENCES initiator,
     tsih INTEGER NOT NULL,
-    max_connections INTEGER NOT NULL,
-    initial_r2t INTEGER NOT NULL,
-    immediate_data INTEGER NOT NULL,
-    max_outstanding_r2t INTEGER NOT NULL,
-    first_burst_length INTEGER NOT NULL,
-    max_burst_length INTEGER NOT NULL,
-    data_sequence_in_order INTEGER NOT NULL,
-    data_pdu_in_order INTEGER NOT NULL,
-    default_time2wait INTEGER NOT NULL,
-    default_time2retain INTEGER NOT NULL,
-    error_recovery_level INTEGER NOT NULL
+)sql" + loginColumns<SessionParameters>() +
+           R"sql(
 ) STRICT;
 CREATE INDEX session_target ON session (target);
 CREATE INDEX session_initiator ON session (initiator);
@@ -144,21 +131,15 @@ CREATE TABLE connection (
     session INTEGER NOT NULL REFERENCES session,
     endpoint INTEGER NOT NULL REFERENCES endpoint,
     cid INTEGER NOT NULL,
-    max_recv_data_segment_length INTEGER NOT NULL,
-    primary_header_digest INTEGER NOT NULL,
-    primary_data_digest INTEGER NOT NULL,
-    secondary_header_digest INTEGER NOT NULL,
-    secondary_data_digest INTEGER NOT NULL,
-    markers_on_receive INTEGER NOT NULL,
-    primary_auth_method INTEGER NOT NULL,
-    secondary_auth_method INTEGER NOT NULL,
+)sql" + loginColumns<ConnectionParameters>() +
+           R"sql(,
     auth_method INTEGER NOT NULL,
     mutual_auth INTEGER NOT NULL
 ) STRICT;
 CREATE INDEX connection_session ON connection (session);
 CREATE INDEX connection_endpoint ON connection (endpoint);
 
--- Counters go with the object whose they are.
+-- Counters are removed together with their object.
 CREATE TABLE login_statistics (
     id INTEGER PRIMARY KEY REFERENCES target ON DELETE CASCADE,
     successful_logins INTEGER NOT NULL,
@@ -205,12 +186,15 @@ CREATE TABLE interface_statistics (
     send_discards INTEGER NOT NULL
 ) STRICT;
 )sql";
+}
 
 } // namespace
 
-void createSchema(SQLite::Database& database, const Names& names) {
+const int schemaVersion = static_cast<int>(std::size(steps)) + 1;
+
+void createSchema(SQLite::Database& database, const ArrayNames& names) {
     Transaction transaction(database, Transaction::Kind::Write);
-    database.exec(TABLES);
+    database.exec(tables());
     SQLite::Statement insert(database, "INSERT INTO array VALUES (1, 0, 0, ?, ?)");
     insert.bind(1, names.host);
     insert.bind(2, names.system);
@@ -230,7 +214,7 @@ void migrateSchema(SQLite::Database& database) {
     }
     Transaction turn(database, Transaction::Kind::Write);
     for (int version = schemaVersionOf(database); version < schemaVersion; ++version) {
-        database.exec(STEPS[version - 1]);
+        database.exec(steps[version - 1]);
     }
     setPragma(database, "user_version", schemaVersion);
     turn.commit();

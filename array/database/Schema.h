@@ -8,10 +8,10 @@ namespace array {
 
 // The mark of an array.db in SQLite's header, and the version of what is in it.
 constexpr int applicationId = 0x44524156; // "DRAV"
-constexpr int schemaVersion = 2;
+extern const int schemaVersion;
 
 // Makes all tables in an empty database, and the row of an array without objects.
-void createSchema(SQLite::Database& database, const Names& names);
+void createSchema(SQLite::Database& database, const ArrayNames& names);
 
 // The version of what is in a database.
 int schemaVersionOf(SQLite::Database& database);

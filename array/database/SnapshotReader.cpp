@@ -4,7 +4,7 @@ namespace array {
 
 namespace {
 
-using State = Snapshot::Contents;
+using Contents = Snapshot::Contents;
 
 // Ids of another class, or without a serial, would not be found again.
 template<class Record>
@@ -40,15 +40,15 @@ SnapshotReader::Header SnapshotReader::header() {
     }
     header.version = static_cast<std::uint64_t>(_header.getColumn(0).getInt64());
     header.logStart = static_cast<std::uint64_t>(_header.getColumn(1).getInt64());
-    header.names = Names{_header.getColumn(2).getString(), _header.getColumn(3).getString()};
+    header.names = ArrayNames{_header.getColumn(2).getString(), _header.getColumn(3).getString()};
     return header;
 }
 
-State SnapshotReader::load() {
+Contents SnapshotReader::load() {
     const Header now = header();
-    State contents;
+    Contents contents;
     contents.version = now.version;
-    contents.names = Shared<Names>::make(now.names);
+    contents.names = Shared<ArrayNames>::make(now.names);
 
     forEachRecordType([&]<class Record>(std::type_identity<Record>) {
         std::get<LoadStatement<Record>>(_records).all([&](Id id, Record&& record) {
@@ -66,14 +66,14 @@ State SnapshotReader::load() {
     return contents;
 }
 
-void SnapshotReader::loadGrants(State& contents) {
+void SnapshotReader::loadGrants(Contents& contents) {
     const Run run(_grants);
     while (_grants.executeStep()) {
         contents.grant(idIn(_grants.getColumn(0)), idIn(_grants.getColumn(1)));
     }
 }
 
-void SnapshotReader::loadSerials(State& contents) {
+void SnapshotReader::loadSerials(Contents& contents) {
     const Run run(_serials);
     while (_serials.executeStep()) {
         contents.serialUsed(makeId(static_cast<CLASSID_e>(_serials.getColumn(0).getInt()),
@@ -81,7 +81,7 @@ void SnapshotReader::loadSerials(State& contents) {
     }
 }
 
-bool SnapshotReader::catchUp(State& contents) {
+bool SnapshotReader::catchUp(Contents& contents) {
     const Header now = header();
     if (now.version == contents.version) {
         return false;
@@ -100,7 +100,7 @@ bool SnapshotReader::catchUp(State& contents) {
         const Id id = idIn(_changes.getColumn(0));
         const Id other = idIn(_changes.getColumn(1));
         if (id == 0) {
-            contents.names = Shared<Names>::make(now.names);
+            contents.names = Shared<ArrayNames>::make(now.names);
         } else if (other != 0) {
             rereadGrant(contents, id, other);
         } else {
@@ -111,7 +111,7 @@ bool SnapshotReader::catchUp(State& contents) {
     return true;
 }
 
-void SnapshotReader::reread(State& contents, Id id) {
+void SnapshotReader::reread(Contents& contents, Id id) {
     forRecordTypeOf(classOf(id), [&]<class Record>(std::type_identity<Record>) {
         Record record{};
         if (std::get<LoadStatement<Record>>(_records).one(id, record)) {
@@ -128,14 +128,14 @@ void SnapshotReader::reread(State& contents, Id id) {
 }
 
 template<class Statistics>
-void SnapshotReader::rereadStatistics(State& contents, Id owner) {
+void SnapshotReader::rereadStatistics(Contents& contents, Id owner) {
     Statistics values{};
     if (std::get<LoadStatement<Statistics>>(_statistics).one(owner, values)) {
         contents.putStatistics(owner, std::move(values));
     }
 }
 
-void SnapshotReader::rereadGrant(State& contents, Id target, Id initiator) {
+void SnapshotReader::rereadGrant(Contents& contents, Id target, Id initiator) {
     const Run run(_isGranted);
     _isGranted.bind(1, target);
     _isGranted.bind(2, initiator);

@@ -16,7 +16,7 @@ public:
     // The whole array.
     Snapshot::Contents load();
 
-    // Brings a contents that was read before to the file's version; false if it has that version.
+    // Brings contents that were read before to the file's version; false if they have it already.
     // Costs what was changed since, or a load if that was too much or too long ago to be in the
     // log.
     bool catchUp(Snapshot::Contents& contents);
@@ -25,7 +25,7 @@ private:
     struct Header {
         std::uint64_t version = 0;
         std::uint64_t logStart = 0;
-        Names names;
+        ArrayNames names;
     };
     Header header();
     void loadGrants(Snapshot::Contents& contents);

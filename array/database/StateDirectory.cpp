@@ -1,17 +1,18 @@
 #include "array/database/StateDirectory.h"
 
 #include <cerrno>
-#include <cstring>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "array/database/Failures.h"
 #include "array/model/ErrorCode.h"
 
 namespace array {
 
 namespace {
 
-constexpr mode_t OTHERS = S_IRWXG | S_IRWXO;
+constexpr mode_t accessOfOthers = S_IRWXG | S_IRWXO;
 
 std::string octal(mode_t mode) {
     std::string digits;
@@ -21,12 +22,6 @@ std::string octal(mode_t mode) {
     return digits;
 }
 
-[[noreturn]] void failErrno(const std::filesystem::path& path, const char* what) {
-    const int error = errno;
-    fail(ErrorCode::StateUnreadable,
-         path.string() + ": " + what + ": " + std::strerror(error) + ".");
-}
-
 } // namespace
 
 void checkStateDirectory(const std::filesystem::path& directory) {
@@ -34,7 +29,7 @@ void checkStateDirectory(const std::filesystem::path& directory) {
     struct stat status {};
     if (stat(name.c_str(), &status) != 0) {
         if (errno != ENOENT && errno != ENOTDIR) {
-            failErrno(directory, "the state directory cannot be looked at");
+            failFile(directory, errno, "the state directory cannot be looked at");
         }
         fail(ErrorCode::StateMissing, name +
                                           ": there is no such state directory. Make an array "
@@ -50,7 +45,7 @@ void checkStateDirectory(const std::filesystem::path& directory) {
                                              ", and this process runs as user " +
                                              std::to_string(geteuid()) + ". Run it as the owner.");
     }
-    if ((status.st_mode & OTHERS) != 0) {
+    if ((status.st_mode & accessOfOthers) != 0) {
         fail(ErrorCode::StateNotPrivate,
              name + ": the state directory has mode " + octal(status.st_mode & 07777) +
                  " and holds secrets, so nobody else may look into it. Close it with: chmod 700 " +
@@ -60,7 +55,18 @@ void checkStateDirectory(const std::filesystem::path& directory) {
 
 void makeStateDirectory(const std::filesystem::path& directory) {
     if (mkdir(directory.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
-        failErrno(directory, "the state directory cannot be made");
+        failFile(directory, errno, "the state directory cannot be made");
+    }
+}
+
+void syncDirectory(const std::filesystem::path& directory) {
+    const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int error = descriptor >= 0 && fsync(descriptor) == 0 ? 0 : errno;
+    if (descriptor >= 0) {
+        close(descriptor);
+    }
+    if (error != 0) {
+        failFile(directory, error);
     }
 }
 

@@ -22,4 +22,8 @@ void checkStateDirectory(const std::filesystem::path& directory);
 // Makes the directory, with mode 0700, unless it is there. Its parent must be there.
 void makeStateDirectory(const std::filesystem::path& directory);
 
+// Makes permanent what was made, renamed or removed in a directory: without it, a loss of power may
+// take that back. Throws DRAVOperationFailedException.
+void syncDirectory(const std::filesystem::path& directory);
+
 } // namespace array

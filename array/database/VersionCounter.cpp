@@ -40,7 +40,7 @@ void VersionCounter::beginCommit(std::uint64_t version) {
 }
 
 void VersionCounter::endCommit(std::uint64_t version, bool isCommitted) {
-    // Others may have gone on with the turn already; then theirs stands.
+    // Another process may have begun a commit since this one ended; then its stamp stays.
     Stamp committing = settled(version) - 1;
     _shared->compare_exchange_strong(committing, settled(isCommitted ? version : version - 1));
     _ownCommit.store(0);

@@ -29,12 +29,12 @@ public:
         return ahead <= 0 || (stamp % 2 != 0 && stamp == _ownCommit.load());
     }
 
-    // Around the commit of a version, by who has the writer's turn.
+    // Around the commit of a version; for the holder of the writer's turn.
     void beginCommit(std::uint64_t version);
     void endCommit(std::uint64_t version, bool isCommitted);
 
-    // Sets a stamp right that an earlier process left behind. To be called by who has the writer's
-    // turn and knows the version.
+    // Sets a stamp right that an earlier process left behind. To be called by the holder of the
+    // writer's turn, who knows the version.
     void heal(Stamp stamp, std::uint64_t version);
 
 private:

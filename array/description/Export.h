@@ -13,9 +13,9 @@ namespace array::description {
 // A logical unit whose volume is gone has no place in a description. Returns how many of them were
 // left out.
 std::size_t exportTo(
-    Receiver& receiver, const Snapshot& array, const std::function<void()>& afterEach = [] {});
+    Receiver& receiver, const Snapshot& snapshot, const std::function<void()>& afterEach = [] {});
 
 // The number of entries that exportTo gives.
-std::size_t countEntries(const Snapshot& array);
+std::size_t countEntries(const Snapshot& snapshot);
 
 } // namespace array::description

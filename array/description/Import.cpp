@@ -81,7 +81,8 @@ public:
         Session session;
         session.target = target(entry.target);
         session.initiator = initiator(entry.initiator);
-        // What was agreed at its login is not described; it has as many as it has.
+        // The description does not say what was agreed at the login. As many connections as are
+        // described must have been allowed.
         session.parameters.maxConnections =
             std::max(session.parameters.maxConnections,
                      static_cast<std::uint32_t>(entry.connections.size()));
@@ -128,15 +129,15 @@ private:
     }
 
     Change& _change;
-    Names _names;
+    ArrayNames _names;
     std::vector<Id> _endpoints; // in the order of the description
 };
 
-void checkEmpty(const Snapshot& state) {
+void checkEmpty(const Snapshot& snapshot) {
     for (const CLASSID_e objectClass :
          {Pegasus::CLASSID_TCP_ENDPOINT, Pegasus::CLASSID_VOLUME, Pegasus::CLASSID_TARGET,
           Pegasus::CLASSID_INITIATOR, Pegasus::CLASSID_LOGICAL_UNIT}) {
-        if (state.count(objectClass) > 0) {
+        if (snapshot.count(objectClass) > 0) {
             fail(ErrorCode::InUse, "The array has objects already, and a description is imported "
                                    "only into an empty one; use another state directory.");
         }

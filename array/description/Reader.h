@@ -48,7 +48,7 @@ public:
 // refers to; entries that come before them are kept until the end of the text.
 //
 // Throws DescriptionError at the first mistake; the receiver has had what stood before it.
-// afterEach is called after each entry that was read, for who wants to show the progress.
+// afterEach is called after each entry that was read, so that progress can be shown.
 void read(
     std::istream& text, Receiver& receiver, const std::function<void()>& afterEach = [] {});
 

@@ -25,13 +25,13 @@ std::string timeText(std::int64_t microseconds) {
     return std::string(day) + fraction;
 }
 
-// A text without a character that JSON escapes, as most are, needs no second look.
+// Whether a text, as most do, has no character that JSON escapes.
 bool isPlain(const std::string& text) {
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; });
 }
 
-std::string quoted(const std::string& text) {
+std::string jsonText(const std::string& text) {
     return isPlain(text) ? '"' + text + '"'
                          : nlohmann::json(text).dump(-1, ' ', false,
                                                      nlohmann::json::error_handler_t::replace);
@@ -40,18 +40,18 @@ std::string quoted(const std::string& text) {
 } // namespace
 
 std::string jsonOf(const Event& event, std::int64_t microsecondsSince1970) {
-    std::string json = "{\"time\":" + quoted(timeText(microsecondsSince1970));
+    std::string json = "{\"time\":" + jsonText(timeText(microsecondsSince1970));
     const auto add = [&json](const char* name, const std::string& value) {
         json.append(",\"").append(name).append("\":").append(value);
     };
     add("process", std::to_string(getpid()));
-    add("type", quoted(event.type));
-    add("text", quoted(event.text));
-    add("keyValues", quoted(event.keyValues));
+    add("type", jsonText(event.type));
+    add("text", jsonText(event.text));
+    add("keyValues", jsonText(event.keyValues));
     add("channel", std::to_string(event.channel));
     add("severity", std::to_string(event.severity));
-    add("operation", quoted(event.operation));
-    add("file", quoted(event.file));
+    add("operation", jsonText(event.operation));
+    add("file", jsonText(event.file));
     add("line", std::to_string(event.line));
     return json + '}';
 }

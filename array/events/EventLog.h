@@ -8,7 +8,8 @@
 
 namespace array {
 
-// Something that happened, for who watches over the array. Texts are UTF-8 and never hold a secret.
+// Something that happened, for those who watch over the array. Texts are UTF-8 and never hold a
+// secret.
 struct Event {
     std::string type;      // "method-invoked", "unimplemented" or "weak-secret"
     std::string text;      // what happened
@@ -39,9 +40,9 @@ public:
     // written is dropped.
     void publish(const Event& event) noexcept;
 
-    // Who sees each event that this process publishes from now on; an empty function: nobody.
-    // Called by the publishing threads, one at a time; it must not publish, and an exception is
-    // dropped.
+    // Sets the function that is shown each event that this process publishes from now on; an empty
+    // one for none. It is called by the publishing threads, one at a time. It must not publish; an
+    // exception is dropped.
     void observe(std::function<void(const Event&)> observer);
 
 private:

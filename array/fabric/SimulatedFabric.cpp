@@ -11,13 +11,13 @@ namespace array {
 namespace {
 
 // The value map of CIM_iSCSILoginStatistics.LastLoginFailureType.
-constexpr std::uint16_t NEGOTIATE = 2;
-constexpr std::uint16_t AUTHENTICATE = 3;
-constexpr std::uint16_t AUTHORIZE = 4;
+constexpr std::uint16_t negotiationFailed = 2;
+constexpr std::uint16_t authenticationFailed = 3;
+constexpr std::uint16_t authorizationFailed = 4;
 
 // What one exchange of a login sends each way: a PDU with its header of 48 bytes (RFC 7143 section
 // 11.2.1) and no more, in a frame of its own.
-constexpr std::uint64_t HEADER_BYTES = 48;
+constexpr std::uint64_t headerBytes = 48;
 
 std::uint64_t now() {
     const auto since = std::chrono::system_clock::now().time_since_epoch();
@@ -53,27 +53,28 @@ void countExchanges(Change& change, Id endpoint, Id session, std::uint64_t excha
     InterfaceStatistics interface = change.snapshot().interfaceStatistics(endpoint);
     interface.framesReceived += exchanges;
     interface.framesSent += exchanges;
-    interface.octetsReceived += exchanges * HEADER_BYTES;
-    interface.octetsSent += exchanges * HEADER_BYTES;
+    interface.octetsReceived += exchanges * headerBytes;
+    interface.octetsSent += exchanges * headerBytes;
     change.setStatistics(endpoint, interface);
 
     SessionStatistics statistics = change.snapshot().sessionStatistics(session);
     statistics.commandPDUs += exchanges;
     statistics.responsePDUs += exchanges;
-    statistics.bytesReceived += exchanges * HEADER_BYTES;
-    statistics.bytesTransmitted += exchanges * HEADER_BYTES;
+    statistics.bytesReceived += exchanges * headerBytes;
+    statistics.bytesTransmitted += exchanges * headerBytes;
     change.setStatistics(session, statistics);
 }
 
 void addConnections(Change& change, const LoginRequest& request, Id session) {
-    const Snapshot& state = change.snapshot();
-    const bool usesChap = !state.initiator(request.initiator)->secret.empty();
+    const Snapshot& snapshot = change.snapshot();
+    const bool usesChap = !snapshot.initiator(request.initiator)->secret.empty();
     Connection connection;
     connection.session = session;
-    connection.parameters = *state.connectionSettings(state.connectionSettingsOf(request.target));
+    connection.parameters =
+        *snapshot.connectionSettings(snapshot.connectionSettingsOf(request.target));
     connection.authMethod =
         usesChap ? Pegasus::DRAV_AUTH_CHAP : Pegasus::DRAV_AUTH_NO_AUTHENTICATION;
-    connection.mutualAuth = usesChap && !state.target(request.target)->secret.empty();
+    connection.mutualAuth = usesChap && !snapshot.target(request.target)->secret.empty();
     for (const Id endpoint : request.endpoints) {
         connection.endpoint = endpoint;
         change.create(connection);
@@ -88,9 +89,9 @@ void endSession(Change& change, Id session, std::uint64_t LoginStatistics::*coun
 }
 
 template<class Record>
-const Record& need(const Snapshot& state, const Record* record, Id id, CLASSID_e wanted) {
+const Record& need(const Snapshot& snapshot, const Record* record, Id id, CLASSID_e wanted) {
     if (!record) {
-        failNoSuchObject(state, id, wanted);
+        failNoSuchObject(snapshot, id, wanted);
     }
     return *record;
 }
@@ -98,36 +99,36 @@ const Record& need(const Snapshot& state, const Record* record, Id id, CLASSID_e
 } // namespace
 
 LoginResult SimulatedFabric::login(Change& change, const LoginRequest& request) {
-    const Snapshot& state = change.snapshot();
+    const Snapshot& snapshot = change.snapshot();
     const Target& target =
-        need(state, state.target(request.target), request.target, Pegasus::CLASSID_TARGET);
-    const Initiator& initiator = need(state, state.initiator(request.initiator), request.initiator,
-                                      Pegasus::CLASSID_INITIATOR);
+        need(snapshot, snapshot.target(request.target), request.target, Pegasus::CLASSID_TARGET);
+    const Initiator& initiator = need(snapshot, snapshot.initiator(request.initiator),
+                                      request.initiator, Pegasus::CLASSID_INITIATOR);
     for (const Id endpoint : request.endpoints) {
-        need(state, state.endpoint(endpoint), endpoint, Pegasus::CLASSID_TCP_ENDPOINT);
+        need(snapshot, snapshot.endpoint(endpoint), endpoint, Pegasus::CLASSID_TCP_ENDPOINT);
     }
 
     const std::string who = "Initiator " + array::quoted(initiator.name);
     const std::string to = " to target " + array::quoted(target.name);
     const SessionParameters parameters =
-        *state.sessionSettings(state.sessionSettingsOf(request.target));
-    if (!state.granted(request.target, request.initiator)) {
+        *snapshot.sessionSettings(snapshot.sessionSettingsOf(request.target));
+    if (!snapshot.granted(request.target, request.initiator)) {
         return refuse(change, request,
-                      {AUTHORIZE, &LoginStatistics::authorizationFailures,
+                      {authorizationFailed, &LoginStatistics::authorizationFailures,
                        ErrorCode::LoginNotGranted, who + " has no grant" + to + '.'});
     }
     if (!initiator.secret.empty() && request.secret != initiator.secret) {
         return refuse(change, request,
-                      {AUTHENTICATE, &LoginStatistics::authenticationFailures,
+                      {authenticationFailed, &LoginStatistics::authenticationFailures,
                        ErrorCode::LoginFailed, who + " did not prove its secret" + to + '.'});
     }
     if (request.endpoints.empty() || request.endpoints.size() > parameters.maxConnections) {
-        return refuse(change, request,
-                      {NEGOTIATE, &LoginStatistics::negotiationFailures, ErrorCode::LoginNoPath,
-                       who + " asked for " + std::to_string(request.endpoints.size()) +
-                           " connections" + to + ", which takes from 1 to " +
-                           std::to_string(parameters.maxConnections) +
-                           " (MaxConnections, RFC 7143 section 13.2)."});
+        return refuse(
+            change, request,
+            {negotiationFailed, &LoginStatistics::negotiationFailures, ErrorCode::LoginNoPath,
+             who + " asked for " + std::to_string(request.endpoints.size()) + " connections" + to +
+                 ", which takes from 1 to " + std::to_string(parameters.maxConnections) +
+                 " (MaxConnections, RFC 7143 section 13.2)."});
     }
 
     Session session;
@@ -162,7 +163,7 @@ void SimulatedFabric::grantChanged(Change& change, Id target, Id initiator) {
     }
 }
 
-// No host looks at the units, and a secret counts at the next login.
+// No initiator reads or writes here, and a secret counts at the next login.
 void SimulatedFabric::targetChanged(Change&, Id) {}
 void SimulatedFabric::unitChanged(Change&, Id) {}
 void SimulatedFabric::secretChanged(Change&, Id) {}

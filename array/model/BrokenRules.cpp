@@ -8,32 +8,30 @@ namespace array {
 
 namespace {
 
-using Findings = std::vector<std::string>;
-
-// Each checks one record, and throws what the change would have thrown that made it so.
 template<class Record>
-void checkUnique(const Snapshot& snapshot, const NameIndex& names, const Record& record, Id id) {
-    const Id found = snapshot.contents().byName<Record>(names, indexedName(record));
+void checkNamed(const Snapshot& snapshot, Id id, const Record& record) {
+    checkValues(record);
+    const Id found = snapshot.contents().byName<Record>(indexedName(record));
     if (found != id) {
         fail(ErrorCode::NameTaken, keyText(found) + " has the same name");
     }
 }
 
+// Each checks one record, and throws what the change would have thrown that made it so.
 void check(const Snapshot& snapshot, Id id, const Endpoint& endpoint) {
-    checkEndpoint(endpoint);
-    checkUnique(snapshot, snapshot.contents().endpointNames, endpoint, id);
+    checkNamed(snapshot, id, endpoint);
 }
 
 void check(const Snapshot& snapshot, Id id, const Initiator& initiator) {
-    checkISCSIName(initiator.name);
-    checkSecret(initiator.secret, initiator.name);
-    checkUnique(snapshot, snapshot.contents().initiatorNames, initiator, id);
+    checkNamed(snapshot, id, initiator);
+}
+
+void check(const Snapshot& snapshot, Id id, const Volume& volume) {
+    checkNamed(snapshot, id, volume);
 }
 
 void check(const Snapshot& snapshot, Id id, const Target& target) {
-    checkISCSIName(target.name);
-    checkSecret(target.secret, target.name);
-    checkUnique(snapshot, snapshot.contents().targetNames, target, id);
+    checkNamed(snapshot, id, target);
     if (!snapshot.sessionSettings(snapshot.sessionSettingsOf(id)) ||
         !snapshot.connectionSettings(snapshot.connectionSettingsOf(id))) {
         fail(ErrorCode::StateDamaged, "its settings are missing");
@@ -48,12 +46,6 @@ void check(const Snapshot& snapshot, Id id, const LogicalUnit& unit) {
         fail(ErrorCode::LunTaken, "another logical unit of " + keyText(unit.target) + " has LUN " +
                                       std::to_string(unit.lun) + " too");
     }
-}
-
-void check(const Snapshot& snapshot, Id id, const Volume& volume) {
-    checkVolumeName(volume.name);
-    checkElementName(volume.elementName);
-    checkUnique(snapshot, snapshot.contents().volumeNames, volume, id);
 }
 
 void check(const Snapshot& snapshot, Id, const Session& session) {
@@ -85,7 +77,7 @@ void check(const Snapshot& snapshot, Id id, const ConnectionParameters& paramete
 } // namespace
 
 std::vector<std::string> findBrokenRules(const Snapshot& snapshot) {
-    Findings findings;
+    std::vector<std::string> findings;
     forEachRecordType([&]<class Record>(std::type_identity<Record>) {
         snapshot.forEach(classOfRecord<Record>, [&](Id id) {
             try {

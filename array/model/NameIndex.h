@@ -13,7 +13,7 @@ bool sameName(std::string_view a, std::string_view b);
 std::uint32_t hashOfName(std::string_view name);
 
 // Finds objects by a name that the index itself does not keep: it maps hashes to serials, and
-// whoever asks says whether a serial is of the name meant.
+// the caller says whether a serial has the name meant.
 class NameIndex {
 public:
     void add(std::uint32_t hash, std::uint32_t serial) {

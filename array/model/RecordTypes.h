@@ -10,13 +10,14 @@
 
 namespace array {
 
-// One thing for each type of record that an object has; a target's two settings have its serial.
+// A tuple with one Of<Record> for each type of record. A target's two settings are records of their
+// own, with the target's serial.
 template<template<class> class Of>
 using ForEachRecord =
     std::tuple<Of<Endpoint>, Of<Initiator>, Of<Target>, Of<LogicalUnit>, Of<Connection>,
                Of<Session>, Of<Volume>, Of<ConnectionParameters>, Of<SessionParameters>>;
 
-// One thing for each type of counters that objects may have.
+// Likewise for each type of counters that objects may have.
 template<template<class> class Of>
 using ForEachStatistics = std::tuple<Of<LoginStatistics>, Of<SessionFailures>,
                                      Of<SessionStatistics>, Of<InterfaceStatistics>>;

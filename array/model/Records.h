@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "array/model/LoginParameters.h"
 #include "engine/DRAVCodes.h"
 #include "engine/ObjectIds.h"
 
@@ -15,7 +16,7 @@ using Pegasus::CLASSID_e;
 using Id = std::uint32_t; // class << 24 | serial; 0 names no object
 
 // The array's own names.
-struct Names {
+struct ArrayNames {
     std::string host;   // host of object paths
     std::string system; // name as a computer system
 };
@@ -29,8 +30,8 @@ struct Endpoint {
 struct Volume {
     std::string name; // hexadecimal text of its NAA identifier
     std::string elementName;
-    std::uint64_t size = 0;  // bytes
-    std::uint32_t state = 0; // as DRAVVolume::state
+    std::uint64_t size = 0;   // bytes
+    std::uint32_t status = 0; // as DRAVVolume::state: 0 in service
 };
 
 struct Initiator {
@@ -49,37 +50,6 @@ struct LogicalUnit {
     std::uint32_t access = 0; // as DRAVLogicalUnit::readOnly
     Id volume = 0;            // 0: the volume is gone
     std::string volumeName;   // of a volume that is gone; empty while it is there
-};
-
-// Login parameters as proposed by a target, and as agreed in a session or connection. The fields
-// mean what those of DRAVSessionSettings and DRAVConnectionSettings mean.
-struct SessionParameters {
-    std::uint32_t maxConnections = 1;
-    std::uint32_t initialR2T = 1;
-    std::uint32_t immediateData = 1;
-    std::uint32_t maxOutstandingR2T = 1;
-    std::uint32_t firstBurstLength = 65536;
-    std::uint32_t maxBurstLength = 262144;
-    std::uint32_t dataSequenceInOrder = 1;
-    std::uint32_t dataPDUInOrder = 1;
-    std::uint32_t defaultTime2Wait = 2;
-    std::uint32_t defaultTime2Retain = 20;
-    std::uint32_t errorRecoveryLevel = 0;
-
-    bool operator==(const SessionParameters&) const = default;
-};
-
-struct ConnectionParameters {
-    std::uint32_t maxRecvDataSegmentLength = 8192;
-    std::uint16_t primaryHeaderDigest = Pegasus::DRAV_DIGEST_CRC32C;
-    std::uint16_t primaryDataDigest = Pegasus::DRAV_DIGEST_CRC32C;
-    std::uint16_t secondaryHeaderDigest = Pegasus::DRAV_DIGEST_NONE;
-    std::uint16_t secondaryDataDigest = Pegasus::DRAV_DIGEST_NONE;
-    std::uint32_t markersOnReceive = 0;
-    std::uint16_t primaryAuthMethod = Pegasus::DRAV_AUTH_CHAP;
-    std::uint16_t secondaryAuthMethod = Pegasus::DRAV_AUTH_NO_AUTHENTICATION;
-
-    bool operator==(const ConnectionParameters&) const = default;
 };
 
 // A live session of an initiator with a target.

@@ -12,9 +12,11 @@ namespace array {
 
 namespace {
 
-constexpr std::size_t ISCSI_NAME_BYTES = 223; // RFC 7143 section 4.2.7.1
-constexpr std::size_t VOLUME_NAME_DIGITS = 128;
-constexpr std::size_t TEXT_BYTES = 255;
+constexpr std::size_t iSCSINameBytes = 223; // RFC 7143 section 4.2.7.1
+constexpr std::size_t volumeNameDigits = 128;
+constexpr std::size_t textBytes = 255;
+constexpr std::size_t mostSecretBytes = 255; // that other implementations of CHAP take
+constexpr std::size_t safeSecretBytes = 12;  // 96 bits
 
 // What a name has besides letters and digits (RFC 7143 section 4.2.7.2); other characters outside
 // of ASCII are left to the stringprep profile of RFC 3722, which lets most letters pass.
@@ -46,17 +48,13 @@ struct Form {
     const char* rule;
 };
 
-constexpr std::array<Form, 3> FORMS = {{
+constexpr std::array<Form, 3> nameForms = {{
     {"iqn.", isQualified,
      "after \"iqn.\" come a date, yyyy-mm, a dot and a domain name reversed (RFC 7143 section "
      "4.2.7.4)"},
     {"eui.", isEui, "after \"eui.\" come 16 hexadecimal digits (RFC 7143 section 4.2.7.5)"},
     {"naa.", isNaa, "after \"naa.\" come 16 or 32 hexadecimal digits (RFC 7143 section 4.2.7.6)"},
 }};
-
-constexpr char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
 
 bool startsWith(std::string_view text, std::string_view prefix) {
     return text.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), text.begin(),
@@ -68,13 +66,13 @@ bool startsWith(std::string_view text, std::string_view prefix) {
 }
 
 bool isPlainText(std::string_view text) {
-    return text.size() <= TEXT_BYTES && !hasControls(text) && isUtf8(text);
+    return text.size() <= textBytes && !hasControls(text) && isUtf8(text);
 }
 
 } // namespace
 
 void checkISCSIName(std::string_view name) {
-    if (name.size() > ISCSI_NAME_BYTES) {
+    if (name.size() > iSCSINameBytes) {
         failISCSIName(name, "it has " + std::to_string(name.size()) +
                                 " bytes, and 223 are allowed (RFC 7143 section 4.2.7.1)");
     }
@@ -82,7 +80,7 @@ void checkISCSIName(std::string_view name) {
         failISCSIName(name, "it consists of letters, digits, \"-\", \".\" and \":\" (RFC 7143 "
                             "section 4.2.7.2)");
     }
-    for (const Form& form : FORMS) {
+    for (const Form& form : nameForms) {
         if (!startsWith(name, form.prefix)) {
             continue;
         }
@@ -95,7 +93,7 @@ void checkISCSIName(std::string_view name) {
 }
 
 void checkVolumeName(std::string_view name) {
-    if (name.empty() || name.size() % 2 != 0 || name.size() > VOLUME_NAME_DIGITS ||
+    if (name.empty() || name.size() % 2 != 0 || name.size() > volumeNameDigits ||
         !all(name, isHexDigit)) {
         fail(ErrorCode::BadName, array::quoted(name) +
                                      " is no volume name: it consists of an even number "
@@ -111,7 +109,7 @@ void checkElementName(std::string_view text) {
     }
 }
 
-void checkNames(const Names& names) {
+void checkNames(const ArrayNames& names) {
     for (const auto& [what, name] : {std::pair("host", std::string_view(names.host)),
                                      std::pair("system", std::string_view(names.system))}) {
         if (name.empty() || !isPlainText(name)) {
@@ -136,19 +134,12 @@ void checkEndpoint(const Endpoint& endpoint) {
     }
 }
 
-namespace {
-
-constexpr std::size_t MOST_BYTES = 255; // of a CHAP secret that other implementations take
-constexpr std::size_t SAFE_BYTES = 12;  // 96 bits
-
-} // namespace
-
 void checkSecret(std::string_view secret, std::string_view owner) {
     const auto refuse = [&](const char* rule) {
         fail(ErrorCode::BadSecret,
              "The secret of " + array::quoted(owner) + " is refused: it " + rule);
     };
-    if (secret.size() > MOST_BYTES) {
+    if (secret.size() > mostSecretBytes) {
         refuse("has more than 255 bytes.");
     }
     if (hasControls(secret)) {
@@ -160,7 +151,26 @@ void checkSecret(std::string_view secret, std::string_view owner) {
 }
 
 bool isWeakSecret(std::string_view secret) {
-    return !secret.empty() && secret.size() < SAFE_BYTES;
+    return !secret.empty() && secret.size() < safeSecretBytes;
+}
+
+void checkValues(const Endpoint& endpoint) {
+    checkEndpoint(endpoint);
+}
+
+void checkValues(const Volume& volume) {
+    checkVolumeName(volume.name);
+    checkElementName(volume.elementName);
+}
+
+void checkValues(const Initiator& initiator) {
+    checkISCSIName(initiator.name);
+    checkSecret(initiator.secret, initiator.name);
+}
+
+void checkValues(const Target& target) {
+    checkISCSIName(target.name);
+    checkSecret(target.secret, target.name);
 }
 
 } // namespace array

@@ -25,7 +25,7 @@ void checkVolumeName(std::string_view name);
 void checkElementName(std::string_view text);
 
 // The array's names: not empty, UTF-8 without control characters, at most 255 bytes.
-void checkNames(const Names& names);
+void checkNames(const ArrayNames& names);
 
 // An IPv4 or IPv6 address as text, and a port other than 0.
 void checkEndpoint(const Endpoint& endpoint);
@@ -35,8 +35,14 @@ void checkEndpoint(const Endpoint& endpoint);
 void checkSecret(std::string_view secret, std::string_view owner);
 
 // True for a secret that is accepted, but shorter than CHAP needs to be safe: 96 bits (RFC 7143
-// section 9.2.1). No secret at all is none that is weak.
+// section 9.2.1). An empty secret means that there is none, and is not weak.
 bool isWeakSecret(std::string_view secret);
+
+// All of these that concern a record's own values, whether it is made, modified or read from disk.
+void checkValues(const Endpoint& endpoint);
+void checkValues(const Volume& volume);
+void checkValues(const Initiator& initiator);
+void checkValues(const Target& target);
 
 // What of a snapshot breaks the rules, one line of text each; none in a sound array.
 std::vector<std::string> findBrokenRules(const Snapshot& snapshot);

@@ -15,7 +15,7 @@ struct Root {
     Id root;
     CLASSID_e listed;
 };
-constexpr Root ROOTS[] = {
+constexpr Root roots[] = {
     {Pegasus::SESSION_ROOT_OBJECT_ID, Pegasus::CLASSID_INITIATOR},
     {Pegasus::SESSION_ROOT_OBJECT_ID, Pegasus::CLASSID_ISCSI_SESSION},
     {Pegasus::SESSION_ROOT_OBJECT_ID, Pegasus::CLASSID_ISCSI_CONNECTION},
@@ -29,7 +29,7 @@ struct Relation {
     CLASSID_e member;
     Association Contents::*members;
 };
-constexpr Relation RELATIONS[] = {
+constexpr Relation relations[] = {
     {Pegasus::CLASSID_TARGET, Pegasus::CLASSID_INITIATOR, &Contents::initiatorsOfTarget},
     {Pegasus::CLASSID_INITIATOR, Pegasus::CLASSID_TARGET, &Contents::targetsOfInitiator},
     {Pegasus::CLASSID_TARGET, Pegasus::CLASSID_LOGICAL_UNIT, &Contents::unitsOfTarget},
@@ -43,7 +43,7 @@ constexpr Relation RELATIONS[] = {
 };
 
 bool isListed(Id root, CLASSID_e objectClass) {
-    for (const Root& row : ROOTS) {
+    for (const Root& row : roots) {
         if (row.root == root && row.listed == objectClass) {
             return true;
         }
@@ -53,7 +53,7 @@ bool isListed(Id root, CLASSID_e objectClass) {
 
 const PersistentSet& membersOf(const Contents& contents, Id owner, CLASSID_e objectClass) {
     static const PersistentSet none;
-    for (const Relation& row : RELATIONS) {
+    for (const Relation& row : relations) {
         if (row.owner == classOf(owner) && row.member == objectClass) {
             return (contents.*row.members).of(owner);
         }
@@ -78,21 +78,18 @@ void forEachOf(const Contents& contents, const Visit& visit) {
 
 } // namespace
 
-Snapshot::Snapshot() : _contents(std::make_unique<Contents>()) {}
-Snapshot::~Snapshot() = default;
+Snapshot::Snapshot(Contents contents)
+    : _contents(std::make_unique<Contents>(std::move(contents))) {}
 Snapshot::Snapshot(const Snapshot& other)
     : _contents(std::make_unique<Contents>(*other._contents)) {}
 Snapshot::Snapshot(Snapshot&&) noexcept = default;
-Snapshot& Snapshot::operator=(const Snapshot& other) {
-    *_contents = *other._contents;
-    return *this;
-}
+Snapshot::~Snapshot() = default;
 Snapshot& Snapshot::operator=(Snapshot&&) noexcept = default;
 
 std::uint64_t Snapshot::version() const {
     return _contents->version;
 }
-const Names& Snapshot::names() const {
+const ArrayNames& Snapshot::names() const {
     return *_contents->names;
 }
 
@@ -146,17 +143,16 @@ InterfaceStatistics Snapshot::interfaceStatistics(Id endpoint) const {
 }
 
 Id Snapshot::initiatorByName(std::string_view iSCSIName) const {
-    return _contents->byName<Initiator>(_contents->initiatorNames, iSCSIName);
+    return _contents->byName<Initiator>(iSCSIName);
 }
 Id Snapshot::targetByName(std::string_view iSCSIName) const {
-    return _contents->byName<Target>(_contents->targetNames, iSCSIName);
+    return _contents->byName<Target>(iSCSIName);
 }
 Id Snapshot::volumeByName(std::string_view hexText) const {
-    return _contents->byName<Volume>(_contents->volumeNames, hexText);
+    return _contents->byName<Volume>(hexText);
 }
 Id Snapshot::endpointByPortal(std::string_view address, std::uint16_t port) const {
-    return _contents->byName<Endpoint>(_contents->endpointNames,
-                                       indexedName(Endpoint{std::string(address), port}));
+    return _contents->byName<Endpoint>(indexedName(Endpoint{std::string(address), port}));
 }
 
 Id Snapshot::unitByLun(Id target, std::uint32_t lun) const {
@@ -240,12 +236,12 @@ std::vector<Id> Snapshot::associated(Id owner, CLASSID_e objectClass) const {
 
 namespace {
 
-struct Row {
+struct ClassName {
     CLASSID_e objectClass;
     const char* name;
 };
 
-constexpr Row ROWS[] = {
+constexpr ClassName classNames[] = {
     {Pegasus::CLASSID_TCP_ENDPOINT, "endpoint"},
     {Pegasus::CLASSID_INITIATOR, "initiator"},
     {Pegasus::CLASSID_TARGET, "target"},
@@ -260,7 +256,7 @@ constexpr Row ROWS[] = {
 } // namespace
 
 const char* className(CLASSID_e objectClass) {
-    for (const Row& row : ROWS) {
+    for (const ClassName& row : classNames) {
         if (row.objectClass == objectClass) {
             return row.name;
         }

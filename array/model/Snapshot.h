@@ -14,21 +14,23 @@ namespace array {
 
 // The whole array at one moment. It never changes, so it is read by any number of threads without a
 // lock; what its functions return by pointer or reference lives as long as the snapshot. No
-// function throws, but for want of memory. Each costs the same in a small array and in one of a
+// function throws, unless memory runs out. Each costs the same in a small array and in one of a
 // million objects, per id that it visits.
 class Snapshot {
 public:
-    Snapshot();
-    ~Snapshot();
+    // What a snapshot consists of (SnapshotContents.h), for those who make the next one or look for
+    // records by their type.
+    struct Contents;
+    explicit Snapshot(Contents contents);
     Snapshot(const Snapshot&);
     Snapshot(Snapshot&&) noexcept;
-    Snapshot& operator=(const Snapshot&);
-    Snapshot& operator=(Snapshot&&) noexcept;
+    ~Snapshot();
+    const Contents& contents() const { return *_contents; }
 
     // Grows by one with each commit to the state directory, by whatever process.
     std::uint64_t version() const;
 
-    const Names& names() const;
+    const ArrayNames& names() const;
 
     // The record of an object; null if the id names no object of the class.
     const Endpoint* endpoint(Id id) const;
@@ -88,12 +90,9 @@ public:
     void forEachAssociated(Id owner, CLASSID_e objectClass,
                            const std::function<void(Id)>& visit) const;
 
-    // For those who make the next snapshot: array/model/.
-    struct Contents;
-    const Contents& contents() const { return *_contents; }
-    Contents& mutableContents() { return *_contents; }
+protected:
+    Snapshot& operator=(Snapshot&&) noexcept;
 
-private:
     std::unique_ptr<Contents> _contents;
 };
 

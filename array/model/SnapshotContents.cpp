@@ -6,34 +6,17 @@ namespace {
 
 using Contents = Snapshot::Contents;
 
-// What an object's record says beside its own values: names and whom it belongs to. `link` enters
-// it into the state, `unlink` takes it out again; a record type without either says nothing.
-void link(Contents& contents, Id id, const Endpoint& endpoint) {
-    contents.endpointNames.add(hashOfName(indexedName(endpoint)), serialOf(id));
+// What an object's record says beside its own values: its name and whom it belongs to. `link`
+// enters it into the contents, `unlink` takes it out again.
+template<class Record>
+void link(Contents& contents, Id id, const Record& record) {
+    NameIndex& names = std::get<NamesOf<Record>>(contents.nameIndexes).index;
+    names.add(hashOfName(indexedName(record)), serialOf(id));
 }
-void unlink(Contents& contents, Id id, const Endpoint& endpoint) {
-    contents.endpointNames.remove(hashOfName(indexedName(endpoint)), serialOf(id));
-}
-
-void link(Contents& contents, Id id, const Volume& volume) {
-    contents.volumeNames.add(hashOfName(volume.name), serialOf(id));
-}
-void unlink(Contents& contents, Id id, const Volume& volume) {
-    contents.volumeNames.remove(hashOfName(volume.name), serialOf(id));
-}
-
-void link(Contents& contents, Id id, const Initiator& initiator) {
-    contents.initiatorNames.add(hashOfName(initiator.name), serialOf(id));
-}
-void unlink(Contents& contents, Id id, const Initiator& initiator) {
-    contents.initiatorNames.remove(hashOfName(initiator.name), serialOf(id));
-}
-
-void link(Contents& contents, Id id, const Target& target) {
-    contents.targetNames.add(hashOfName(target.name), serialOf(id));
-}
-void unlink(Contents& contents, Id id, const Target& target) {
-    contents.targetNames.remove(hashOfName(target.name), serialOf(id));
+template<class Record>
+void unlink(Contents& contents, Id id, const Record& record) {
+    NameIndex& names = std::get<NamesOf<Record>>(contents.nameIndexes).index;
+    names.remove(hashOfName(indexedName(record)), serialOf(id));
 }
 
 void link(Contents& contents, Id id, const LogicalUnit& unit) {
@@ -73,6 +56,7 @@ void unlink(Contents& contents, Id id, const Connection& connection) {
     contents.connectionsOfEndpoint.remove(connection.endpoint, id);
 }
 
+// Settings have no name, and belong to the target of the same serial.
 void link(Contents&, Id, const SessionParameters&) {}
 void unlink(Contents&, Id, const SessionParameters&) {}
 void link(Contents&, Id, const ConnectionParameters&) {}

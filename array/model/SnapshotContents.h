@@ -24,12 +24,18 @@ private:
     PersistentMap<PersistentSet> _members;
 };
 
+// The objects of one record type, by indexedName().
+template<class Record>
+struct NamesOf {
+    NameIndex index;
+};
+
 // What a snapshot consists of. A copy is cheap and shares everything with the original. The
 // functions keep tables, associations and indexes in step; they know no rules, and expect that the
 // objects named by a record are there.
 struct Snapshot::Contents {
     std::uint64_t version = 0;
-    Shared<Names> names = Shared<Names>::make();
+    Shared<ArrayNames> names = Shared<ArrayNames>::make();
     ForEachRecord<Table> objects;
     ForEachStatistics<Table> statistics;
     PersistentMap<std::uint32_t> lastSerials; // by class: the highest serial ever given
@@ -39,7 +45,7 @@ struct Snapshot::Contents {
     Association sessionsOfTarget, sessionsOfInitiator;
     Association connectionsOfSession, connectionsOfEndpoint;
     PersistentMap<PersistentMap<Id>> unitsByLun; // target -> LUN -> unit
-    NameIndex endpointNames, initiatorNames, targetNames, volumeNames;
+    std::tuple<NamesOf<Endpoint>, NamesOf<Initiator>, NamesOf<Target>, NamesOf<Volume>> nameIndexes;
 
     template<class Record>
     const Table<Record>& table() const {
@@ -83,9 +89,17 @@ struct Snapshot::Contents {
     std::uint32_t lastSerial(CLASSID_e objectClass) const;
     void serialUsed(Id id);
 
-    // The object of a name, 0 if there is none.
+    // The object of an indexedName(), 0 if there is none.
     template<class Record>
-    Id byName(const NameIndex& index, std::string_view name) const;
+    Id byName(std::string_view name) const;
+};
+
+// The next snapshot while it is made: it is read as a snapshot, and can be changed.
+class SnapshotDraft : public Snapshot {
+public:
+    explicit SnapshotDraft(const Snapshot& from) : Snapshot(from) {}
+
+    Contents& edit() { return *_contents; }
 };
 
 // The text by which an object is found and which no other object of its class has.
@@ -101,7 +115,8 @@ inline std::string_view indexedName(const Target& target) {
 std::string indexedName(const Endpoint& endpoint);
 
 template<class Record>
-Id Snapshot::Contents::byName(const NameIndex& index, std::string_view name) const {
+Id Snapshot::Contents::byName(std::string_view name) const {
+    const NameIndex& index = std::get<NamesOf<Record>>(nameIndexes).index;
     const std::uint32_t serial = index.find(hashOfName(name), [&](std::uint32_t candidate) {
         return sameName(indexedName(**table<Record>().find(candidate)), name);
     });

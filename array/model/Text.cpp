@@ -42,13 +42,13 @@ struct Form {
     std::size_t following;
     char32_t least;
 };
-constexpr std::array<Form, 4> FORMS = {
+constexpr std::array<Form, 4> forms = {
     {{0x80, 0x00, 0, 0}, {0xE0, 0xC0, 1, 0x80}, {0xF0, 0xE0, 2, 0x800}, {0xF8, 0xF0, 3, 0x10000}}};
 
 // The length of the well-formed character at the start of a text; 0 if there is none.
 std::size_t characterAt(std::string_view text) {
     const auto first = static_cast<std::uint8_t>(text.front());
-    for (const Form& form : FORMS) {
+    for (const Form& form : forms) {
         if ((first & form.mask) != form.lead) {
             continue;
         }

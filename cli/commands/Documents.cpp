@@ -141,7 +141,7 @@ void addCompletionCommand(CLI::App& app, Context& context) {
 
 namespace {
 
-// Text as troff takes it for itself and for no request.
+// A text escaped so that troff prints it as it is.
 std::string troff(const std::string& text) {
     std::string out;
     for (const char c : text) {

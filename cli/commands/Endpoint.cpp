@@ -10,15 +10,15 @@ namespace {
 
 struct ListEndpoints : NoArguments {
     static void run(Context& context) {
-        const array::SnapshotPtr array = context.array().snapshot();
+        const array::SnapshotPtr snapshot = context.array().snapshot();
         Listing listing({{"KEY", "key"},
                          {"ADDRESS", "address"},
                          {"PORT", "port"},
                          {"CONNECTIONS", "connections"}});
-        array->forEach(Pegasus::CLASSID_TCP_ENDPOINT, [&](array::Id id) {
-            const array::Endpoint& endpoint = *array->endpoint(id);
+        snapshot->forEach(Pegasus::CLASSID_TCP_ENDPOINT, [&](array::Id id) {
+            const array::Endpoint& endpoint = *snapshot->endpoint(id);
             listing.add({array::keyText(id), endpoint.address, endpoint.port,
-                         array->countAssociated(id, Pegasus::CLASSID_ISCSI_CONNECTION)});
+                         snapshot->countAssociated(id, Pegasus::CLASSID_ISCSI_CONNECTION)});
         });
         listing.print(context);
     }

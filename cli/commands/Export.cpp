@@ -20,14 +20,14 @@ struct Export {
     }
 
     void run(Context& context) const {
-        const array::SnapshotPtr array = context.array().snapshot();
+        const array::SnapshotPtr snapshot = context.array().snapshot();
         Progress progress(context.err, context.errIsTerminal,
-                          array::description::countEntries(*array), Progress::Clock::now());
+                          array::description::countEntries(*snapshot), Progress::Clock::now());
         std::uint64_t entries = 0;
         array::description::Writer writer(context.out, withSecrets
                                                            ? array::description::Secrets::Write
                                                            : array::description::Secrets::Leave);
-        const auto leftOut = array::description::exportTo(writer, *array, [&] {
+        const auto leftOut = array::description::exportTo(writer, *snapshot, [&] {
             if (++entries % 1024 == 0) {
                 progress.update(entries, Progress::Clock::now());
             }

@@ -8,12 +8,14 @@ namespace {
 
 struct ListGrants : NoArguments {
     static void run(Context& context) {
-        const array::SnapshotPtr array = context.array().snapshot();
+        const array::SnapshotPtr snapshot = context.array().snapshot();
         Listing listing({{"TARGET", "target"}, {"INITIATOR", "initiator"}});
-        array->forEach(Pegasus::CLASSID_TARGET, [&](array::Id target) {
-            array->forEachAssociated(target, Pegasus::CLASSID_INITIATOR, [&](array::Id initiator) {
-                listing.add({array->target(target)->name, array->initiator(initiator)->name});
-            });
+        snapshot->forEach(Pegasus::CLASSID_TARGET, [&](array::Id target) {
+            snapshot->forEachAssociated(target, Pegasus::CLASSID_INITIATOR,
+                                        [&](array::Id initiator) {
+                                            listing.add({snapshot->target(target)->name,
+                                                         snapshot->initiator(initiator)->name});
+                                        });
         });
         listing.print(context);
     }

@@ -88,11 +88,11 @@ private:
     }
 
     static void printImported(Context& context) {
-        const array::SnapshotPtr array = context.array().snapshot();
+        const array::SnapshotPtr snapshot = context.array().snapshot();
         Json counts = Json::object();
         std::string text;
         for (const auto& [noun, member, objectClass] : countedClasses) {
-            const std::size_t count = array->count(objectClass);
+            const std::size_t count = snapshot->count(objectClass);
             counts[member] = count;
             text += (text.empty() ? "Imported " : ", ") + counted(count, noun);
         }

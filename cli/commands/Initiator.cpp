@@ -8,8 +8,8 @@ namespace {
 
 struct ListInitiators : NoArguments {
     static void run(Context& context) {
-        const array::SnapshotPtr array = context.array().snapshot();
-        initiatorListing(*array, array->ids(Pegasus::CLASSID_INITIATOR)).print(context);
+        const array::SnapshotPtr snapshot = context.array().snapshot();
+        initiatorListing(*snapshot, snapshot->ids(Pegasus::CLASSID_INITIATOR)).print(context);
     }
 };
 

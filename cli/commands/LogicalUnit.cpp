@@ -16,11 +16,11 @@ struct ListUnits {
     }
 
     void run(Context& context) const {
-        const array::SnapshotPtr array = context.array().snapshot();
-        const auto units = target.empty() ? array->ids(Pegasus::CLASSID_LOGICAL_UNIT)
-                                          : array->associated(findTarget(*array, target),
-                                                              Pegasus::CLASSID_LOGICAL_UNIT);
-        unitListing(*array, units).print(context);
+        const array::SnapshotPtr snapshot = context.array().snapshot();
+        const auto units = target.empty() ? snapshot->ids(Pegasus::CLASSID_LOGICAL_UNIT)
+                                          : snapshot->associated(findTarget(*snapshot, target),
+                                                                 Pegasus::CLASSID_LOGICAL_UNIT);
+        unitListing(*snapshot, units).print(context);
     }
 };
 

@@ -11,8 +11,8 @@ namespace {
 
 struct ListSessions : NoArguments {
     static void run(Context& context) {
-        const array::SnapshotPtr array = context.array().snapshot();
-        sessionListing(*array, array->ids(Pegasus::CLASSID_ISCSI_SESSION)).print(context);
+        const array::SnapshotPtr snapshot = context.array().snapshot();
+        sessionListing(*snapshot, snapshot->ids(Pegasus::CLASSID_ISCSI_SESSION)).print(context);
     }
 };
 
@@ -31,25 +31,25 @@ struct Login {
     }
 
     void run(Context& context) const {
-        const array::SnapshotPtr array = context.array().snapshot();
+        const array::SnapshotPtr snapshot = context.array().snapshot();
         array::LoginRequest request;
-        request.target = findTarget(*array, target);
-        request.initiator = findInitiator(*array, initiator);
-        request.endpoints = endpoints(*array);
-        if (!array->initiator(request.initiator)->secret.empty()) {
+        request.target = findTarget(*snapshot, target);
+        request.initiator = findInitiator(*snapshot, initiator);
+        request.endpoints = endpoints(*snapshot);
+        if (!snapshot->initiator(request.initiator)->secret.empty()) {
             request.secret = readSecret(context, "Secret of initiator " + initiator);
         }
         printCreated(context, context.array().login(request));
     }
 
 private:
-    std::vector<array::Id> endpoints(const array::Snapshot& array) const {
+    std::vector<array::Id> endpoints(const array::Snapshot& snapshot) const {
         std::vector<array::Id> ids;
         for (const std::string& portal : portals) {
-            ids.push_back(findEndpoint(array, portal));
+            ids.push_back(findEndpoint(snapshot, portal));
         }
-        if (ids.empty() && array.count(Pegasus::CLASSID_TCP_ENDPOINT) > 0) {
-            ids.push_back(array.ids(Pegasus::CLASSID_TCP_ENDPOINT).front());
+        if (ids.empty() && snapshot.count(Pegasus::CLASSID_TCP_ENDPOINT) > 0) {
+            ids.push_back(snapshot.ids(Pegasus::CLASSID_TCP_ENDPOINT).front());
         }
         return ids;
     }
@@ -74,14 +74,14 @@ struct Logout {
     }
 
 private:
-    std::vector<array::Id> sessions(const array::Snapshot& array) const {
+    std::vector<array::Id> sessions(const array::Snapshot& snapshot) const {
         if (target.empty()) {
-            return {findSession(array, keyOrInitiator)};
+            return {findSession(snapshot, keyOrInitiator)};
         }
-        const array::Id targetId = findTarget(array, target);
-        std::vector<array::Id> ids =
-            array.associated(findInitiator(array, keyOrInitiator), Pegasus::CLASSID_ISCSI_SESSION);
-        std::erase_if(ids, [&](array::Id id) { return array.session(id)->target != targetId; });
+        const array::Id targetId = findTarget(snapshot, target);
+        std::vector<array::Id> ids = snapshot.associated(findInitiator(snapshot, keyOrInitiator),
+                                                         Pegasus::CLASSID_ISCSI_SESSION);
+        std::erase_if(ids, [&](array::Id id) { return snapshot.session(id)->target != targetId; });
         if (ids.empty()) {
             array::fail(array::ErrorCode::NoSuchObject,
                         "Initiator " + array::quoted(keyOrInitiator) +

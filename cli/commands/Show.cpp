@@ -1,14 +1,159 @@
+#include <ostream>
+
 #include "array/model/Ids.h"
-#include "cli/Codes.h"
 #include "cli/Listing.h"
-#include "cli/Map.h"
 #include "cli/Quantities.h"
-#include "cli/TargetReport.h"
+#include "cli/Tree.h"
 #include "cli/commands/Commands.h"
+
+// The whole array as hosts see it: each host (an initiator) with the targets that it may reach,
+// their logical units and its sessions; then the targets that no host may reach, and the volumes
+// under no target. Tells of secrets only whether they are set.
 
 namespace cli {
 
 namespace {
+
+using array::Id;
+using array::Snapshot;
+
+Json volumeMap(const Snapshot& snapshot, Id id) {
+    const array::Volume& volume = *snapshot.volume(id);
+    return {{"key", array::keyText(id)},
+            {"name", volume.name},
+            {"elementName", volume.elementName},
+            {"size", volume.size}};
+}
+
+Json targetMap(const Snapshot& snapshot, Id id) {
+    const array::Target& target = *snapshot.target(id);
+    const auto units = snapshot.associated(id, Pegasus::CLASSID_LOGICAL_UNIT);
+    return {{"key", array::keyText(id)},
+            {"name", target.name},
+            {"secretSet", !target.secret.empty()},
+            {"units", unitListing(snapshot, units).toJson()}};
+}
+
+Json sessionsMap(const Snapshot& snapshot, Id host, Id target) {
+    auto sessions = snapshot.associated(host, Pegasus::CLASSID_ISCSI_SESSION);
+    std::erase_if(sessions, [&](Id id) { return snapshot.session(id)->target != target; });
+    return sessionListing(snapshot, sessions).toJson();
+}
+
+Json hostMap(const Snapshot& snapshot, Id id) {
+    const array::Initiator& host = *snapshot.initiator(id);
+    Json targets = Json::array();
+    snapshot.forEachAssociated(id, Pegasus::CLASSID_TARGET, [&](Id target) {
+        Json map = targetMap(snapshot, target);
+        map["sessions"] = sessionsMap(snapshot, id, target);
+        targets.push_back(std::move(map));
+    });
+    return {{"key", array::keyText(id)},
+            {"name", host.name},
+            {"secretSet", !host.secret.empty()},
+            {"targets", std::move(targets)}};
+}
+
+Json mapOf(const Snapshot& snapshot) {
+    Json map = {{"system", snapshot.names().system},    {"host", snapshot.names().host},
+                {"endpoints", Json::array()},           {"hosts", Json::array()},
+                {"targetsWithoutHosts", Json::array()}, {"volumesWithoutUnits", Json::array()}};
+    snapshot.forEach(Pegasus::CLASSID_TCP_ENDPOINT, [&](Id id) {
+        map["endpoints"].push_back(portalText(*snapshot.endpoint(id)));
+    });
+    snapshot.forEach(Pegasus::CLASSID_INITIATOR,
+                     [&](Id id) { map["hosts"].push_back(hostMap(snapshot, id)); });
+    snapshot.forEach(Pegasus::CLASSID_TARGET, [&](Id id) {
+        if (snapshot.countAssociated(id, Pegasus::CLASSID_INITIATOR) == 0) {
+            map["targetsWithoutHosts"].push_back(targetMap(snapshot, id));
+        }
+    });
+    snapshot.forEach(Pegasus::CLASSID_VOLUME, [&](Id id) {
+        if (snapshot.countAssociated(id, Pegasus::CLASSID_LOGICAL_UNIT) == 0) {
+            map["volumesWithoutUnits"].push_back(volumeMap(snapshot, id));
+        }
+    });
+    return map;
+}
+
+// From here on the map is drawn.
+
+std::string textOf(const Json& object, const char* member) {
+    return plainText(object[member]);
+}
+
+std::string secretOf(const Json& object) {
+    return "secret " + setText(object["secretSet"]);
+}
+
+std::vector<Branch> branches(const Json& list, Branch (*branchOf)(const Json&)) {
+    std::vector<Branch> result;
+    for (const Json& element : list) {
+        result.push_back(branchOf(element));
+    }
+    return result;
+}
+
+Branch unitBranch(const Json& unit) {
+    return {{"LUN " + textOf(unit, "lun"), textOf(unit, "access"), unitSizeText(unit["size"]),
+             textOf(unit, "volume"), textOf(unit, "elementName")},
+            {}};
+}
+
+Branch volumeBranch(const Json& volume) {
+    return {{bytesText(volume["size"]), textOf(volume, "name"), textOf(volume, "elementName")}, {}};
+}
+
+std::string sessionsOf(const Json& target) {
+    const auto sessions = target.find("sessions");
+    if (sessions == target.end()) {
+        return "";
+    }
+    if (sessions->empty()) {
+        return "not logged in";
+    }
+    Json portals = Json::array();
+    for (const Json& session : *sessions) {
+        for (const Json& portal : session["connections"]) {
+            portals.push_back(portal);
+        }
+    }
+    return counted(sessions->size(), "session") + " through " + plainText(portals);
+}
+
+Branch targetBranch(const Json& target) {
+    Branch branch{{textOf(target, "name"), secretOf(target), sessionsOf(target)},
+                  branches(target["units"], unitBranch)};
+    if (branch.children.empty()) {
+        branch.children.push_back({{"no logical units"}, {}});
+    }
+    return branch;
+}
+
+Branch hostBranch(const Json& host) {
+    Branch branch{{textOf(host, "name"), secretOf(host)}, branches(host["targets"], targetBranch)};
+    if (branch.children.empty()) {
+        branch.children.push_back({{"no targets"}, {}});
+    }
+    return branch;
+}
+
+void drawPart(std::ostream& out, const char* title, const std::vector<Branch>& part) {
+    if (!part.empty()) {
+        drawTree(out << '\n', {{{title}, part}});
+    }
+}
+
+void drawMap(std::ostream& out, const Json& map) {
+    out << "Array " << textOf(map, "system") << " on " << textOf(map, "host") << '\n';
+    drawPart(out, "Endpoints", branches(map["endpoints"], [](const Json& portal) {
+                 return Branch{{plainText(portal)}, {}};
+             }));
+    drawPart(out, "Hosts", branches(map["hosts"], hostBranch));
+    drawPart(out, "Targets that no host may reach",
+             branches(map["targetsWithoutHosts"], targetBranch));
+    drawPart(out, "Volumes under no target", branches(map["volumesWithoutUnits"], volumeBranch));
+}
 
 struct Show : NoArguments {
     static void run(Context& context) {
@@ -25,124 +170,6 @@ struct Show : NoArguments {
 
 void addShowCommand(CLI::App& app, Context& context) {
     add<Show>(app, context, "show", "Draw hosts, their targets and volumes, and sessions");
-}
-
-namespace {
-
-using array::Id;
-using array::Snapshot;
-
-Json sessionSettings(const Snapshot& array, Id id) {
-    const array::SessionParameters& values = *array.sessionSettings(id);
-    return {{"key", array::keyText(id)},
-            {"maxConnections", values.maxConnections},
-            {"initialR2T", values.initialR2T != 0},
-            {"immediateData", values.immediateData != 0},
-            {"maxOutstandingR2T", values.maxOutstandingR2T},
-            {"firstBurstLength", values.firstBurstLength},
-            {"maxBurstLength", values.maxBurstLength},
-            {"dataSequenceInOrder", values.dataSequenceInOrder != 0},
-            {"dataPDUInOrder", values.dataPDUInOrder != 0},
-            {"defaultTime2Wait", values.defaultTime2Wait},
-            {"defaultTime2Retain", values.defaultTime2Retain},
-            {"errorRecoveryLevel", values.errorRecoveryLevel}};
-}
-
-Json connectionSettings(const Snapshot& array, Id id) {
-    const array::ConnectionParameters& values = *array.connectionSettings(id);
-    return {{"key", array::keyText(id)},
-            {"maxRecvDataSegmentLength", values.maxRecvDataSegmentLength},
-            {"primaryHeaderDigest", digestText(values.primaryHeaderDigest)},
-            {"primaryDataDigest", digestText(values.primaryDataDigest)},
-            {"secondaryHeaderDigest", digestText(values.secondaryHeaderDigest)},
-            {"secondaryDataDigest", digestText(values.secondaryDataDigest)},
-            {"markersOnReceive", values.markersOnReceive != 0},
-            {"primaryAuthMethod", authText(values.primaryAuthMethod)},
-            {"secondaryAuthMethod", authText(values.secondaryAuthMethod)}};
-}
-
-Json loginStatistics(const Snapshot& array, Id target) {
-    const array::LoginStatistics values = array.loginStatistics(target);
-    return {{"key", array::keyText(target)},
-            {"successfulLogins", values.successfulLogins},
-            {"negotiationFailures", values.negotiationFailures},
-            {"authenticationFailures", values.authenticationFailures},
-            {"authorizationFailures", values.authorizationFailures},
-            {"redirects", values.redirects},
-            {"otherFailures", values.otherFailures},
-            {"normalLogouts", values.normalLogouts},
-            {"otherLogouts", values.otherLogouts}};
-}
-
-Json sessionFailures(const Snapshot& array, Id target) {
-    const array::SessionFailures values = array.sessionFailures(target);
-    return {{"key", array::keyText(target)},
-            {"digestFailures", values.digest},
-            {"connectionTimeoutFailures", values.connectionTimeout},
-            {"formatErrors", values.format}};
-}
-
-Listing sessionStatistics(const Snapshot& array, const std::vector<Id>& sessions) {
-    Listing listing({{"KEY", "key"},
-                     {"COMMAND PDUS", "commandPDUs"},
-                     {"RESPONSE PDUS", "responsePDUs"},
-                     {"SENT", "bytesTransmitted", bytesText},
-                     {"RECEIVED", "bytesReceived", bytesText},
-                     {"DIGEST ERRORS", "digestErrors"},
-                     {"TIMEOUTS", "connectionTimeoutErrors"}});
-    for (const Id id : sessions) {
-        const array::SessionStatistics values = array.sessionStatistics(id);
-        listing.add({array::keyText(id), values.commandPDUs, values.responsePDUs,
-                     values.bytesTransmitted, values.bytesReceived, values.digestErrors,
-                     values.connectionTimeoutErrors});
-    }
-    return listing;
-}
-
-// Of all endpoints: each leads to every target.
-Listing endpointStatistics(const Snapshot& array) {
-    Listing listing({{"KEY", "key"},
-                     {"ENDPOINT", "endpoint"},
-                     {"FRAMES SENT", "framesSent"},
-                     {"FRAMES RECEIVED", "framesReceived"},
-                     {"SENT", "octetsSent", bytesText},
-                     {"RECEIVED", "octetsReceived", bytesText}});
-    array.forEach(Pegasus::CLASSID_TCP_ENDPOINT, [&](Id id) {
-        const array::InterfaceStatistics values = array.interfaceStatistics(id);
-        listing.add({array::keyText(id), portalText(*array.endpoint(id)), values.framesSent,
-                     values.framesReceived, values.octetsSent, values.octetsReceived});
-    });
-    return listing;
-}
-
-} // namespace
-
-Report targetReport(const Snapshot& array, Id target) {
-    const array::Target& record = *array.target(target);
-    const auto sessions = array.associated(target, Pegasus::CLASSID_ISCSI_SESSION);
-    Report report;
-    report.add("Target", "target",
-               {{"key", array::keyText(target)},
-                {"name", record.name},
-                {"secretSet", !record.secret.empty()}});
-    report.add("Logical units", "logicalUnits",
-               unitListing(array, array.associated(target, Pegasus::CLASSID_LOGICAL_UNIT)));
-    report.add("Initiators granted", "initiators",
-               initiatorListing(array, array.associated(target, Pegasus::CLASSID_INITIATOR)));
-    report.add("Sessions", "sessions", sessionListing(array, sessions));
-    report.add("Session login parameters (CIM_iSCSISessionSettings)", "sessionSettings",
-               sessionSettings(array, array.sessionSettingsOf(target)));
-    report.add("Connection login parameters (CIM_iSCSIConnectionSettings)", "connectionSettings",
-               connectionSettings(array, array.connectionSettingsOf(target)));
-    report.add("Logins (CIM_iSCSILoginStatistics)", "loginStatistics",
-               loginStatistics(array, target));
-    report.add("Failed sessions (CIM_iSCSISessionFailures)", "sessionFailures",
-               sessionFailures(array, target));
-    report.add("Traffic of sessions (CIM_iSCSISessionStatistics)", "sessionStatistics",
-               sessionStatistics(array, sessions));
-    report.add("Traffic of endpoints (Ovrin_MACStatistics)", "endpointStatistics",
-               endpointStatistics(array));
-    return report;
 }
 
 } // namespace cli

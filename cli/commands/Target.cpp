@@ -10,19 +10,19 @@ namespace {
 
 struct ListTargets : NoArguments {
     static void run(Context& context) {
-        const array::SnapshotPtr array = context.array().snapshot();
+        const array::SnapshotPtr snapshot = context.array().snapshot();
         Listing listing({{"KEY", "key"},
                          {"NAME", "name"},
                          {"SECRET", "secretSet", setText},
                          {"UNITS", "units"},
                          {"GRANTS", "grants"},
                          {"SESSIONS", "sessions"}});
-        array->forEach(Pegasus::CLASSID_TARGET, [&](array::Id id) {
-            const array::Target& target = *array->target(id);
+        snapshot->forEach(Pegasus::CLASSID_TARGET, [&](array::Id id) {
+            const array::Target& target = *snapshot->target(id);
             listing.add({array::keyText(id), target.name, !target.secret.empty(),
-                         array->countAssociated(id, Pegasus::CLASSID_LOGICAL_UNIT),
-                         array->countAssociated(id, Pegasus::CLASSID_INITIATOR),
-                         array->countAssociated(id, Pegasus::CLASSID_ISCSI_SESSION)});
+                         snapshot->countAssociated(id, Pegasus::CLASSID_LOGICAL_UNIT),
+                         snapshot->countAssociated(id, Pegasus::CLASSID_INITIATOR),
+                         snapshot->countAssociated(id, Pegasus::CLASSID_ISCSI_SESSION)});
         });
         listing.print(context);
     }
@@ -60,8 +60,8 @@ struct DeleteTarget : TargetArgument {
 
 struct ShowTarget : TargetArgument {
     void run(Context& context) const {
-        const array::SnapshotPtr array = context.array().snapshot();
-        targetReport(*array, findTarget(*array, target)).print(context);
+        const array::SnapshotPtr snapshot = context.array().snapshot();
+        targetReport(*snapshot, findTarget(*snapshot, target)).print(context);
     }
 };
 

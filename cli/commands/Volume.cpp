@@ -10,16 +10,16 @@ namespace {
 
 struct ListVolumes : NoArguments {
     static void run(Context& context) {
-        const array::SnapshotPtr array = context.array().snapshot();
+        const array::SnapshotPtr snapshot = context.array().snapshot();
         Listing listing({{"KEY", "key"},
                          {"NAME", "name"},
                          {"ELEMENT NAME", "elementName"},
                          {"SIZE", "size", bytesText},
                          {"UNITS", "units"}});
-        array->forEach(Pegasus::CLASSID_VOLUME, [&](array::Id id) {
-            const array::Volume& volume = *array->volume(id);
+        snapshot->forEach(Pegasus::CLASSID_VOLUME, [&](array::Id id) {
+            const array::Volume& volume = *snapshot->volume(id);
             listing.add({array::keyText(id), volume.name, volume.elementName, volume.size,
-                         array->countAssociated(id, Pegasus::CLASSID_LOGICAL_UNIT)});
+                         snapshot->countAssociated(id, Pegasus::CLASSID_LOGICAL_UNIT)});
         });
         listing.print(context);
     }

@@ -24,7 +24,7 @@
 namespace Pegasus {
 namespace {
 
-constexpr int ROUNDS = 60;
+constexpr int rounds = 60;
 
 template<class Interface, class Object>
 class Collecting : public Interface {
@@ -61,7 +61,7 @@ bool isNameOf(const String& name, const std::string& prefix) {
 
 void listHosts() {
     Ready<StorageHardwareIDProvider> ready;
-    for (int i = 0; i < ROUNDS; ++i) {
+    for (int i = 0; i < rounds; ++i) {
         Collecting<InstanceResponseHandler, CIMInstance> handler;
         ready.provider.enumerateInstances(ready.context, classPath("CIM_StorageHardwareID"), false,
                                           false, CIMPropertyList(), handler);
@@ -73,7 +73,7 @@ void listHosts() {
 
 void listService() {
     Ready<ControllerConfigurationServiceProvider> ready;
-    for (int i = 0; i < ROUNDS; ++i) {
+    for (int i = 0; i < rounds; ++i) {
         Collecting<ObjectPathResponseHandler, CIMObjectPath> handler;
         ready.provider.enumerateInstanceNames(
             ready.context, classPath("CIM_ControllerConfigurationService"), handler);
@@ -83,7 +83,7 @@ void listService() {
 }
 
 void readTargets(DRAVEngine& engine) {
-    for (int i = 0; i < ROUNDS; ++i) {
+    for (int i = 0; i < rounds; ++i) {
         const Array<Uint32> ids =
             engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET);
         for (Uint32 at = 0; at < ids.size(); ++at) {
@@ -107,7 +107,7 @@ String nameOf(const char* prefix, int thread, int i) {
 
 // Leaves one initiator, granted to one target, behind.
 void change(DRAVEngine& engine, int thread) {
-    for (int i = 0; i < ROUNDS; ++i) {
+    for (int i = 0; i < rounds; ++i) {
         const Uint32 target =
             engine.createObject(CLASSID_TARGET, DRAVTarget(nameOf("t", thread, i)));
         const Uint32 initiator =
@@ -115,7 +115,7 @@ void change(DRAVEngine& engine, int thread) {
         engine.createAssociation(target, initiator);
         EXPECT_EQ(engine.getiSCSIObjectIDByName(CLASSID_TARGET, nameOf("t", thread, i)), target);
         EXPECT_EQ(engine.enumerateAssociatedObjects(initiator, CLASSID_TARGET).size(), 1u);
-        if (i + 1 == ROUNDS) {
+        if (i + 1 == rounds) {
             return;
         }
         engine.deleteObject(CLASSID_TARGET, target);
@@ -125,7 +125,7 @@ void change(DRAVEngine& engine, int thread) {
 
 // As another process would.
 void rename(array::Array& other) {
-    for (int i = 0; i < ROUNDS; ++i) {
+    for (int i = 0; i < rounds; ++i) {
         const std::string number = std::to_string(i);
         other.change([&](array::Change& next) { next.setNames({"host" + number, "system"}); });
         EXPECT_EQ(other.snapshot()->names().host, "host" + number);
@@ -150,7 +150,7 @@ TEST(MixedLoad, EverybodyGetsWhatIsTrue) {
     EXPECT_EQ(engine.enumerateAssociatedObjects(SYSTEM_OBJECT_ID, CLASSID_TARGET).size(), 2u);
     EXPECT_EQ(engine.enumerateAssociatedObjects(SESSION_ROOT_OBJECT_ID, CLASSID_INITIATOR).size(),
               2u);
-    EXPECT_EQ(array::toUtf8(*DRAVEngine::_OvrinHostNamePtr), "host" + std::to_string(ROUNDS - 1));
+    EXPECT_EQ(array::toUtf8(*DRAVEngine::_OvrinHostNamePtr), "host" + std::to_string(rounds - 1));
     EXPECT_TRUE(other->check().empty());
 }
 

@@ -24,7 +24,7 @@ inline Pegasus::DRAVVolume volumeThatIsGone() {
 using ListRef = const Pegasus::CIMPropertyList&;
 using IdsRef = const Sample::Ids&;
 
-inline const InstanceRow EVERY_INSTANCE[] = {
+inline const InstanceRow everyInstance[] = {
     {"CIM_SCSIProtocolController", true,
      [](bool qualifiers, ListRef list, IdsRef ids) -> Pegasus::CIMInstance {
          return Pegasus::iSCSINodeInstance(qualifiers, list, ids.target);

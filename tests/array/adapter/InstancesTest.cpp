@@ -18,7 +18,7 @@ using Lines = std::vector<std::string>;
 
 // The properties of the nth builder's instance of the rich sample or of the plain one.
 Lines built(const char* className, const Sample::Ids& ids, int skip = 0) {
-    for (const InstanceRow& row : EVERY_INSTANCE) {
+    for (const InstanceRow& row : everyInstance) {
         if (std::string(row.className) == className && skip-- == 0) {
             return properties(row.build(false, CIMPropertyList(), ids));
         }
@@ -78,20 +78,19 @@ TEST(BuilderInstancesTest, AVolumeThatIsGoneHasNoContact) {
 }
 
 TEST(BuilderInstancesTest, ASessionWithTheParametersInForce) {
-    EXPECT_THAT(rich("CIM_iSCSISession"),
-                ElementsAre(instanceID(sample().rich.session),
-                            "ElementName: string iqn.2026-01.com.example:host-rich",
-                            "Directionality: uint16 2", "SessionType: uint16 3",
-                            "TSIH: uint32 65535",
-                            "EndPointName: string iqn.2026-01.com.example:host-rich",
-                            "CurrentConnections: uint32 2", "InitialR2T: boolean FALSE",
-                            "ImmediateData: boolean TRUE", "MaxOutstandingR2T: uint32 5",
-                            "MaxUnsolicitedFirstDataBurstLength: uint32 600",
-                            "MaxDataBurstLength: uint32 700", "DataSequenceInOrder: boolean FALSE",
-                            "DataPDUInOrder: boolean TRUE", "ErrorRecoveryLevel: uint32 1",
-                            "MaxConnectionsPerSession: uint32 4", "DefaultTimeToWait: uint32 8",
-                            "DefaultTimeToRetain: uint32 9", "OperationalStatus: uint16[] 2 ",
-                            "EnabledState: uint16 2"));
+    EXPECT_THAT(
+        rich("CIM_iSCSISession"),
+        ElementsAre(instanceID(sample().rich.session),
+                    "ElementName: string iqn.2026-01.com.example:host-rich",
+                    "Directionality: uint16 2", "SessionType: uint16 3", "TSIH: uint32 65535",
+                    "EndPointName: string iqn.2026-01.com.example:host-rich",
+                    "CurrentConnections: uint32 2", "MaxConnectionsPerSession: uint32 4",
+                    "InitialR2T: boolean FALSE", "ImmediateData: boolean TRUE",
+                    "MaxOutstandingR2T: uint32 5", "MaxUnsolicitedFirstDataBurstLength: uint32 600",
+                    "MaxDataBurstLength: uint32 700", "DataSequenceInOrder: boolean FALSE",
+                    "DataPDUInOrder: boolean TRUE", "DefaultTimeToWait: uint32 8",
+                    "DefaultTimeToRetain: uint32 9", "ErrorRecoveryLevel: uint32 1",
+                    "OperationalStatus: uint16[] 2 ", "EnabledState: uint16 2"));
 }
 
 TEST(BuilderInstancesTest, AConnectionAuthenticatedBothWays) {
@@ -99,8 +98,8 @@ TEST(BuilderInstancesTest, AConnectionAuthenticatedBothWays) {
         rich("CIM_iSCSIConnection"),
         ElementsAre(instanceID(sample().rich.connection), "ElementName: string [2001:db8::10]:3261",
                     "ConnectionID: uint32 7", "MaxReceiveDataSegmentLength: uint32 1024",
-                    "MaxTransmitDataSegmentLength: uint32 1024", "HeaderDigestMethod: uint16 2",
-                    "DataDigestMethod: uint16 3", "ReceivingMarkers: boolean TRUE",
+                    "HeaderDigestMethod: uint16 2", "DataDigestMethod: uint16 3",
+                    "ReceivingMarkers: boolean TRUE", "MaxTransmitDataSegmentLength: uint32 1024",
                     "SendingMarkers: boolean TRUE", "AuthenticationMethodUsed: uint16 4",
                     "MutualAuthentication: boolean TRUE", "OperationalStatus: uint16[] 2 ",
                     "EnabledState: uint16 2"));

@@ -14,17 +14,17 @@ using scripted::text;
 namespace array {
 namespace {
 
-const std::string ROOT = "//array1.example.com/root/snia:";
+const std::string root = "//array1.example.com/root/snia:";
 
 // The path of a part of the array as a system.
 std::string inSystem(const std::string& className, const std::string& key,
                      const std::string& value) {
-    return ROOT + className + ".CreationClassName=\"" + className + "\"," + key + "=\"" + value +
+    return root + className + ".CreationClassName=\"" + className + "\"," + key + "=\"" + value +
            "\",SystemCreationClassName=\"CIM_ComputerSystem\",SystemName=\"array1\"";
 }
 
 std::string withInstanceID(const std::string& className, Id id) {
-    return ROOT + className + ".InstanceID=\"" + keyText(id) + "\"";
+    return root + className + ".InstanceID=\"" + keyText(id) + "\"";
 }
 
 // A path as the value of a reference key.
@@ -107,7 +107,7 @@ TEST(BuilderPathsTest, APipesEndHasItsEndpointAndItsPipeAsKeys) {
     const EndpointOfNetworkPipePath path("iqn.any", "CIM_iSCSISession", ids().session);
 
     EXPECT_EQ(text(path),
-              ROOT + "CIM_EndpointOfNetworkPipe.Antecedent=" +
+              root + "CIM_EndpointOfNetworkPipe.Antecedent=" +
                   referenceText(inSystem("CIM_iSCSIProtocolEndpoint", "Name", "iqn.any,t,0x0001")) +
                   ",Dependent=" + referenceText(withInstanceID("CIM_iSCSISession", ids().session)));
 }
@@ -117,7 +117,7 @@ TEST(BuilderPathsTest, ACompositionHasItsSessionAndItsConnectionAsKeys) {
                                           ids().connection);
 
     EXPECT_EQ(text(path),
-              ROOT + "CIM_NetworkPipeComposition.GroupComponent=" +
+              root + "CIM_NetworkPipeComposition.GroupComponent=" +
                   referenceText(withInstanceID("CIM_iSCSISession", ids().session)) +
                   ",PartComponent=" +
                   referenceText(withInstanceID("CIM_iSCSIConnection", ids().connection)));
@@ -144,7 +144,7 @@ TEST(BuilderPathsTest, AnInstancesPathIsThatOfItsObject) {
         withInstanceID("Ovrin_MACStatistics", ids().endpoint)};
 
     std::vector<std::string> paths;
-    for (const InstanceRow& row : EVERY_INSTANCE) {
+    for (const InstanceRow& row : everyInstance) {
         paths.push_back(text(row.build(false, CIMPropertyList(), ids()).getPath()));
     }
     EXPECT_THAT(paths, testing::ElementsAreArray(expected));
@@ -192,7 +192,7 @@ TEST(BuilderPathsTest, AnInstanceOfAnIdThatNamesNothingIsNotFound) {
     const Sample::Ids missing = {0x0900FFFF, 0x1700FFFF, 0x0D00FFFF, 0x0E00FFFF,
                                  0x2300FFFF, 0x2200FFFF, 0x1100FFFF, 0x1000FFFF};
     std::vector<std::string> texts;
-    for (const InstanceRow& row : EVERY_INSTANCE) {
+    for (const InstanceRow& row : everyInstance) {
         texts.push_back(notFound([&] { row.build(false, CIMPropertyList(), missing); }));
     }
 
@@ -208,14 +208,14 @@ TEST(BuilderPathsTest, AnInstanceOfAnIdThatNamesNothingIsNotFound) {
 // that asks the array for nothing else.
 TEST(BuilderPathsTest, PathsCarryTheNamesThatTheArrayHasNow) {
     sample();
-    const Names before = theArray().snapshot()->names();
+    const ArrayNames before = theArray().snapshot()->names();
     theArray().change([](Change& change) { change.setNames({"renamed.example.com", "renamed"}); });
     const std::string renamed = text(StorageVolumePath(0));
     theArray().change([&](Change& change) { change.setNames(before); });
 
     EXPECT_THAT(renamed, testing::StartsWith("//renamed.example.com/root/snia:"));
     EXPECT_THAT(renamed, testing::EndsWith(",SystemName=\"renamed\""));
-    EXPECT_THAT(text(StorageVolumePath(0)), testing::StartsWith(ROOT));
+    EXPECT_THAT(text(StorageVolumePath(0)), testing::StartsWith(root));
 }
 
 } // namespace

@@ -46,7 +46,7 @@ CIMPropertyList listOf(std::initializer_list<const char*> propertyNames) {
 }
 
 TEST(BuilderRequestsTest, KeysComeFirstWithTheValuesOfThePath) {
-    for (const InstanceRow& row : EVERY_INSTANCE) {
+    for (const InstanceRow& row : everyInstance) {
         const CIMInstance instance = build(row);
         const Array<CIMKeyBinding> keys = instance.getPath().getKeyBindings();
         ASSERT_GT(keys.size(), 0u) << row.className;
@@ -60,7 +60,7 @@ TEST(BuilderRequestsTest, KeysComeFirstWithTheValuesOfThePath) {
 }
 
 TEST(BuilderRequestsTest, AnEmptyPropertyListLeavesTheKeys) {
-    for (const InstanceRow& row : EVERY_INSTANCE) {
+    for (const InstanceRow& row : everyInstance) {
         if (!row.takesPropertyList) {
             continue;
         }
@@ -70,7 +70,7 @@ TEST(BuilderRequestsTest, AnEmptyPropertyListLeavesTheKeys) {
 }
 
 TEST(BuilderRequestsTest, APropertyListAddsWhatItNamesInAnySpelling) {
-    for (const InstanceRow& row : EVERY_INSTANCE) {
+    for (const InstanceRow& row : everyInstance) {
         if (!row.takesPropertyList) {
             continue;
         }
@@ -97,7 +97,7 @@ TEST(BuilderRequestsTest, OptionalPropertiesAreFilteredToo) {
 
 TEST(BuilderRequestsTest, KeysAloneCarryTheKeyQualifierIfAskedFor) {
     const std::string mark = " [Key=TRUE]";
-    for (const InstanceRow& row : EVERY_INSTANCE) {
+    for (const InstanceRow& row : everyInstance) {
         const CIMInstance instance = build(row, true);
         const std::vector<std::string> lines = properties(instance);
         const size_t keyCount = keyNames(instance).size();
@@ -108,7 +108,7 @@ TEST(BuilderRequestsTest, KeysAloneCarryTheKeyQualifierIfAskedFor) {
 }
 
 TEST(BuilderRequestsTest, WithoutQualifiersTheRestIsTheSame) {
-    for (const InstanceRow& row : EVERY_INSTANCE) {
+    for (const InstanceRow& row : everyInstance) {
         std::vector<std::string> lines = properties(build(row, true));
         for (std::string& line : lines) {
             line = line.substr(0, line.find(" [Key=TRUE]"));

@@ -101,7 +101,7 @@ TEST_P(BuilderSchemaTest, ReferencesAreOfTheDeclaredClassOrOneBelow) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Builders, BuilderSchemaTest, testing::ValuesIn(EVERY_INSTANCE),
+INSTANTIATE_TEST_SUITE_P(Builders, BuilderSchemaTest, testing::ValuesIn(everyInstance),
                          [](const testing::TestParamInfo<InstanceRow>& row) {
                              return std::string(row.param.className) + "_" +
                                     std::to_string(row.index);

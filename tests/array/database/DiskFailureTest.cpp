@@ -1,3 +1,6 @@
+#include <cerrno>
+#include <iterator>
+
 #include <sqlite3.h>
 
 #include "tests/array/ArrayFixture.h"
@@ -163,6 +166,38 @@ INSTANTIATE_TEST_SUITE_P(
                     Fault{"WriteError", SQLITE_IOERR_WRITE, ErrorCode::StateFailed},
                     Fault{"FlushError", SQLITE_IOERR_FSYNC, ErrorCode::StateFailed}),
     [](const auto& fault) { return fault.param.name; });
+
+struct DirectoryFault {
+    int error;
+    ErrorCode code;
+};
+
+class DirectoryFailureTest : public testing::TestWithParam<DirectoryFault> {
+protected:
+    void TearDown() override { FaultyDisk::works(); }
+
+    static std::ptrdiff_t openFiles() {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    }
+
+    TemporaryDirectory _directory;
+};
+
+TEST_P(DirectoryFailureTest, AnArrayWhoseNameIsNotSafeIsNotAcknowledged) {
+    const auto create = [&] { Array::openOrCreate(_directory.path()); };
+    const std::ptrdiff_t before = openFiles();
+    FaultyDisk::failDirectoryFlushes(GetParam().error);
+    const Failure failure = failureOf(create);
+    EXPECT_EQ(static_cast<int>(failure.code), static_cast<int>(GetParam().code));
+    EXPECT_NE(failure.message.find(_directory.path().string() + ": "), std::string::npos);
+    EXPECT_EQ(openFiles(), before);
+    FaultyDisk::works();
+    EXPECT_NO_THROW(create());
+}
+
+INSTANTIATE_TEST_SUITE_P(Errors, DirectoryFailureTest,
+                         testing::Values(DirectoryFault{EIO, ErrorCode::StateFailed},
+                                         DirectoryFault{ENOSPC, ErrorCode::StateFull}));
 
 } // namespace
 } // namespace array

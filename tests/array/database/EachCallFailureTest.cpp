@@ -34,7 +34,7 @@ struct Operation {
     bool makesVersion;
 };
 
-constexpr Operation OPERATIONS[] = {
+constexpr Operation operations[] = {
     {"Open", [](Scene& scene) { Array::open(scene.state); }, false},
     {"Follow", [](Scene& scene) { scene.array.snapshot(); }, false},
     {"Change", [](Scene& scene) { scene.array.change(replaceInitiator); }, true},
@@ -73,7 +73,7 @@ struct Fault {
 
 using Call = FaultyDisk::Call;
 
-constexpr Fault FAULTS[] = {
+constexpr Fault faults[] = {
     {"DiskFull", [](int calls) { FaultyDisk::failOnceAfter(calls, SQLITE_FULL); },
      FaultyDisk::hasFailed},
     {"DiskStaysFull", [](int calls) { FaultyDisk::failAfter(calls, SQLITE_FULL); },
@@ -165,7 +165,7 @@ TEST_P(EachCallFailureTest, IsSaidAndLeavesTheArrayAsItWas) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Calls, EachCallFailureTest,
-                         testing::Combine(testing::ValuesIn(OPERATIONS), testing::ValuesIn(FAULTS)),
+                         testing::Combine(testing::ValuesIn(operations), testing::ValuesIn(faults)),
                          [](const auto& test) {
                              return std::string(std::get<0>(test.param).name) +
                                     std::get<1>(test.param).name;

@@ -9,14 +9,40 @@
 namespace array {
 namespace {
 
-TEST(FileFailure, SaysWhatToDoAboutAFileThatMayNotBeOpened) {
-    const Failure failure = failureOf([] { failFile("/srv/array.db", EACCES); });
-    EXPECT_EQ(failure.code, ErrorCode::StateUnreadable);
-    EXPECT_EQ(failure.message, "/srv/array.db: Permission denied. Look at its owner and mode.");
+struct FileFailure {
+    const char* name;
+    int error;
+    ErrorCode code;
+    const char* message; // behind the path
+};
+
+class FileFailureTest : public testing::TestWithParam<FileFailure> {};
+
+TEST_P(FileFailureTest, IsOfItsKindAndSaysWhatToDo) {
+    const auto& [name, error, code, message] = GetParam();
+    expectFailure(code, std::string("/srv/array.db: ") + message,
+                  [error = error] { failFile("/srv/array.db", error); });
+    expectFailure(code, std::string("/srv/array.db: it cannot be made: ") + message,
+                  [error = error] { failFile("/srv/array.db", error, "it cannot be made"); });
 }
 
-} // namespace
-namespace {
+INSTANTIATE_TEST_SUITE_P(
+    Errors, FileFailureTest,
+    testing::Values(FileFailure{"NotAllowed", EACCES, ErrorCode::StateUnreadable,
+                                "Permission denied. Look at its owner and mode."},
+                    FileFailure{"There", EEXIST, ErrorCode::StateExists, "File exists."},
+                    FileFailure{
+                        "Full", ENOSPC, ErrorCode::StateFull,
+                        "No space left on device. Make room on the file system and try again."},
+                    FileFailure{"OverQuota", EDQUOT, ErrorCode::StateFull,
+                                "Disk quota exceeded. Make room on the file system and try again."},
+                    FileFailure{"ReadOnly", EROFS, ErrorCode::StateUnreadable,
+                                "Read-only file system. An array needs one that can be written."},
+                    FileFailure{"Broken", EIO, ErrorCode::StateFailed,
+                                "Input/output error. Look at the disk and the system's log."},
+                    FileFailure{"Other", ELOOP, ErrorCode::StateUnreadable,
+                                "Too many levels of symbolic links."}),
+    [](const auto& row) { return row.param.name; });
 
 using Pegasus::CLASSID_VOLUME;
 
@@ -73,6 +99,16 @@ TEST_F(FileSystemTest, AFullOneIsNoPlaceForANewArray) {
     _fileSystem.fill();
     EXPECT_EQ(failureOf([&] { Array::openOrCreate(state()); }).code, ErrorCode::StateFull);
     EXPECT_TRUE(fs::is_empty(state()));
+    _fileSystem.empty();
+    EXPECT_NO_THROW(Array::openOrCreate(state()));
+}
+
+TEST_F(FileSystemTest, AFullOneIsNoPlaceForANewStateDirectory) {
+    _fileSystem.fillWithFiles();
+    expectFailure(ErrorCode::StateFull,
+                  state().string() + ": the state directory cannot be made: No space left on "
+                                     "device. Make room on the file system and try again.",
+                  [&] { Array::openOrCreate(state()); });
     _fileSystem.empty();
     EXPECT_NO_THROW(Array::openOrCreate(state()));
 }

@@ -12,12 +12,12 @@ using Ids = std::vector<Id>;
 
 class SimulatedFabricTest : public ArrayFixture {
 protected:
-    static constexpr const char* SECRET = "a secret of enough bytes";
+    static constexpr const char* goodSecret = "a secret of enough bytes";
 
     void SetUp() override {
         change([this](Change& change) { change.grant(_target, _initiator); });
     }
-    LoginRequest request(const std::string& secret = SECRET) const {
+    LoginRequest request(const std::string& secret = goodSecret) const {
         return {_target, _initiator, secret, {_endpoint}};
     }
     // Expects a refusal that is counted, and nothing more.
@@ -36,7 +36,7 @@ protected:
     }
 
     const Id _target = addTarget();
-    const Id _initiator = addInitiator("host1", SECRET);
+    const Id _initiator = addInitiator("host1", goodSecret);
     const Id _endpoint = addEndpoint();
 };
 
@@ -51,7 +51,7 @@ TEST_F(SimulatedFabricTest, ALoginMakesASessionWithTheTargetsParameters) {
         change.modify(now()->connectionSettingsOf(_target), proposedToConnections);
     });
     const Id second = addEndpoint("192.0.2.11");
-    const Id session = array().login({_target, _initiator, SECRET, {_endpoint, second}});
+    const Id session = array().login({_target, _initiator, goodSecret, {_endpoint, second}});
 
     ASSERT_NE(now()->session(session), nullptr);
     EXPECT_EQ(now()->session(session)->target, _target);
@@ -121,7 +121,7 @@ TEST_F(SimulatedFabricTest, ALoginNeedsFromOneToMaxConnectionsEndpoints) {
                           std::to_string(endpoints.size()) +
                           " connections to target \"iqn.2026-01.com.example:t1\", which takes from "
                           "1 to 1 (MaxConnections, RFC 7143 section 13.2).",
-                      {_target, _initiator, SECRET, endpoints}, 2,
+                      {_target, _initiator, goodSecret, endpoints}, 2,
                       &LoginStatistics::negotiationFailures);
     }
 }
@@ -130,12 +130,12 @@ TEST_F(SimulatedFabricTest, ALoginOfWhatIsNotThereIsNoAttempt) {
     const auto codeOf = [&](const LoginRequest& request) {
         return failureOf([&] { array().login(request); }).code;
     };
-    EXPECT_EQ(codeOf({0x0E000009, _initiator, SECRET, {_endpoint}}), ErrorCode::NoSuchObject);
-    EXPECT_EQ(codeOf({_target, 0x0D000009, SECRET, {_endpoint}}), ErrorCode::NoSuchObject);
-    EXPECT_EQ(codeOf({_target, _initiator, SECRET, {0x09000009}}), ErrorCode::NoSuchObject);
-    EXPECT_EQ(codeOf({_target, _initiator, SECRET, {_target}}), ErrorCode::WrongClass);
+    EXPECT_EQ(codeOf({0x0E000009, _initiator, goodSecret, {_endpoint}}), ErrorCode::NoSuchObject);
+    EXPECT_EQ(codeOf({_target, 0x0D000009, goodSecret, {_endpoint}}), ErrorCode::NoSuchObject);
+    EXPECT_EQ(codeOf({_target, _initiator, goodSecret, {0x09000009}}), ErrorCode::NoSuchObject);
+    EXPECT_EQ(codeOf({_target, _initiator, goodSecret, {_target}}), ErrorCode::WrongClass);
     change([this](Change& change) { change.revoke(_target, _initiator); });
-    EXPECT_EQ(codeOf({_target, _initiator, SECRET, {0x09000009}}), ErrorCode::NoSuchObject);
+    EXPECT_EQ(codeOf({_target, _initiator, goodSecret, {0x09000009}}), ErrorCode::NoSuchObject);
     EXPECT_EQ(now()->loginStatistics(_target).failures(), 0u);
 }
 
@@ -155,7 +155,7 @@ TEST_F(SimulatedFabricTest, TakingAGrantAwayEndsItsSessionsAndNoOthers) {
     change([&](Change& change) { change.grant(other, _initiator); });
     array().login(request());
     array().login(request());
-    const Id kept = array().login({other, _initiator, SECRET, {_endpoint}});
+    const Id kept = array().login({other, _initiator, goodSecret, {_endpoint}});
     change([this](Change& change) { change.revoke(_target, _initiator); });
     EXPECT_EQ(now()->ids(CLASSID_ISCSI_SESSION), Ids{kept});
     EXPECT_EQ(now()->loginStatistics(_target).otherLogouts, 2u);

@@ -1,5 +1,7 @@
 #include "array/model/LoginParameters.h"
 
+#include <set>
+
 #include "tests/array/ArrayFixture.h"
 
 namespace array {
@@ -8,6 +10,27 @@ namespace {
 TEST(LoginParameters, TheDefaultsAreGood) {
     EXPECT_NO_THROW(checkParameters(SessionParameters(), "it"));
     EXPECT_NO_THROW(checkParameters(ConnectionParameters(), "it"));
+}
+
+template<class Parameters, class EngineRecord>
+void expectWholeTable() {
+    std::size_t bytes = 0;
+    std::set<std::string> names;
+    std::size_t count = 0;
+    forEachLoginParameter<Parameters>([&](const auto& row) {
+        EXPECT_EQ(Parameters().*row.field, EngineRecord().*row.engineField) << row.key;
+        bytes += sizeof(Parameters().*row.field);
+        for (const std::string name : {row.key, row.column, row.member, row.proposed}) {
+            names.insert(name + '/' + std::to_string(++count % 4));
+        }
+    });
+    EXPECT_EQ(bytes, sizeof(Parameters)); // each field has its row
+    EXPECT_EQ(names.size(), count);       // and no two rows share a name
+}
+
+TEST(LoginParameters, EachFieldHasARowWithNamesAndTheDefaultOfTheEngine) {
+    expectWholeTable<SessionParameters, Pegasus::DRAVSessionSettings>();
+    expectWholeTable<ConnectionParameters, Pegasus::DRAVConnectionSettings>();
 }
 
 struct Limit {

@@ -54,24 +54,28 @@ TEST_P(ISCSINameForm, IsRefusedWithItsRule) {
                   [name = name] { checkISCSIName(name); });
 }
 
-constexpr const char* ANY =
+constexpr const char* anyForm =
     "it begins with \"iqn.\", \"eui.\" or \"naa.\" (RFC 7143 section 4.2.7.3)";
-constexpr const char* IQN = "after \"iqn.\" come a date, yyyy-mm, a dot and a domain name reversed "
-                            "(RFC 7143 section 4.2.7.4)";
-constexpr const char* EUI = "after \"eui.\" come 16 hexadecimal digits (RFC 7143 section 4.2.7.5)";
-constexpr const char* NAA =
+constexpr const char* iqnForm =
+    "after \"iqn.\" come a date, yyyy-mm, a dot and a domain name reversed "
+    "(RFC 7143 section 4.2.7.4)";
+constexpr const char* euiForm =
+    "after \"eui.\" come 16 hexadecimal digits (RFC 7143 section 4.2.7.5)";
+constexpr const char* naaForm =
     "after \"naa.\" come 16 or 32 hexadecimal digits (RFC 7143 section 4.2.7.6)";
 
 INSTANTIATE_TEST_SUITE_P(
     Forms, ISCSINameForm,
-    testing::Values(BadForm{"", ANY}, BadForm{"host1", ANY}, BadForm{"iqn", ANY},
-                    BadForm{"iqn.", IQN}, BadForm{"iqn.2026-01", IQN}, BadForm{"iqn.2026-01.", IQN},
-                    BadForm{"iqn.2026-13.com", IQN}, BadForm{"iqn.2026-00.com", IQN},
-                    BadForm{"iqn.26-01.com.example", IQN}, BadForm{"iqn.2026-01:com", IQN},
-                    BadForm{"iqn.2026-01..com", IQN}, BadForm{"eui.", EUI},
-                    BadForm{"eui.02004567A425678", EUI}, BadForm{"eui.02004567A425678DD", EUI},
-                    BadForm{"eui.02004567A425678G", EUI}, BadForm{"naa.52004567BA64678", NAA},
-                    BadForm{"naa.52004567BA64678D0", NAA}));
+    testing::Values(BadForm{"", anyForm}, BadForm{"host1", anyForm}, BadForm{"iqn", anyForm},
+                    BadForm{"iqn.", iqnForm}, BadForm{"iqn.2026-01", iqnForm},
+                    BadForm{"iqn.2026-01.", iqnForm}, BadForm{"iqn.2026-13.com", iqnForm},
+                    BadForm{"iqn.2026-00.com", iqnForm}, BadForm{"iqn.26-01.com.example", iqnForm},
+                    BadForm{"iqn.2026-01:com", iqnForm}, BadForm{"iqn.2026-01..com", iqnForm},
+                    BadForm{"eui.", euiForm}, BadForm{"eui.02004567A425678", euiForm},
+                    BadForm{"eui.02004567A425678DD", euiForm},
+                    BadForm{"eui.02004567A425678G", euiForm},
+                    BadForm{"naa.52004567BA64678", naaForm},
+                    BadForm{"naa.52004567BA64678D0", naaForm}));
 
 TEST(VolumeName, IsAnEvenNumberOfHexadecimalDigits) {
     for (const std::string& name :

@@ -10,24 +10,24 @@ namespace array {
 
 namespace {
 
-constexpr int DONE = 0;
-constexpr int FAILED = 3;
+constexpr int exitDone = 0;
+constexpr int exitFailed = 3;
 
 [[noreturn]] void work(const std::function<void(const Child::Voice&)>& task, int descriptor) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     try {
         task(Child::Voice(descriptor));
     } catch (...) {
-        _exit(FAILED);
+        _exit(exitFailed);
     }
-    _exit(DONE);
+    _exit(exitDone);
 }
 
 } // namespace
 
 void Child::Voice::acknowledge() const {
     if (write(_descriptor, "+", 1) != 1) {
-        _exit(FAILED);
+        _exit(exitFailed);
     }
 }
 
@@ -72,7 +72,7 @@ bool Child::killNow() {
 
 bool Child::finish() {
     const int status = waitForEnd();
-    if (WIFEXITED(status) && WEXITSTATUS(status) != DONE) {
+    if (WIFEXITED(status) && WEXITSTATUS(status) != exitDone) {
         throw std::runtime_error("the child failed");
     }
     return WIFEXITED(status);

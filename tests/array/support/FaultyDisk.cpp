@@ -1,7 +1,9 @@
 #include "tests/array/support/FaultyDisk.h"
 
 #include <atomic>
+#include <cerrno>
 #include <csignal>
+#include <sys/stat.h>
 
 #include <sqlite3.h>
 
@@ -17,6 +19,7 @@ std::atomic<int> callsLeft{0};
 std::atomic<int> failureCode{SQLITE_OK};
 std::atomic<bool> failed{false};
 std::atomic<int> flushCount{0};
+std::atomic<int> directoryError{0};
 
 // True if this is the call that shall not succeed.
 bool isStruck(FaultyDisk::Call kind) {
@@ -85,7 +88,7 @@ void barrier(sqlite3_file* file) {
 
 using Call = FaultyDisk::Call;
 
-const sqlite3_io_methods METHODS = {
+const sqlite3_io_methods methods = {
     2, // up to shared memory, without mapped pages
     pass<&sqlite3_io_methods::xClose>,
     passOrFail<Call::Read, &sqlite3_io_methods::xRead, void*, int, sqlite3_int64>,
@@ -117,7 +120,7 @@ int open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* out
         return failureCode;
     }
     const int result = disk()->xOpen(disk(), name, real(file), flags, outFlags);
-    file->pMethods = real(file)->pMethods ? &METHODS : nullptr;
+    file->pMethods = real(file)->pMethods ? &methods : nullptr;
     return result;
 }
 
@@ -163,8 +166,13 @@ void FaultyDisk::dieAfter(int calls) {
     failAfter(calls, SQLITE_OK);
 }
 
+void FaultyDisk::failDirectoryFlushes(int error) {
+    directoryError = error;
+}
+
 void FaultyDisk::works() {
     failing = false;
+    directoryError = 0;
 }
 bool FaultyDisk::hasFailed() {
     return failed;
@@ -174,3 +182,20 @@ int FaultyDisk::flushes() {
 }
 
 } // namespace array
+
+// The linker sends the array's calls of fsync here; those of SQLite go to the system.
+// NOLINTBEGIN(bugprone-reserved-identifier)
+extern "C" {
+
+int __real_fsync(int);
+
+int __wrap_fsync(int descriptor) {
+    struct stat status {};
+    if (array::directoryError != 0 && fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+        errno = array::directoryError;
+        return -1;
+    }
+    return __real_fsync(descriptor);
+}
+}
+// NOLINTEND(bugprone-reserved-identifier)

@@ -27,6 +27,10 @@ public:
     // written is written then.
     static void dieAfter(int calls);
 
+    // Lets each flush of a directory by the array itself fail with an errno, until works() is
+    // called. The program must be linked with --wrap=fsync.
+    static void failDirectoryFlushes(int error);
+
     static void works();
 
     // Whether something has failed since failAfter().

@@ -73,7 +73,7 @@ History::Draw History::draw(const Model& model) {
 
 const History::Kind& History::drawKind() {
     using D = const Draw&;
-    static const Kind KINDS[] = {
+    static const Kind kinds[] = {
         {"create target", [](Model& model, D d) { return model.createTarget(d.name); },
          [](Change& change, D d) {
              return change.create(Target{d.name, {}});
@@ -113,8 +113,8 @@ const History::Kind& History::drawKind() {
          [](Change& change, D d) { return done([&] { change.remove(d.session); }); }},
     };
     constexpr std::size_t makers = 6; // the first ones, drawn twice as often as the others
-    const std::uint32_t at = below(std::size(KINDS) + makers);
-    return KINDS[at < std::size(KINDS) ? at : at - std::size(KINDS)];
+    const std::uint32_t at = below(std::size(kinds) + makers);
+    return kinds[at < std::size(kinds) ? at : at - std::size(kinds)];
 }
 
 History::Step History::step(Model& model, Array& array) {

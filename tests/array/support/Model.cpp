@@ -11,8 +11,8 @@ using namespace Pegasus;
 
 namespace {
 
-constexpr Id DONE = 0;
-constexpr Outcome REFUSED = std::nullopt;
+constexpr Id done = 0;
+constexpr Outcome refused = std::nullopt;
 
 template<class Container, class Test>
 bool any(const Container& container, Test test) {
@@ -27,7 +27,7 @@ Id Model::newId(CLASSID_e objectClass) {
 
 Outcome Model::createTarget(const std::string& name) {
     if (any(targets, [&](const auto& each) { return each.second == name; })) {
-        return REFUSED;
+        return refused;
     }
     const Id id = newId(CLASSID_TARGET);
     targets[id] = name;
@@ -36,7 +36,7 @@ Outcome Model::createTarget(const std::string& name) {
 
 Outcome Model::createInitiator(const std::string& name, const std::string& secret) {
     if (any(initiators, [&](const auto& each) { return each.second.name == name; })) {
-        return REFUSED;
+        return refused;
     }
     const Id id = newId(CLASSID_INITIATOR);
     initiators[id] = {name, secret};
@@ -45,7 +45,7 @@ Outcome Model::createInitiator(const std::string& name, const std::string& secre
 
 Outcome Model::createVolume(const std::string& name) {
     if (any(volumes, [&](const auto& each) { return each.second == name; })) {
-        return REFUSED;
+        return refused;
     }
     const Id id = newId(CLASSID_VOLUME);
     volumes[id] = name;
@@ -57,7 +57,7 @@ Outcome Model::createUnit(Id target, std::uint32_t lun, Id volume) {
         any(units, [&](const auto& each) {
             return each.second.target == target && each.second.lun == lun;
         })) {
-        return REFUSED;
+        return refused;
     }
     const Id id = newId(CLASSID_LOGICAL_UNIT);
     units[id] = {target, lun, volume, {}};
@@ -66,7 +66,7 @@ Outcome Model::createUnit(Id target, std::uint32_t lun, Id volume) {
 
 Outcome Model::createSession(Id target, Id initiator) {
     if (!grants.count({target, initiator})) {
-        return REFUSED;
+        return refused;
     }
     const Id id = newId(CLASSID_ISCSI_SESSION);
     sessions[id] = {target, initiator};
@@ -75,53 +75,53 @@ Outcome Model::createSession(Id target, Id initiator) {
 
 Outcome Model::setSecret(Id initiator, const std::string& secret) {
     if (!initiators.count(initiator)) {
-        return REFUSED;
+        return refused;
     }
     initiators[initiator].secret = secret;
-    return DONE;
+    return done;
 }
 
 Outcome Model::grant(Id target, Id initiator) {
     if (!targets.count(target) || !initiators.count(initiator)) {
-        return REFUSED;
+        return refused;
     }
     grants.insert({target, initiator});
-    return DONE;
+    return done;
 }
 
 Outcome Model::revoke(Id target, Id initiator) {
     if (!targets.count(target) || !initiators.count(initiator)) {
-        return REFUSED;
+        return refused;
     }
     const std::pair both(target, initiator);
     grants.erase(both);
     std::erase_if(sessions, [&](const auto& each) { return each.second == both; });
-    return DONE;
+    return done;
 }
 
 Outcome Model::removeTarget(Id target) {
     if (any(units, [&](const auto& each) { return each.second.target == target; }) ||
         any(sessions, [&](const auto& each) { return each.second.first == target; }) ||
         targets.erase(target) == 0) {
-        return REFUSED;
+        return refused;
     }
     std::erase_if(grants, [&](const auto& each) { return each.first == target; });
-    return DONE;
+    return done;
 }
 
 Outcome Model::removeInitiator(Id initiator) {
     if (initiators.erase(initiator) == 0) {
-        return REFUSED;
+        return refused;
     }
     std::erase_if(grants, [&](const auto& each) { return each.second == initiator; });
     std::erase_if(sessions, [&](const auto& each) { return each.second.second == initiator; });
-    return DONE;
+    return done;
 }
 
 Outcome Model::removeVolume(Id volume) {
     const auto found = volumes.find(volume);
     if (found == volumes.end()) {
-        return REFUSED;
+        return refused;
     }
     for (auto& [id, unit] : units) {
         if (unit.volume == volume) {
@@ -129,15 +129,15 @@ Outcome Model::removeVolume(Id volume) {
         }
     }
     volumes.erase(found);
-    return DONE;
+    return done;
 }
 
 Outcome Model::removeUnit(Id unit) {
-    return units.erase(unit) != 0 ? Outcome(DONE) : REFUSED;
+    return units.erase(unit) != 0 ? Outcome(done) : refused;
 }
 
 Outcome Model::removeSession(Id session) {
-    return sessions.erase(session) != 0 ? Outcome(DONE) : REFUSED;
+    return sessions.erase(session) != 0 ? Outcome(done) : refused;
 }
 
 Model Model::of(const Snapshot& snapshot) {

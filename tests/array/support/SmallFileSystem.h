@@ -15,7 +15,7 @@ namespace array {
 class SmallFileSystem {
 public:
     explicit SmallFileSystem(std::size_t kibibytes)
-        : _options("mode=0700,size=" + std::to_string(kibibytes) + "k") {
+        : _options("mode=0700,nr_inodes=64,size=" + std::to_string(kibibytes) + "k") {
         // Mounts of this process are not to be seen outside.
         _isThere = unshare(CLONE_NEWNS) == 0 &&
                    mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
@@ -38,15 +38,23 @@ public:
                   0);
     }
 
-    // Leaves no room; gives it back.
+    // Leaves no room for another byte; for another file or directory; gives the room back.
     void fill() {
-        std::ofstream file(path() / "ballast", std::ios::binary);
+        fs::create_directory(ballast());
+        std::ofstream file(ballast() / "bytes", std::ios::binary);
         while (file.put('x').flush()) {
         }
     }
-    void empty() { fs::remove(path() / "ballast"); }
+    void fillWithFiles() {
+        fs::create_directory(ballast());
+        for (int i = 0; std::ofstream(ballast() / std::to_string(i)); ++i) {
+        }
+    }
+    void empty() { fs::remove_all(ballast()); }
 
 private:
+    fs::path ballast() const { return path() / "ballast"; }
+
     TemporaryDirectory _place;
     const std::string _options;
     bool _isThere = false;
