@@ -200,43 +200,6 @@ TEST_F(iSCSIPipesProviderTest, AnUnknownSessionIsTheBuildersAffair) {
     EXPECT_THAT(log(), testing::Not(testing::Contains("complete")));
 }
 
-// What is refused.
-
-TEST_F(iSCSIPipesProviderTest, ModifyInstanceIsRefusedAfterALine) {
-    PlainHandler handler;
-    EXPECT_EQ(thrownBy<CIMNotSupportedException>([&] {
-                  provider.modifyInstance(context, sessionPath(SESSION1), CIMInstance(SESSION),
-                                          false, CIMPropertyList(), handler);
-              }),
-              "iSCSIPipes::modifyInstance");
-    EXPECT_THAT(log(), ElementsAre("trace iSCSISettingsProvider::modifyInstance"));
-}
-
-TEST_F(iSCSIPipesProviderTest, CreateInstanceIsRefused) {
-    EXPECT_EQ(thrownBy<CIMNotSupportedException>([this] {
-                  provider.createInstance(context, sessionPath(SESSION1), CIMInstance(SESSION),
-                                          paths);
-              }),
-              "iSCSISettings::createInstance");
-    EXPECT_THAT(log(), IsEmpty());
-}
-
-TEST_F(iSCSIPipesProviderTest, DeleteInstanceIsRefused) {
-    PlainHandler handler;
-    EXPECT_EQ(thrownBy<CIMNotSupportedException>(
-                  [&] { provider.deleteInstance(context, sessionPath(SESSION1), handler); }),
-              "iSCSISettings::deleteInstance");
-    EXPECT_THAT(log(), IsEmpty());
-}
-
-TEST_F(iSCSIPipesProviderTest, InitializeFindsTheEngineAndWritesNothing) {
-    CIMOMHandle handle;
-    iSCSIPipesProvider another;
-    another.initialize(handle);
-
-    EXPECT_THAT(log(), ElementsAre("_getInstance()"));
-}
-
 TEST_F(iSCSIPipesProviderTest, TerminateReleasesNothing) {
     provider.terminate();
     EXPECT_THAT(log(), IsEmpty());

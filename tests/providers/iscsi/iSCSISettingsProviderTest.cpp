@@ -184,40 +184,4 @@ TEST_F(iSCSISettingsProviderTest, NoEventIsPublished) {
     EXPECT_THAT(events(), IsEmpty());
 }
 
-// What is refused or does nothing.
-
-TEST_F(iSCSISettingsProviderTest, EnumerateInstancesLeavesTheHandlerUntouched) {
-    provider.enumerateInstances(context, requestPath(SESSION_CLASS), false, false,
-                                CIMPropertyList(), instances);
-
-    EXPECT_THAT(log(), IsEmpty());
-}
-
-TEST_F(iSCSISettingsProviderTest, EnumerateInstanceNamesCreateAndDeleteAreRefused) {
-    ObjectPathHandler paths;
-    EXPECT_EQ(thrownBy<CIMNotSupportedException>([&] {
-                  provider.enumerateInstanceNames(context, requestPath(SESSION_CLASS), paths);
-              }),
-              "iSCSISettings::enumerateInstanceNames");
-    EXPECT_EQ(thrownBy<CIMNotSupportedException>([&] {
-                  provider.createInstance(context, sessionSettings(), CIMInstance(SESSION_CLASS),
-                                          paths);
-              }),
-              "iSCSISettings::createInstance");
-    EXPECT_EQ(thrownBy<CIMNotSupportedException>(
-                  [&] { provider.deleteInstance(context, sessionSettings(), response); }),
-              "iSCSISettings::deleteInstance");
-    EXPECT_THAT(log(), IsEmpty());
-}
-
-TEST_F(iSCSISettingsProviderTest, InitializeFindsTheEngineAndTerminateReleasesNothing) {
-    CIMOMHandle handle;
-    provider.initialize(handle);
-    provider.terminate();
-    EXPECT_THAT(log(), ElementsAre("_getInstance()"));
-
-    modify(sessionSettings(), CIMInstance(SESSION_CLASS));
-    EXPECT_EQ(log().back(), "complete");
-}
-
 } // namespace

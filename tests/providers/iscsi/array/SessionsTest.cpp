@@ -1,8 +1,6 @@
 // Hosts log in and out, and a client walks between their sessions, connections and endpoints, with
 // a real array behind the provider.
 
-#include <algorithm>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -102,30 +100,6 @@ TEST_F(SessionsTest, FromATCPEndpointToItsConnectionAndBack) {
                 ElementsAre(text(portal)));
     EXPECT_EQ(texts(client.references(portal, PIPE_END)),
               texts(client.references(connectionPath(connection), PIPE_END)));
-}
-
-TEST_F(SessionsTest, AConnectionsEndpointIsTheOneAtItsPosition) {
-    const std::vector<Id> connections = connectionsOf(login({endpoint2, endpoint2}));
-    const auto endpointOf = [&](Id connection) {
-        return texts(client.associators(connectionPath(connection), PIPE_END, TCP_ENDPOINT));
-    };
-
-    EXPECT_THAT(endpointOf(connections.at(0)),
-                ElementsAre(text(TCPProtocolEndpointPath(endpoint1))));
-    EXPECT_THAT(endpointOf(connections.at(1)),
-                ElementsAre(text(TCPProtocolEndpointPath(endpoint2))));
-}
-
-TEST_F(SessionsTest, MoreConnectionsThanEndpointsLeaveAnEnumerationHalfWay) {
-    login({endpoint1, endpoint1, endpoint1});
-
-    EXPECT_EQ(thrownBy<IndexOutOfBoundsException>([this] { client.instances(PIPE_END); }),
-              "index out of bounds");
-    const std::vector<std::string> lines = log();
-    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
-                            [](const std::string& line) { return line.starts_with("deliver"); }),
-              3); // the target's, and two of the three connections'
-    EXPECT_NE(lines.back(), "complete");
 }
 
 TEST_F(SessionsTest, EachLinkIsGotByItsPath) {

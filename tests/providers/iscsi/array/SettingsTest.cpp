@@ -129,13 +129,6 @@ TEST_F(SettingsTest, RecoveryThatTheOutstandingR2TsExcludeIsRefused) {
                   true);
 }
 
-TEST_F(SettingsTest, AValueOfAnotherTypeStoresNothing) {
-    const std::vector<std::string> before = client.settings(SESSION, session);
-    EXPECT_THROW(client.modify(SESSION, session, "MaxDataBurstLength", Uint16(1024)),
-                 TypeMismatchException);
-    EXPECT_EQ(client.settings(SESSION, session), before);
-}
-
 TEST_F(SettingsTest, KeysThatNameNoSettingsAreErrors) {
     const auto modify = [this](Id id) {
         client.modify(SESSION, id, "MaxConnectionsPerSession", Uint32(1));

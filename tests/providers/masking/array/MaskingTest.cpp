@@ -134,24 +134,6 @@ TEST_F(MaskingTest, HidingTwiceIsNoError) {
     EXPECT_THAT(units(), IsEmpty());
 }
 
-TEST_F(MaskingTest, AnUnknownVolumeIsReturnValue4OfBothMethods) {
-    Exposure both{{"FF", MAIL}, {HOST1}, {"1", "2"}, {2, 2}, controller};
-    EXPECT_EQ(client.expose(both), 4u);
-    EXPECT_THAT(units(), ElementsAre(MAIL + ": 2 0"));
-
-    EXPECT_EQ(client.hide(both), 4u);
-    EXPECT_THAT(units(), ElementsAre(MAIL + ": 2 0"));
-    EXPECT_TRUE(now()->granted(target, host1));
-}
-
-TEST_F(MaskingTest, TheCaseOfTheDigitsOfAVolumeNameDoesNotMatter) {
-    Exposure lower = mailToHost1();
-    lower.volumes = {"60014051a2b3c4d5e6f7a8b9c0d1e2f3"};
-    EXPECT_EQ(client.expose(lower), 0u);
-
-    EXPECT_THAT(units(), ElementsAre(MAIL + ": 5 0"));
-}
-
 TEST_F(MaskingTest, ANumberThatIsTakenIsRefusedAndWhatWasDoneBeforeStays) {
     EXPECT_EQ(
         refusal(&MaskingClient::expose, {{MAIL, WEB}, {HOST1}, {"5", "5"}, {2, 2}, controller}),
@@ -160,15 +142,6 @@ TEST_F(MaskingTest, ANumberThatIsTakenIsRefusedAndWhatWasDoneBeforeStays) {
     EXPECT_THAT(units(), ElementsAre(MAIL + ": 5 0"));
     EXPECT_TRUE(now()->granted(target, host1));
     EXPECT_NE(log().back(), "complete");
-}
-
-TEST_F(MaskingTest, TheSameVolumeTwiceInOneCallIsTwoUnits) {
-    EXPECT_EQ(client.expose({{MAIL, MAIL}, {}, {"1", "2"}, {2, 3}, controller}), 0u);
-    EXPECT_THAT(units(), ElementsAre(MAIL + ": 1 0", MAIL + ": 2 1"));
-
-    EXPECT_EQ(client.unit(client.units().at(0)).size(), 2u);
-    EXPECT_EQ(client.hide({{MAIL}, {}, {}, {}, controller}), 0u);
-    EXPECT_THAT(units(), IsEmpty());
 }
 
 TEST_F(MaskingTest, ANumberOutOfRangeIsRefused) {
