@@ -9,6 +9,7 @@
 #include "array/model/ErrorCode.h"
 #include "array/model/Text.h"
 #include "cli/commands/Commands.h"
+#include "commandline/Version.h"
 
 namespace cli {
 
@@ -41,6 +42,8 @@ constexpr Family families[] = {
 
 void define(CLI::App& app, Context& context) {
     app.require_subcommand(1);
+    app.set_version_flag("--version", std::string("arrayctl ") + commandline::version,
+                         "Write the version");
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
         return std::string("arrayctl: ") + error.what() + "\nTry \"arrayctl --help\".\n";
     });

@@ -1,17 +1,13 @@
 #pragma once
 
-#include "cli/Command.h"
+#include "cli/Context.h"
+#include "commandline/ManualPage.h"
 
 namespace cli {
 
 enum Exit { Done = 0, Refused = 1, WrongUsage = 2, BadState = 3, BadDescription = 4 };
 
-struct ExitStatus {
-    Exit value;
-    const char* meaning;
-};
-
-constexpr ExitStatus exitStatuses[] = {
+constexpr commandline::ExitStatus exitStatuses[] = {
     {Done, "Done"},
     {Refused,
      "Refused, with one line on standard error that names the culprit; nothing was changed"},

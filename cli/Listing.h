@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "array/model/Snapshot.h"
-#include "cli/Command.h"
+#include "cli/Context.h"
 
 namespace cli {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <strings.h>
 
-#include <CLI/CLI.hpp>
+#include <CLI/Error.hpp>
 
 namespace cli {
 

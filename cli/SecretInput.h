@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "cli/Command.h"
+#include "cli/Context.h"
 
 namespace cli {
 

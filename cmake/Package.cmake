@@ -20,20 +20,25 @@ function(install_rpath)
 endfunction()
 set(installed_private ${CMAKE_INSTALL_PREFIX}/${private})
 
-install(TARGETS dravarray LIBRARY DESTINATION ${private} COMPONENT array)
+install(TARGETS dravarray LIBRARY DESTINATION ${private} COMPONENT array NAMELINK_SKIP)
 install(TARGETS arrayctl RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT array)
 install(FILES docs/state.md docs/description.md docs/examples/demo-array.json LICENSE
     DESTINATION ${doc} COMPONENT array)
 install_rpath(dravarray arrayctl AccessProviders)
 
-install(DIRECTORY ${CMAKE_BINARY_DIR}/share/ # what arrayctl writes about itself
-    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR} COMPONENT array)
+# What the programs write about themselves
+set(written ${CMAKE_BINARY_DIR}/share)
+install(FILES ${written}/man/man8/arrayctl.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8 COMPONENT array)
+install(FILES ${written}/bash-completion/completions/arrayctl
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions COMPONENT array)
 
 install(DIRECTORY mof DESTINATION ${share} COMPONENT server FILES_MATCHING PATTERN "*.mof")
-if(TARGET smisd)
+if(PEGASUS_BUNDLED)
     install(TARGETS pegasus LIBRARY DESTINATION ${private} COMPONENT array NAMELINK_SKIP)
     install(TARGETS AccessProviders LIBRARY DESTINATION ${private} COMPONENT server)
     install(TARGETS smisd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT server)
+    install(FILES ${written}/man/man8/smisd.8
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man8 COMPONENT server)
     install(FILES packaging/smisd.service DESTINATION lib/systemd/system COMPONENT server)
     install(FILES docs/operation.md docs/server.md
         DESTINATION ${doc} COMPONENT server)
@@ -58,7 +63,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY
 set(CPACK_DEBIAN_ARRAY_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_SERVER_PACKAGE_SHLIBDEPS ON)
 set(CPACK_COMPONENT_ARRAY_DESCRIPTION "Storage array: its libraries and arrayctl, its administration")
-if(TARGET smisd)
+if(PEGASUS_BUNDLED)
     set(CPACK_DEBIAN_ARRAY_PACKAGE_NAME access-array)
     set(CPACK_DEBIAN_SERVER_PACKAGE_NAME smisd)
     set(CPACK_COMPONENT_SERVER_DESCRIPTION "CIM server that presents the storage array to SMI-S clients")

@@ -6,6 +6,9 @@
 #include <CLI/CLI.hpp>
 #include <boost/asio/ip/address.hpp>
 
+#include "commandline/ManualPage.h"
+#include "commandline/Version.h"
+
 namespace smisd {
 namespace {
 
@@ -81,12 +84,13 @@ void addOptions(CLI::App& app, Options& options, Typed& typed) {
     app.add_flag("--no-auth", typed.noAuth, "Everyone may do all; on loopback addresses only");
     app.add_flag("--allow-remote-http", typed.allowRemoteHttp,
                  "Serve HTTP, which shows passwords, on other than loopback addresses too");
-    app.add_option("--module", options.module, "The provider module")
-        ->type_name("FILE")
-        ->capture_default_str();
-    app.add_option("--mof", options.mof, "Classes and registration of the providers")
-        ->type_name("DIR")
-        ->capture_default_str();
+    app.add_option("--module", options.module,
+                   "The provider module (default: the one installed with smisd)")
+        ->type_name("FILE");
+    app.add_option(
+           "--mof", options.mof,
+           "Classes and registration of the providers (default: those installed with smisd)")
+        ->type_name("DIR");
     app.add_option(
            "--log-level", options.logLevel,
            "What is told on standard error. error: something is broken, see to it; warning: "
@@ -135,6 +139,13 @@ void checkTogether(Options& options, const Typed& typed) {
     }
 }
 
+constexpr commandline::ManualPage manualPage{"presents a storage array to SMI-S clients",
+                                             "SIGTERM and SIGINT stop it once the requests in "
+                                             "progress are answered. SIGHUP makes it read the "
+                                             "certificate and the key again. The audit and the log "
+                                             "go to standard error, a line for each entry.",
+                                             exitStatuses};
+
 } // namespace
 
 ParsedOptions parseOptions(int argc, const char* const* argv) {
@@ -146,7 +157,9 @@ ParsedOptions parseOptions(int argc, const char* const* argv) {
     options.logFormat = "text";
     Typed typed;
 
-    CLI::App app("smisd: a CIM server that presents the storage array to SMI-S clients", "smisd");
+    CLI::App app("A CIM server that presents a storage array to SMI-S clients", "smisd");
+    app.set_version_flag("--version", std::string("smisd ") + commandline::version,
+                         "Write the version");
     addOptions(app, options, typed);
     CLI::App* hash = app.add_subcommand(
         "hash-password", "Read a password from standard input, write a line of the users file");
@@ -157,13 +170,18 @@ ParsedOptions parseOptions(int argc, const char* const* argv) {
             "reader: changes nothing, invokes no methods, sees no secrets")
         ->check(CLI::IsMember({"reader", "administrator"}))
         ->default_str("administrator");
+    const CLI::App* man = app.add_subcommand("man", "Write the manual page");
     try {
         app.parse(argc, argv);
+        if (man->parsed()) {
+            commandline::writeManualPage(std::cout, app, manualPage);
+            return {std::nullopt, exitStopped};
+        }
         if (options.hashPasswordFor.empty()) {
             checkTogether(options, typed);
         }
-    } catch (const CLI::CallForHelp& help) {
-        return {std::nullopt, app.exit(help)};
+    } catch (const CLI::Success& answer) { // --help, --version
+        return {std::nullopt, app.exit(answer)};
     } catch (const CLI::ParseError& error) {
         std::cerr << "smisd: " << error.what() << "\nRun smisd --help for the options.\n";
         return {std::nullopt, exitWrongUsage};

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "commandline/ManualPage.h"
 #include "server/dispatch/ServerDispatcher.h"
 #include "server/http/HttpMessage.h"
 #include "server/http/HttpServer.h"
@@ -35,9 +36,14 @@ struct Options {
 constexpr int exitStopped = 0;
 constexpr int exitCannotStart = 1;
 constexpr int exitWrongUsage = 2;
+constexpr commandline::ExitStatus exitStatuses[] = {
+    {exitStopped, "Stopped by SIGTERM or SIGINT; requests in progress were answered"},
+    {exitCannotStart, "Cannot start, with one line on standard error that names the culprit"},
+    {exitWrongUsage, "Wrong usage"},
+};
 
-// The options, or the exit status when there is nothing to run: help was asked for, or the usage is
-// wrong; then what was to be said has been said.
+// The options, or the exit status when there is nothing to run: help, the version or the manual
+// page was asked for, or the usage is wrong; then what was to be said has been said.
 struct ParsedOptions {
     std::optional<Options> options;
     int exitStatus = exitStopped;

@@ -147,6 +147,28 @@ TEST(Options, HelpListsTheLimits) {
     }
 }
 
+TEST(Options, AreAllInTheManualPage) {
+    testing::internal::CaptureStdout();
+    const ParsedOptions parsed = parse({"man"});
+    const std::string page = testing::internal::GetCapturedStdout();
+    EXPECT_FALSE(parsed.options);
+    EXPECT_EQ(parsed.exitStatus, exitStopped);
+    for (const char* text :
+         {".TH SMISD 8 ", "\\-\\-state DIR", "\\-\\-listen ADDR:PORT", "\\-\\-no\\-auth",
+          ".SS \"Limits\"", "Operations carried out at once (default: 32)",
+          ".SS \"hash\\-password NAME", ".B \"1\"\nCannot start"}) {
+        EXPECT_THAT(page, HasSubstr(text));
+    }
+}
+
+// It is made where smisd is built, and read where it is installed.
+TEST(Options, ManualPageNamesNoPathOfTheBuild) {
+    testing::internal::CaptureStdout();
+    parse({"man"});
+    EXPECT_THAT(testing::internal::GetCapturedStdout(),
+                testing::Not(HasSubstr(accepted({"--no-auth"}).module.parent_path().string())));
+}
+
 TEST(Options, HashPasswordNeedsAName) {
     EXPECT_EQ(accepted({"hash-password", "alice"}).hashPasswordFor, "alice");
     complaintOf({"hash-password"});

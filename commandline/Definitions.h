@@ -5,7 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
-namespace cli {
+namespace commandline {
 
 // What the definitions of a command line say, for the texts that are made from them: the completion
 // script and the manual page.
@@ -18,7 +18,7 @@ struct DefinedCommand {
 // All commands, in the order of the help; a family of commands is none itself.
 std::vector<DefinedCommand> commandsOf(const CLI::App& program);
 
-// The options and arguments of a command, without its help.
+// The options and arguments of a command, without --help and --version.
 std::vector<const CLI::Option*> optionsOf(const CLI::App& command);
 
 // True if a value goes with the option; false for flags.
@@ -30,4 +30,4 @@ std::string typeOf(const CLI::Option& option);
 // The only values that it may have, with a blank between them; empty: any.
 std::string choiceOf(const CLI::Option& option);
 
-} // namespace cli
+} // namespace commandline

@@ -1,8 +1,8 @@
-#include "cli/Definitions.h"
+#include "commandline/Definitions.h"
 
 #include <algorithm>
 
-namespace cli {
+namespace commandline {
 
 namespace {
 
@@ -25,18 +25,23 @@ std::vector<DefinedCommand> commandsOf(const CLI::App& program) {
 }
 
 std::vector<const CLI::Option*> optionsOf(const CLI::App& command) {
-    return command.get_options(
-        [&](const CLI::Option* option) { return option != command.get_help_ptr(); });
+    return command.get_options([&](const CLI::Option* option) {
+        return option != command.get_help_ptr() && option != command.get_version_ptr();
+    });
 }
 
 bool takesValue(const CLI::Option& option) {
     return option.get_items_expected_max() > 0;
 }
 
-// CLI11 tells the choice behind the type: "TEXT:{initiator,target}".
+// CLI11 tells what is checked behind the type: "TEXT:{initiator,target}", "NUMBER:POSITIVE:UINT in
+// [1 - 9]". The type itself may have a colon too: "ADDR:PORT".
 std::string typeOf(const CLI::Option& option) {
-    const std::string type = option.get_type_name();
-    return type.substr(0, type.find(':'));
+    std::string type = option.get_type_name();
+    for (const char* check : {":{", ":POSITIVE", ":UINT"}) {
+        type = type.substr(0, type.find(check));
+    }
+    return type;
 }
 
 std::string choiceOf(const CLI::Option& option) {
@@ -50,4 +55,4 @@ std::string choiceOf(const CLI::Option& option) {
     return words;
 }
 
-} // namespace cli
+} // namespace commandline

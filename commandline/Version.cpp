@@ -1,0 +1,7 @@
+#include "commandline/Version.h"
+
+namespace commandline {
+
+const char* const version = VERSION;
+
+} // namespace commandline
