@@ -8,7 +8,7 @@ namespace {
 
 void collect(const CLI::App& app, const std::string& path, std::vector<DefinedCommand>& commands) {
     const auto below = app.get_subcommands([](const CLI::App*) { return true; });
-    if (below.empty()) {
+    if (below.empty() && !path.empty()) {
         commands.push_back({path, &app});
     }
     for (const CLI::App* each : below) {
