@@ -82,7 +82,7 @@ def extrinsic(class_, method, headers=(), **parameters):
 
 
 def recorded(text):
-    """A file of tests/wire/pairs as it goes over the wire: the headers of the connection added."""
+    """A request of tests/wire/pairs as it goes over the wire: the headers of the connection added."""
     head, end, body = text.partition(b"\n\n")
     if not end:
         return text  # no HTTP at all

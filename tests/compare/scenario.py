@@ -6,6 +6,7 @@ import re
 import xml.etree.ElementTree as ET
 
 import normal
+import pairs
 from asking import (class_name, extrinsic, instance_name, intrinsic, recorded, reference,
                       references, value, values)
 
@@ -43,10 +44,10 @@ def text_of(element):
     return ET.tostring(element, encoding="unicode").strip()
 
 
-def everything(pairs):
+def everything():
     """All of them."""
-    for file in pairs:
-        yield f"pair {file.stem}", recorded(file.read_bytes())
+    for name, request in pairs.requests().items():
+        yield f"pair {name}", recorded(request)
     classes = yield from class_requests()
     for name in classes:
         yield from enumerations(name)
@@ -62,7 +63,7 @@ def everything(pairs):
     yield from life_of_a_host()
 
 
-def one_of_each(_):
+def one_of_each():
     """One request to each class, as a server's providers are looked at when they are to fail alike."""
     registration = pathlib.Path(__file__).parent.parent.parent / "mof" / "access-registration.mof"
     for name in sorted(set(re.findall(r'ClassName = "(.*)"', registration.read_text()))):

@@ -1,11 +1,14 @@
 #include "tests/wire/support/Pair.h"
 
+#include "tests/wire/support/Table.h"
+
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/asio/ip/host_name.hpp>
 
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <ranges>
 #include <regex>
 #include <stdexcept>
 
@@ -22,16 +25,24 @@ std::string readFile(const fs::path& file) {
 }
 
 std::vector<Pair> readPairs(const fs::path& directory) {
-    std::vector<Pair> pairs;
+    Templates templates = {{"", {}}};
+    std::vector<fs::path> tables;
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
-        if (entry.path().extension() == ".request") {
-            fs::path response = entry.path();
-            pairs.push_back(
-                {entry.path().stem(), entry.path(), response.replace_extension(".response")});
+        const fs::path& file = entry.path();
+        if (file.extension() == ".request") {
+            const fs::path recording = fs::path(file).replace_extension(".response");
+            templates[file.stem()] = {file.stem(), readFile(file), readFile(recording), recording};
+        } else if (file.extension() == ".json") {
+            tables.push_back(file);
         }
     }
-    std::sort(pairs.begin(), pairs.end(),
-              [](const Pair& left, const Pair& right) { return left.name < right.name; });
+    std::vector<Pair> pairs;
+    for (const fs::path& table : tables) {
+        std::ranges::copy(readTable(table, templates), std::back_inserter(pairs));
+    }
+    templates.erase("");
+    std::ranges::copy(std::views::values(templates), std::back_inserter(pairs));
+    std::ranges::sort(pairs, {}, &Pair::name);
     return pairs;
 }
 

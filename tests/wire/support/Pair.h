@@ -1,9 +1,4 @@
-// Recorded pairs of a request and its response.
-//
-// NAME.request is what is sent, with plain line ends in the headers, without Host and
-// Content-Length, which are added unless they are there; "Content-Length: none" leaves it out. A
-// request that has line ends of its own, with CR, is sent as it stands.
-// NAME.response is what is expected, after normalized().
+// Recorded pairs of a request and its response; tests/wire/pairs/README.md describes their files.
 #pragma once
 
 #include <filesystem>
@@ -14,10 +9,12 @@ namespace wire {
 
 struct Pair {
     std::string name;
-    std::filesystem::path request;
-    std::filesystem::path response;
+    std::string request;             // as requestBytes() takes it
+    std::string response;            // as normalized() gives it
+    std::filesystem::path recording; // the file of the response; none when a table says it
 };
 
+// Those of the files and those of the tables, by name.
 std::vector<Pair> readPairs(const std::filesystem::path& directory);
 
 std::string readFile(const std::filesystem::path& file);
