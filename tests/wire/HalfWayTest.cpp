@@ -63,16 +63,5 @@ TEST(HalfWay, WithChunksTheHundredsOfObjectsBeforeItAreThere) {
     EXPECT_EQ(many.client.enumerateNames(pipeEndClass).error(), outOfBounds);
 }
 
-TEST(HalfWay, ACompositionFailsSoToo) {
-    const Served one(1);
-    one.client.modify(sessionSettings1, sessionSettings,
-                      property("MaxConnectionsPerSession", "uint32", "4"));
-    one.array.arrayctl({"session", "logout", host1, target1});
-    one.array.arrayctl(
-        {"session", "login", host1, target1, "--endpoint", portal1, "--endpoint", portal1});
-    EXPECT_EQ(one.client.enumerate(compositionClass).error(), outOfBounds);
-    EXPECT_EQ(one.client.enumerateNames(connectionClass).size(), 2U);
-}
-
 } // namespace
 } // namespace wire

@@ -1,4 +1,4 @@
-// Several clients change the array at once.
+// Several clients at once: they read, walk through call-backs into the server, change the array.
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
 #include "tests/wire/support/Masking.h"
@@ -13,6 +13,47 @@
 
 namespace wire {
 namespace {
+
+// Each turn of each client at once with the others'.
+void inTurns(int clients, int turns, const std::function<void(int client)>& turn) {
+    std::vector<std::thread> threads;
+    for (int client = 0; client < clients; ++client) {
+        threads.emplace_back([client, turns, &turn] {
+            for (int i = 0; i < turns; ++i) {
+                turn(client);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+// With this number of workers.
+class Workers : public testing::TestWithParam<const char*> {
+protected:
+    const Array array;
+    const Smisd smisd{array.state(), {"--no-auth", "--workers", GetParam()}};
+    const Client client{smisd};
+};
+
+INSTANTIATE_TEST_SUITE_P(, Workers, testing::Values("1", "2", "16"));
+
+TEST_P(Workers, ServeAllWhoRead) {
+    std::atomic<int> good{0};
+    inTurns(16, 10, [&](int) { good += client.enumerate(hostClass).size() == 3; });
+    EXPECT_EQ(good, 160);
+}
+
+TEST_P(Workers, ServeAllWhoseRequestsCallBack) {
+    std::atomic<int> good{0};
+    inTurns(16, 10, [&](int) {
+        const Answer host = client.associators(privilege(1), {subjectClass, hostClass});
+        const Answer controllers = client.associators(privilege(1), {grantClass, controllerClass});
+        good += host.size() == 1 && controllers.size() == 1;
+    });
+    EXPECT_EQ(good, 160);
+}
 
 constexpr int clients = 6;
 constexpr int turns = 5;
@@ -43,21 +84,6 @@ protected:
     static std::string host(int number) {
         return "iqn.2026-01.com.example:new" + std::to_string(number);
     }
-
-    // Each turn of each client at once with the others'.
-    static void inTurns(const std::function<void(int number)>& turn) {
-        std::vector<std::thread> threads;
-        for (int number = 0; number < clients; ++number) {
-            threads.emplace_back([number, &turn] {
-                for (int i = 0; i < turns; ++i) {
-                    turn(number);
-                }
-            });
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
-    }
     std::string invoke(const std::string& method, const Parameters& parameters) const {
         return client.invoke(maskingService, method, parameters).returnValue();
     }
@@ -65,7 +91,7 @@ protected:
 
 TEST_F(ManyClients, EachGetsWhatIsItsOwn) {
     std::atomic<int> good{0};
-    inTurns([&](int number) {
+    inTurns(clients, turns, [&](int number) {
         const Exposure own{{volume(number)}, {host(number)}, {"1"}, {"2"}, {target(number)}};
         const Xml created = client
                                 .invoke(identityService, "CreateStorageHardwareID",
@@ -86,7 +112,7 @@ TEST_F(ManyClients, OfOneTargetLeaveItInOrder) {
     const auto own = [](int number) {
         return Exposure{{volume(number)}, {}, {std::to_string(number)}, {"2"}, {controller(2)}};
     };
-    inTurns([&](int number) {
+    inTurns(clients, turns, [&](int number) {
         invoke("ExposePaths", own(number).all());
         invoke("HidePaths", own(number).hiding());
     });

@@ -8,6 +8,7 @@
 #include "tests/wire/support/Http.h"
 #include "tests/wire/support/Smisd.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -43,6 +44,21 @@ TEST_P(RecordedPair, IsAnsweredAsRecorded) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, RecordedPair, testing::ValuesIn(readPairs(PAIRS)), nameOf);
+
+TEST(RecordedPairs, ThatAreBadChangeNothingAndLeaveAServerThatAnswers) {
+    const Array array;
+    const std::string before = array.arrayctl({"export", "--with-secrets"});
+    const Smisd smisd(array.state());
+    for (const Pair& pair : readPairs(PAIRS)) {
+        if (pair.name.starts_with("Bad")) {
+            roundTrip(smisd.port(), requestBytes(pair.request));
+        }
+    }
+    EXPECT_THAT(roundTrip(smisd.port(), "GET /healthz HTTP/1.1\r\nHost: x\r\n\r\n"),
+                testing::StartsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_EQ(array.arrayctl({"export", "--with-secrets"}), before);
+    EXPECT_EQ(array.arrayctl({"check"}), "");
+}
 
 } // namespace
 } // namespace wire

@@ -7,7 +7,6 @@
 #include "tests/wire/support/Names.h"
 
 using testing::AllOf;
-using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -17,8 +16,6 @@ using testing::StartsWith;
 
 namespace wire {
 namespace {
-
-const std::string refused = "7 CIM_ERR_NOT_SUPPORTED: IPProtocolEndpoints::associators";
 
 // Two portals. The first host has a session of two connections, one through each, with the first
 // target.
@@ -140,68 +137,12 @@ TEST_F(Sessions, OfALaterTargetHaveTheEndpointInstanceAtTheirPosition) {
     EXPECT_THAT(linksOf(second, pipeEndClass), ElementsAre(HasSubstr(target2)));
 }
 
-// Arguments and input that is wrong
-
 TEST_F(Sessions, WithoutAnAssociationClassBothAreAsked) {
     EXPECT_THAT(client.associatorNames(session("Ovrin:11000001"), {"", connectionClass}).names(),
                 SizeIs(2));
     EXPECT_THAT(client.referenceNames(session("Ovrin:11000001"), {}).names(), SizeIs(3));
     EXPECT_THAT(client.references(session("Ovrin:11000001"), {"", "CIM_Component"}).names(),
                 SizeIs(2));
-}
-
-TEST_F(Sessions, PairsThatNoWalkServes) {
-    const Xml source = session("Ovrin:11000001");
-    EXPECT_THAT(client.associators(source, {pipeEndClass, connectionClass}).names(), IsEmpty());
-    EXPECT_EQ(client.associators(source, {pipeEndClass, connectionClass}).error(), "");
-    EXPECT_EQ(client.associators(source, {compositionClass, targetEndpointClass}).error(), refused);
-    EXPECT_EQ(client.associatorNames(source, {compositionClass}).error(), refused);
-    EXPECT_EQ(client.references(connection("Ovrin:10000001"), {"", compositionClass}).error(),
-              refused);
-}
-
-TEST_F(Sessions, EndpointsByNamesThatAreNone) {
-    const Walk walk = {pipeEndClass, sessionClass};
-    for (const std::string name : {"", "short", "12345678", ",t,0x0001",
-                                   "iqn.2026-01.com.example:none,t,0x0001", target1.c_str()}) {
-        EXPECT_THAT(reached(targetEndpoint(name), walk), IsEmpty()) << name;
-        EXPECT_THAT(linksOf(targetEndpoint(name), pipeEndClass), IsEmpty()) << name;
-    }
-    EXPECT_EQ(client.associators(instanceName(targetEndpointClass, {{"Id", "x"}}), walk).error(),
-              outOfBounds);
-    EXPECT_THAT(reached(tcpEndpoint(portal1), {pipeEndClass, connectionClass}), IsEmpty());
-    EXPECT_THAT(reached(tcpEndpoint("Ovrin:0900FFFF"), {pipeEndClass, connectionClass}), IsEmpty());
-}
-
-TEST_F(Sessions, KeysThatNameNothing) {
-    EXPECT_EQ(client.get(session("Ovrin:1100FFFF")).error(), "6 CIM_ERR_NOT_FOUND: Ovrin:1100FFFF");
-    EXPECT_EQ(client.get(session("Ovrin:10000001")).error(), "6 CIM_ERR_NOT_FOUND: Ovrin:10000001");
-    EXPECT_THAT(client.get(connection("first")).error(),
-                HasSubstr("6 CIM_ERR_NOT_FOUND: A key that is not"));
-    for (const std::string& className :
-         {sessionClass, connectionClass, pipeEndClass, compositionClass}) {
-        EXPECT_EQ(client.get(instanceName(className, {})).error(), outOfBounds);
-    }
-    EXPECT_EQ(
-        client.associators(instanceName(sessionClass, {}), {pipeEndClass, targetEndpointClass})
-            .error(),
-        outOfBounds);
-    EXPECT_THAT(reached(session("Ovrin:1100FFFF"), {pipeEndClass, targetEndpointClass}), IsEmpty());
-}
-
-TEST_F(Sessions, AreNotWritten) {
-    const Xml source = session("Ovrin:11000001");
-    EXPECT_EQ(client.modify(source, sessionClass, property("TSIH", "uint32", "7")).error(),
-              "7 CIM_ERR_NOT_SUPPORTED: iSCSIPipes::modifyInstance");
-    EXPECT_EQ(client.call("DeleteInstance", {{"InstanceName", source}}).error(),
-              "7 CIM_ERR_NOT_SUPPORTED: iSCSISettings::deleteInstance");
-    EXPECT_EQ(client
-                  .call("CreateInstance", {{"NewInstance", "<INSTANCE CLASSNAME=\"" + sessionClass +
-                                                               "\"></INSTANCE>"}})
-                  .error(),
-              "7 CIM_ERR_NOT_SUPPORTED: iSCSISettings::createInstance");
-    EXPECT_THAT(client.enumerate(targetEndpointClass).error(),
-                StartsWith("7 CIM_ERR_NOT_SUPPORTED"));
 }
 
 } // namespace

@@ -136,21 +136,10 @@ TEST_F(TypicalRequest, IsTracedOnStandardOutputAndKeptAsAnEvent) {
               HasSubstr("\"file\":\"ControllerConfigurationService.cpp\"")));
 }
 
-TEST_F(TypicalRequest, ARefusedHostIsReturnValue4OfTheSameType) {
-    const Answer refused = client().invoke(identityService, "CreateStorageHardwareID",
-                                           {{"StorageID", value("no iSCSI name"), "string"}});
-    EXPECT_EQ(refused.error(), "");
-    EXPECT_EQ(refused.returnValue(), "sint32 4");
-    EXPECT_EQ(refused.outReference("HardwareID"), "");
-}
-
-TEST_F(TypicalRequest, AnUnknownVolumeIsReturnValue4OfTheSameType) {
-    const Exposure unknown{{"60010000000000000000000000000000"}, {}, {"7"}, {"2"}, {controller(2)}};
-    for (const Answer& answer : {client().invoke(maskingService, "ExposePaths", unknown.all()),
-                                 client().invoke(maskingService, "HidePaths", unknown.hiding())}) {
-        EXPECT_EQ(answer.error(), "");
-        EXPECT_EQ(answer.returnValue(), "uint32 4");
-    }
+TEST_F(TypicalRequest, SeesWhatTheAdministratorChangesBesideTheServer) {
+    EXPECT_EQ(client().enumerate(hostClass).size(), 3U);
+    array.arrayctl({"initiator", "create", newHost});
+    EXPECT_THAT(client().enumerate(hostClass).each("StorageID"), testing::Contains(newHost));
 }
 
 TEST_F(TypicalRequest, UntypedParametersAreTakenInTheirDeclaredTypes) {

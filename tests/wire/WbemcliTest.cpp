@@ -12,7 +12,6 @@
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace wire {
 namespace {
@@ -110,6 +109,21 @@ TEST_F(Wbemcli, IsToldOfAnUnknownKey) {
         EXPECT_THAT(result.out, HasSubstr("CIM_ERR_")) << key;
     }
     EXPECT_THAT(wbemcli({"ei", smisd.url("CIM_StorageHardwareID")}).status, 0);
+}
+
+// All that the client knows is the interop namespace.
+TEST_F(Wbemcli, IsLedFromTheInteropNamespaceToTheHosts) {
+    EXPECT_THAT(wbemcli({"ein", address() + "interop:CIM_ObjectManager"}).out,
+                HasSubstr("Name=\"smisd\""));
+    const std::string names = wbemcli({"ein", address() + "interop:CIM_Namespace"}).out;
+    const std::size_t at = names.find(",Name=\"root/snia");
+    ASSERT_NE(at, std::string::npos) << names;
+    const std::size_t start = names.find('"', at) + 1;
+    const std::string found = names.substr(start, names.find('"', start) - start);
+    EXPECT_THAT(wbemcli({"ein", address() + found + ":CIM_StorageHardwareID"}).out,
+                HasSubstr("Ovrin:0D000003"));
+    EXPECT_THAT(wbemcli({"ei", address() + "interop:CIM_RegisteredProfile"}).out,
+                HasSubstr("RegisteredName=\"Masking and Mapping\""));
 }
 
 // With authentication

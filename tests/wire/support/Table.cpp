@@ -24,6 +24,15 @@ std::string bytes(const std::string& text) {
     return result;
 }
 
+template<class Map>
+const auto& named(const std::string& name, const Map& map) {
+    const auto found = map.find(name);
+    if (found == map.end()) {
+        throw std::runtime_error("there is no \"" + name + "\"");
+    }
+    return found->second;
+}
+
 // What is done to a template
 
 std::size_t placeOf(const std::string& part, const std::string& text) {
@@ -182,16 +191,19 @@ std::string responseOf(const Json& row, const Pair& original, const std::string&
     return row.contains("answer") ? changed(original.response, row["answer"]) : original.response;
 }
 
+// The keys of a row that are no edits.
 const std::set<std::string> answers = {"name",       "error",    "returns",
                                        "refused",    "CIMError", "PGErrorDetail",
                                        "Connection", "closed",   "answer"};
 
-Pair pairOf(const Json& row, const Pair& original) {
-    Pair pair{row.at("name"), original.request, "", ""};
+Pair pairOf(const Json& row, const std::string& templateName, const Templates& templates) {
+    Pair pair{row.at("name"), "", "", ""};
     try {
+        const Pair& original = named(templateName, templates);
+        pair.request = original.request;
         for (const auto& [key, value] : row.items()) {
             if (!answers.contains(key)) {
-                pair.request = edits.at(key)(pair.request, value);
+                pair.request = named(key, edits)(pair.request, value);
             }
         }
         pair.response = responseOf(row, original, pair.request);
@@ -206,9 +218,9 @@ Pair pairOf(const Json& row, const Pair& original) {
 std::vector<Pair> readTable(const std::filesystem::path& file, const Templates& templates) {
     const Json table = Json::parse(readFile(file));
     std::vector<Pair> pairs;
-    for (const auto& [original, rows] : table.items()) {
+    for (const auto& [templateName, rows] : table.items()) {
         for (const Json& row : rows) {
-            pairs.push_back(pairOf(row, templates.at(original)));
+            pairs.push_back(pairOf(row, templateName, templates));
         }
     }
     return pairs;
