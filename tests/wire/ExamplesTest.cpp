@@ -1,13 +1,13 @@
 // The commands of the documents do on the demo array what the documents say.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Client.h"
-#include "tests/wire/support/Pair.h"
+#include <sstream>
 
 #include <boost/algorithm/string/replace.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Pair.h"
 
 using testing::HasSubstr;
 

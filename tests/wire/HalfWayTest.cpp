@@ -1,10 +1,10 @@
 // What a client sees of an enumeration that fails after objects were delivered.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
 #include "tests/wire/support/Names.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using testing::IsEmpty;
 

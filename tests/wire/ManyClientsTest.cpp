@@ -1,15 +1,15 @@
 // Several clients at once: they read, walk through call-backs into the server, change the array.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Client.h"
-#include "tests/wire/support/Masking.h"
-#include "tests/wire/support/Names.h"
-
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <functional>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Names.h"
 
 namespace wire {
 namespace {

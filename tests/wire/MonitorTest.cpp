@@ -1,14 +1,14 @@
 // What monitoring sees of a running server.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Client.h"
-#include "tests/wire/support/Http.h"
+#include <filesystem>
+#include <fstream>
+#include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <string>
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Http.h"
 
 using testing::AllOf;
 using testing::HasSubstr;

@@ -4,16 +4,17 @@
 // With WIRE_RECORD set in the environment the responses in files are written instead, to be looked
 // at; what a table says is changed by hand.
 #include "tests/wire/support/Pair.h"
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Http.h"
-#include "tests/wire/support/Smisd.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <fstream>
 #include <ostream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Http.h"
+#include "tests/wire/support/Smisd.h"
 
 namespace wire {
 

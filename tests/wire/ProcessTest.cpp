@@ -1,18 +1,18 @@
 // smisd as a process: how it starts, refuses to start, and stops.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Http.h"
-#include "tests/wire/support/Pair.h"
-#include "tests/wire/support/Smisd.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Http.h"
+#include "tests/wire/support/Pair.h"
+#include "tests/wire/support/Smisd.h"
 
 using testing::AllOf;
 using testing::HasSubstr;

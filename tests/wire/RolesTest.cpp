@@ -1,16 +1,16 @@
 // What users of each role may do, and what the audit log says of it.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Client.h"
-#include "tests/wire/support/Masking.h"
-#include "tests/wire/support/Pair.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <string>
 #include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Pair.h"
 
 using testing::AllOf;
 using testing::HasSubstr;

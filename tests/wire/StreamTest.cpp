@@ -1,14 +1,4 @@
 // Answers that are longer than what the server keeps of them.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Http.h"
-#include "tests/wire/support/Pair.h"
-#include "tests/wire/support/Smisd.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <boost/asio.hpp>
-
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -16,6 +6,15 @@
 #include <list>
 #include <string>
 #include <thread>
+
+#include <boost/asio.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Http.h"
+#include "tests/wire/support/Pair.h"
+#include "tests/wire/support/Smisd.h"
 
 namespace asio = boost::asio;
 

@@ -1,15 +1,15 @@
 // A host is registered, a volume exposed to it, seen, hidden again, and the host removed: what the
 // system is for, by a client on the wire, with the array's own view beside it.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Client.h"
-#include "tests/wire/support/Masking.h"
-#include "tests/wire/support/Names.h"
+#include <csignal>
+#include <optional>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <optional>
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Masking.h"
+#include "tests/wire/support/Names.h"
 
 using testing::AllOf;
 using testing::ElementsAre;

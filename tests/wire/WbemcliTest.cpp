@@ -1,13 +1,13 @@
 // A real client: wbemcli.
-#include "tests/wire/support/Array.h"
-#include "tests/wire/support/Smisd.h"
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sstream>
-#include <string>
-#include <vector>
+#include "tests/wire/support/Array.h"
+#include "tests/wire/support/Smisd.h"
 
 using testing::AllOf;
 using testing::ElementsAre;

@@ -1,12 +1,12 @@
 // What a client reads in an answer.
 #pragma once
 
-#include "tests/wire/support/Xml.h"
-
 #include <string>
 #include <vector>
 
 #include <pugixml.hpp>
+
+#include "tests/wire/support/Xml.h"
 
 namespace wire {
 

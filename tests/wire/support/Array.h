@@ -1,12 +1,12 @@
 // The array of a test.
 #pragma once
 
-#include "tests/server/TemporaryDirectory.h"
-#include "tests/wire/support/Process.h"
-
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include "tests/server/TemporaryDirectory.h"
+#include "tests/wire/support/Process.h"
 
 namespace wire {
 

@@ -1,13 +1,13 @@
 // A CIM-XML client.
 #pragma once
 
-#include "tests/wire/support/Answer.h"
-#include "tests/wire/support/Smisd.h"
-#include "tests/wire/support/Xml.h"
-
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "tests/wire/support/Answer.h"
+#include "tests/wire/support/Smisd.h"
+#include "tests/wire/support/Xml.h"
 
 namespace wire {
 

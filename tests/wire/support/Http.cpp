@@ -1,9 +1,9 @@
 #include "tests/wire/support/Http.h"
 
-#include <boost/asio.hpp>
-
 #include <chrono>
 #include <stdexcept>
+
+#include <boost/asio.hpp>
 
 namespace asio = boost::asio;
 

@@ -1,11 +1,11 @@
 // What clients ask of the masking service.
 #pragma once
 
-#include "tests/wire/support/Client.h"
-#include "tests/wire/support/Names.h"
-
 #include <string>
 #include <vector>
+
+#include "tests/wire/support/Client.h"
+#include "tests/wire/support/Names.h"
 
 namespace wire {
 

@@ -2,9 +2,9 @@
 // tests/wire/support/Array.h.
 #pragma once
 
-#include "tests/wire/support/Xml.h"
-
 #include <string>
+
+#include "tests/wire/support/Xml.h"
 
 namespace wire {
 

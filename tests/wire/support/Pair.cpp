@@ -1,16 +1,16 @@
 #include "tests/wire/support/Pair.h"
 
-#include "tests/wire/support/Table.h"
-
-#include <boost/algorithm/string/replace.hpp>
-#include <boost/asio/ip/host_name.hpp>
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <ranges>
 #include <regex>
 #include <stdexcept>
+
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/asio/ip/host_name.hpp>
+
+#include "tests/wire/support/Table.h"
 
 namespace fs = std::filesystem;
 

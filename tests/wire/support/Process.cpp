@@ -2,11 +2,10 @@
 
 #include <array>
 #include <csignal>
-#include <stdexcept>
-#include <thread>
-
 #include <fcntl.h>
+#include <stdexcept>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace wire {

@@ -2,9 +2,8 @@
 #pragma once
 
 #include <string>
-#include <vector>
-
 #include <sys/types.h>
+#include <vector>
 
 namespace wire {
 

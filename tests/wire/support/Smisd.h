@@ -1,11 +1,11 @@
 // A running smisd.
 #pragma once
 
-#include "tests/wire/support/Process.h"
-
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include "tests/wire/support/Process.h"
 
 namespace wire {
 

@@ -1,14 +1,14 @@
 #include "tests/wire/support/Table.h"
 
-#include <boost/algorithm/string/replace.hpp>
-#include <boost/locale/encoding_utf.hpp>
-#include <nlohmann/json.hpp>
-
 #include <cctype>
 #include <cstdio>
 #include <regex>
 #include <set>
 #include <stdexcept>
+
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/locale/encoding_utf.hpp>
+#include <nlohmann/json.hpp>
 
 namespace wire {
 namespace {

@@ -1,9 +1,9 @@
 // A table of pairs: requests made of others, with what is answered to them.
 #pragma once
 
-#include "tests/wire/support/Pair.h"
-
 #include <map>
+
+#include "tests/wire/support/Pair.h"
 
 namespace wire {
 
