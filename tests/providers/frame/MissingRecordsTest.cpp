@@ -1,15 +1,11 @@
 // What an operation does when the engine gives no record where it has always given one.
 
 #include <functional>
-#include <memory>
 
-#include <Pegasus/Provider/CIMAssociationProvider.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
-#include <Pegasus/Provider/CIMMethodProvider.h>
 #include <Pegasus/Provider/ProviderException.h>
 
-#include "providers/frame/PegasusCreateProvider.h"
 #include "tests/support/ProviderTest.h"
+#include "tests/support/Served.h"
 
 using namespace Pegasus;
 using namespace scripted;
@@ -32,86 +28,6 @@ const CIMName PIPE_END("CIM_EndpointOfNetworkPipe");
 const CIMName COMPOSITION("CIM_NetworkPipeComposition");
 const CIMName SESSION("CIM_iSCSISession");
 
-// A provider's operations, by their interfaces.
-struct Server {
-    explicit Server(const char* name) : _provider(PegasusCreateProvider(name)) {
-        CIMOMHandle handle;
-        _provider->initialize(handle);
-    }
-
-    void getInstance(const CIMObjectPath& path) {
-        as<CIMInstanceProvider>().getInstance(_context, path, false, false, _all, instances);
-    }
-
-    void enumerate(const CIMName& className) {
-        as<CIMInstanceProvider>().enumerateInstances(_context, requestPath(className), false, false,
-                                                     _all, instances);
-    }
-
-    void enumerateNames(const CIMName& className) {
-        as<CIMInstanceProvider>().enumerateInstanceNames(_context, requestPath(className), paths);
-    }
-
-    void modifyInstance(const CIMObjectPath& path, const CIMInstance& instance) {
-        PlainHandler response;
-        as<CIMInstanceProvider>().modifyInstance(_context, path, instance, false, _all, response);
-    }
-
-    void associators(const CIMObjectPath& path, const CIMName& association, const CIMName& result) {
-        as<CIMAssociationProvider>().associators(_context, path, association, result, "", "", false,
-                                                 false, _all, objects);
-    }
-
-    void associatorNames(const CIMObjectPath& path, const CIMName& association,
-                         const CIMName& result) {
-        as<CIMAssociationProvider>().associatorNames(_context, path, association, result, "", "",
-                                                     paths);
-    }
-
-    void references(const CIMObjectPath& path, const CIMName& association, const char* role) {
-        as<CIMAssociationProvider>().references(_context, path, association, role, false, false,
-                                                _all, objects);
-    }
-
-    void referenceNames(const CIMObjectPath& path, const CIMName& association, const char* role) {
-        as<CIMAssociationProvider>().referenceNames(_context, path, association, role, paths);
-    }
-
-    void invoke(const char* method, const char* volumeName) {
-        Array<CIMObjectPath> controllers;
-        controllers.append(requestPath(CONTROLLER, {{"DeviceID", keyText(TARGET)}}));
-        Array<String> volumes;
-        if (volumeName) {
-            volumes.append(volumeName);
-        }
-        Array<CIMParamValue> parameters;
-        parameters.append(CIMParamValue("ProtocolControllers", controllers));
-        parameters.append(CIMParamValue("LUNames", volumes));
-        as<CIMMethodProvider>().invokeMethod(_context,
-                                             requestPath("CIM_ControllerConfigurationService"),
-                                             method, parameters, results);
-    }
-
-    InstanceHandler instances;
-    ObjectPathHandler paths;
-    ObjectHandler objects;
-    MethodResultHandler results;
-
-private:
-    template<class Interface>
-    Interface& as() {
-        return dynamic_cast<Interface&>(*_provider);
-    }
-
-    const std::unique_ptr<CIMProvider> _provider;
-    const OperationContext _context;
-    const CIMPropertyList _all;
-};
-
-CIMObjectPath keyed(const CIMName& className, const char* key, Uint32 id) {
-    return requestPath(className, {{key, keyText(id)}});
-}
-
 CIMObjectPath unitPath() {
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding("Antecedent", CIMValue(keyed(CONTROLLER, "DeviceID", TARGET))));
@@ -125,13 +41,27 @@ CIMInstance newSecret() {
     return instance;
 }
 
+// Calls a method that maps volumes, if any, at the controller.
+void map(Served& served, const char* method, const char* volumeName) {
+    Array<CIMObjectPath> controllers;
+    controllers.append(keyed(CONTROLLER, "DeviceID", TARGET));
+    Array<String> volumes;
+    if (volumeName) {
+        volumes.append(volumeName);
+    }
+    Array<CIMParamValue> parameters;
+    parameters.append(CIMParamValue("ProtocolControllers", controllers));
+    parameters.append(CIMParamValue("LUNames", volumes));
+    served.invokeMethod("CIM_ControllerConfigurationService", method, parameters);
+}
+
 const CIMObjectPath CONTROLLER_PATH = keyed(CONTROLLER, "DeviceID", TARGET);
 const CIMObjectPath VOLUME_PATH = keyed(VOLUME_CLASS, "DeviceID", VOLUME);
 
 struct Use {
     const char* name;
     const char* provider;
-    std::function<void(Server&)> call;
+    std::function<void(Served&)> call;
     Uint32 id; // of the record that isn't there; its class is the one asked for
 };
 
@@ -144,43 +74,43 @@ const char* const PIPES = "iSCSIPipesProvider";
 
 const Use FAILING[] = {
     {"SecretOfAnInitiator", SECRETS,
-     [](Server& server) { server.getInstance(keyed(SECRET, "RemoteID", HOST)); }, HOST},
+     [](Served& served) { served.getInstance(keyed(SECRET, "RemoteID", HOST)); }, HOST},
     {"SecretOfATarget", SECRETS,
-     [](Server& server) { server.getInstance(keyed(SECRET, "RemoteID", TARGET)); }, TARGET},
+     [](Served& served) { served.getInstance(keyed(SECRET, "RemoteID", TARGET)); }, TARGET},
     {"NewSecretOfAnInitiator", SECRETS,
-     [](Server& server) { server.modifyInstance(keyed(SECRET, "RemoteID", HOST), newSecret()); },
+     [](Served& served) { served.modifyInstance(keyed(SECRET, "RemoteID", HOST), newSecret()); },
      HOST},
     {"NewSecretOfATarget", SECRETS,
-     [](Server& server) { server.modifyInstance(keyed(SECRET, "RemoteID", TARGET), newSecret()); },
+     [](Served& served) { served.modifyInstance(keyed(SECRET, "RemoteID", TARGET), newSecret()); },
      TARGET},
     {"Host", HOSTS,
-     [](Server& server) { server.getInstance(keyed(HOST_CLASS, "InstanceID", HOST)); }, HOST},
-    {"Hosts", HOSTS, [](Server& server) { server.enumerate(HOST_CLASS); }, HOST},
-    {"ExposePaths", SERVICE, [](Server& server) { server.invoke("ExposePaths", "60A1"); }, UNIT},
-    {"HidePaths", SERVICE, [](Server& server) { server.invoke("HidePaths", "60A1"); }, UNIT},
-    {"Unit", UNITS, [](Server& server) { server.getInstance(unitPath()); }, UNIT},
-    {"Units", UNITS, [](Server& server) { server.enumerate(UNIT_CLASS); }, UNIT},
-    {"UnitNames", UNITS, [](Server& server) { server.enumerateNames(UNIT_CLASS); }, UNIT},
+     [](Served& served) { served.getInstance(keyed(HOST_CLASS, "InstanceID", HOST)); }, HOST},
+    {"Hosts", HOSTS, [](Served& served) { served.enumerate(HOST_CLASS); }, HOST},
+    {"ExposePaths", SERVICE, [](Served& served) { map(served, "ExposePaths", "60A1"); }, UNIT},
+    {"HidePaths", SERVICE, [](Served& served) { map(served, "HidePaths", "60A1"); }, UNIT},
+    {"Unit", UNITS, [](Served& served) { served.getInstance(unitPath()); }, UNIT},
+    {"Units", UNITS, [](Served& served) { served.enumerate(UNIT_CLASS); }, UNIT},
+    {"UnitNames", UNITS, [](Served& served) { served.enumerateNames(UNIT_CLASS); }, UNIT},
     {"NewAccessOfAUnit", UNITS,
-     [](Server& server) { server.modifyInstance(unitPath(), CIMInstance(UNIT_CLASS)); }, UNIT},
+     [](Served& served) { served.modifyInstance(unitPath(), CIMInstance(UNIT_CLASS)); }, UNIT},
     {"VolumesOfAController", UNITS,
-     [](Server& server) { server.associators(CONTROLLER_PATH, UNIT_CLASS, VOLUME_CLASS); }, UNIT},
+     [](Served& served) { served.associators(CONTROLLER_PATH, UNIT_CLASS, VOLUME_CLASS); }, UNIT},
     {"VolumeNamesOfAController", UNITS,
-     [](Server& server) { server.associatorNames(CONTROLLER_PATH, UNIT_CLASS, VOLUME_CLASS); },
+     [](Served& served) { served.associatorNames(CONTROLLER_PATH, UNIT_CLASS, VOLUME_CLASS); },
      UNIT},
     {"UnitsOfAVolume", UNITS,
-     [](Server& server) { server.references(VOLUME_PATH, UNIT_CLASS, "Dependent"); }, UNIT},
+     [](Served& served) { served.references(VOLUME_PATH, UNIT_CLASS, "Dependent"); }, UNIT},
     {"UnitNamesOfAVolume", UNITS,
-     [](Server& server) { server.referenceNames(VOLUME_PATH, UNIT_CLASS, "Dependent"); }, UNIT},
+     [](Served& served) { served.referenceNames(VOLUME_PATH, UNIT_CLASS, "Dependent"); }, UNIT},
     {"NewSessionSettings", SETTINGS,
-     [](Server& server) {
-         server.modifyInstance(keyed("CIM_iSCSISessionSettings", "InstanceID", SESSION_SETTINGS),
+     [](Served& served) {
+         served.modifyInstance(keyed("CIM_iSCSISessionSettings", "InstanceID", SESSION_SETTINGS),
                                CIMInstance("CIM_iSCSISessionSettings"));
      },
      SESSION_SETTINGS},
     {"NewConnectionSettings", SETTINGS,
-     [](Server& server) {
-         server.modifyInstance(
+     [](Served& served) {
+         served.modifyInstance(
              keyed("CIM_iSCSIConnectionSettings", "InstanceID", CONNECTION_SETTINGS),
              CIMInstance("CIM_iSCSIConnectionSettings"));
      },
@@ -193,19 +123,19 @@ const CIMObjectPath ENDPOINT_PATH =
 // These do without the record: a target is left out, a unit of no listed volume stays.
 const Use UNHARMED[] = {
     {"HidePathsWithoutVolumes", SERVICE,
-     [](Server& server) {
-         server.invoke("HidePaths", nullptr);
-         EXPECT_THAT(server.results.returnValues, testing::ElementsAre(CIMValue(Uint32(0))));
+     [](Served& served) {
+         map(served, "HidePaths", nullptr);
+         EXPECT_THAT(served.results.returnValues, testing::ElementsAre(CIMValue(Uint32(0))));
      },
      UNIT},
-    {"PipeEnds", PIPES, [](Server& server) { server.enumerate(PIPE_END); }, TARGET},
-    {"PipeEndNames", PIPES, [](Server& server) { server.enumerateNames(PIPE_END); }, TARGET},
-    {"Compositions", PIPES, [](Server& server) { server.enumerate(COMPOSITION); }, TARGET},
+    {"PipeEnds", PIPES, [](Served& served) { served.enumerate(PIPE_END); }, TARGET},
+    {"PipeEndNames", PIPES, [](Served& served) { served.enumerateNames(PIPE_END); }, TARGET},
+    {"Compositions", PIPES, [](Served& served) { served.enumerate(COMPOSITION); }, TARGET},
     {"SessionsOfAnEndpoint", PIPES,
-     [](Server& server) { server.associators(ENDPOINT_PATH, PIPE_END, SESSION); }, TARGET},
+     [](Served& served) { served.associators(ENDPOINT_PATH, PIPE_END, SESSION); }, TARGET},
     {"PipeEndsOfASession", PIPES,
-     [](Server& server) {
-         server.references(keyed(SESSION, "InstanceID", 0x11000001), PIPE_END, "");
+     [](Served& served) {
+         served.references(keyed(SESSION, "InstanceID", 0x11000001), PIPE_END, "");
      },
      TARGET},
 };
@@ -238,9 +168,9 @@ protected:
 class FailingUseTest : public MissingRecordTest {};
 
 TEST_P(FailingUseTest, IsNotFoundByItsClassAndIdAndNotCompleted) {
-    Server server(GetParam().provider);
+    Served served(GetParam().provider);
 
-    EXPECT_EQ(thrownBy<CIMObjectNotFoundException>([&] { GetParam().call(server); }),
+    EXPECT_EQ(thrownBy<CIMObjectNotFoundException>([&] { GetParam().call(served); }),
               keyText(GetParam().id) + ": the engine has no record of class " +
                   std::to_string(GetParam().id >> 24));
     EXPECT_EQ(log().back(), reading());
@@ -249,9 +179,9 @@ TEST_P(FailingUseTest, IsNotFoundByItsClassAndIdAndNotCompleted) {
 class UnharmedUseTest : public MissingRecordTest {};
 
 TEST_P(UnharmedUseTest, GoesOnWithoutTheRecord) {
-    Server server(GetParam().provider);
+    Served served(GetParam().provider);
 
-    EXPECT_NO_THROW(GetParam().call(server));
+    EXPECT_NO_THROW(GetParam().call(served));
     EXPECT_EQ(log().back(), "complete");
     EXPECT_THAT(log(), testing::Contains(reading()));
     if (std::string(GetParam().provider) == PIPES) {
