@@ -312,6 +312,16 @@ TEST_F(EngineTest, NamesFollowTheArray) {
     EXPECT_EQ(*DRAVEngine::_OvrinSystemNamePtr, "renamed");
 }
 
+// Before its first operation as well.
+TEST_F(EngineTest, AProviderThatAsksForTheEngineFindsTheNewestNames) {
+    array::Array::open(directory)->change([](array::Change& change) {
+        change.setNames({"beside.example.com", "beside"});
+    });
+    DRAVEngine::_getInstance();
+    EXPECT_EQ(*DRAVEngine::_OvrinHostNamePtr, "beside.example.com");
+    EXPECT_EQ(*DRAVEngine::_OvrinSystemNamePtr, "beside");
+}
+
 TEST_F(EngineTest, FailuresAreCIMFailures) {
     EXPECT_THROW(engine.getObject(CLASSID_TARGET, 0), CIMOperationFailedException);
     try {

@@ -270,6 +270,16 @@ TEST_F(OperationTest, SeesTheNamesThatTheArrayHadAtItsFirstRead) {
     EXPECT_THAT(text(iSCSINodePath(target)), testing::StartsWith("//two/"));
 }
 
+TEST_F(OperationTest, SeesTheNewestNamesOnceItHasChangedTheArray) {
+    rename("one", "one");
+    const OperationScope operation;
+    hosts();
+    rename("two", "two");
+    EXPECT_THAT(namesIn(serviceInstance("CIM_Service")), testing::Each("one"));
+    engine.createObject(CLASSID_INITIATOR, DRAVInitiator(String(iSCSIName("h1").c_str())));
+    EXPECT_THAT(namesIn(serviceInstance("CIM_Service")), testing::Each("two"));
+}
+
 // Beside other threads. Each of these runs until the others have done enough as well.
 constexpr int enough = 20;
 
