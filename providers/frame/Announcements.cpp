@@ -25,9 +25,10 @@ void publish(EMP_TYPE_e type, const std::string& announcement, const std::string
 // operator<< would also reset std::cout's width, which all threads share.
 void trace(const std::string& line) {
     const std::string text = line + '\n';
-    std::streambuf& output = *std::cout.rdbuf();
-    output.sputn(text.data(), static_cast<std::streamsize>(text.size()));
-    output.pubsync();
+    if (std::streambuf* const output = std::cout.rdbuf()) {
+        output->sputn(text.data(), static_cast<std::streamsize>(text.size()));
+        output->pubsync();
+    }
 }
 
 std::string utf8(const String& text) {

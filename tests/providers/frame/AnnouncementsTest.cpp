@@ -60,6 +60,15 @@ private:
     std::vector<std::string> _writes;
 };
 
+TEST(TraceTest, WithoutABufferOfStandardOutputALineIsDropped) {
+    std::streambuf* const buffer = std::cout.rdbuf(nullptr);
+    trace("nowhere");
+    std::cout.rdbuf(buffer);
+    scripted::TraceCapture capture;
+    trace("here");
+    EXPECT_THAT(scripted::traces(), testing::Contains("here"));
+}
+
 TEST(TraceTest, ALineIsWrittenAndFlushedAtOnce) {
     StandardOutput output(Other::Socket);
     trace("Starting up the iSCSI Pipes provider");
