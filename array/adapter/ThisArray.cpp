@@ -59,8 +59,10 @@ public:
     // Costs a comparison while the array keeps its names.
     const PathNames& of(const Snapshot& snapshot) {
         const Seen* const shown = _shown.load(std::memory_order_acquire);
-        return shown && shown->names.get() == snapshot.contents().names.get() ? shown->texts
-                                                                              : find(snapshot);
+        return shown && shown->address.load(std::memory_order_acquire) ==
+                            snapshot.contents().names.get()
+                   ? shown->texts
+                   : find(snapshot);
     }
 
     // Those that the pointers show.
@@ -70,30 +72,39 @@ public:
     }
 
 private:
+    // Names, of which snapshots can have several copies: each load of the state makes one.
     struct Seen {
-        Shared<ArrayNames> names; // kept, so that no later ones stand at the same address
-        PathNames texts;
+        const PathNames texts;
+        Seen* const before;
+        // Of the newest snapshot seen that has them; guarded by _mutex.
         std::uint64_t version;
-        const Seen* before;
+        Shared<ArrayNames> names; // kept, so that no other ones stand at the same address
+        std::atomic<const ArrayNames*> address; // of names; changed before they are let go
     };
 
     const PathNames& find(const Snapshot& snapshot) {
+        const Shared<ArrayNames>& names = snapshot.contents().names;
         const std::lock_guard lock(_mutex);
-        for (const Seen* seen = _last; seen; seen = seen->before) {
-            if (&*seen->names == &snapshot.names()) {
-                return seen->texts;
-            }
+        Seen* seen = _last;
+        while (seen && (seen->names->host != names->host || seen->names->system != names->system)) {
+            seen = seen->before;
         }
-        const ArrayNames& names = snapshot.names();
-        _last = new Seen{snapshot.contents().names,
-                         {fromUtf8(names.host), fromUtf8(names.system)},
-                         snapshot.version(),
-                         _last};
+        if (!seen) {
+            seen = _last = new Seen{{fromUtf8(names->host), fromUtf8(names->system)},
+                                    _last,
+                                    snapshot.version(),
+                                    names,
+                                    names.get()};
+        } else if (seen->version < snapshot.version()) {
+            seen->version = snapshot.version();
+            seen->address.store(names.get(), std::memory_order_release);
+            seen->names = names;
+        }
         const Seen* const shown = _shown.load(std::memory_order_relaxed);
-        if (!shown || _last->version > shown->version) {
-            show(*_last);
+        if (!shown || seen->version > shown->version) {
+            show(*seen);
         }
-        return _last->texts;
+        return seen->texts;
     }
 
     void show(const Seen& seen) {
@@ -106,7 +117,7 @@ private:
     }
 
     std::mutex _mutex;
-    const Seen* _last = nullptr;              // guarded by _mutex
+    Seen* _last = nullptr;                    // guarded by _mutex
     std::atomic<const Seen*> _shown{nullptr}; // changed under _mutex
 };
 

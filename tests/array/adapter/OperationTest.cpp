@@ -280,6 +280,21 @@ TEST_F(OperationTest, SeesTheNewestNamesOnceItHasChangedTheArray) {
     EXPECT_THAT(namesIn(serviceInstance("CIM_Service")), testing::Each("two"));
 }
 
+// They are kept as long as the process: an array that is renamed or loaded again and again must not
+// fill it.
+TEST_F(OperationTest, NamesThatTheArrayHasAgainAreKeptOnce) {
+    rename("one", "one");
+    const array::PathNames& one = array::currentNames();
+    rename("two", "one");
+    EXPECT_EQ(text(array::currentNames().host), "two");
+    rename("one", "one");
+    EXPECT_EQ(&array::currentNames(), &one);
+    EXPECT_EQ(DRAVEngine::_OvrinHostNamePtr, &one.host);
+    EXPECT_EQ(DRAVEngine::_OvrinSystemNamePtr, &one.system);
+    rename("one", "three");
+    EXPECT_EQ(text(array::currentNames().system), "three");
+}
+
 // Beside other threads. Each of these runs until the others have done enough as well.
 constexpr int enough = 20;
 
