@@ -3,7 +3,6 @@
 // Which mutant a process runs with; the copy of the sources that has them all includes it.
 
 #include <cstdlib>
-
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
