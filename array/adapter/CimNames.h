@@ -9,6 +9,7 @@ namespace array::name {
 
 using Pegasus::CIMName;
 
+// NOLINTBEGIN(readability-identifier-naming): each is called what CIM calls it.
 inline const CIMName ComputerSystem("CIM_ComputerSystem");
 inline const CIMName EndpointOfNetworkPipe("CIM_EndpointOfNetworkPipe");
 inline const CIMName SCSIProtocolController("CIM_SCSIProtocolController");
@@ -94,5 +95,6 @@ inline const CIMName SuccessfulLogins("SuccessfulLogins");
 inline const CIMName SystemCreationClassName("SystemCreationClassName");
 inline const CIMName SystemName("SystemName");
 inline const CIMName TSIH("TSIH");
+// NOLINTEND(readability-identifier-naming)
 
 } // namespace array::name

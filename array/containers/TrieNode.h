@@ -167,6 +167,7 @@ private:
         return made;
     }
 
+    // NOLINTNEXTLINE(readability-identifier-naming): CountedPointer wants this name.
     std::atomic<std::uint32_t> holders{1};
     std::uint32_t _used = 0;  // slots that hold something
     std::uint32_t _nodes = 0; // those of them that hold a node
