@@ -102,7 +102,7 @@ TEST_F(Stream, IsWholeInChunksOfEitherKind) {
 }
 
 TEST_F(Stream, IsNotHeldInMemory) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef WITH_ADDRESS_SANITIZER
     GTEST_SKIP() << "AddressSanitizer keeps what was freed";
 #endif
     const std::size_t before = peakOf(smisd.process().pid());
