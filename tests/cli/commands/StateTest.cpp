@@ -11,7 +11,7 @@ using StateCommands = Cli;
 TEST_F(StateCommands, CheckOfASoundArrayFindsNothing) {
     importSmallArray();
     EXPECT_EQ(outputOf({"check"}), "");
-    EXPECT_EQ(jsonOf({"check"}), nlohmann::json::array());
+    EXPECT_EQ(jsonOf({"check"}), nlohmann::ordered_json::array());
 }
 
 TEST_F(StateCommands, CheckOfADamagedArrayIsRefused) {

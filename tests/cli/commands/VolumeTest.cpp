@@ -27,7 +27,7 @@ TEST_F(VolumeCommands, ListGivesProgramsTheSizeInBytes) {
 TEST_F(VolumeCommands, ListOfNoneSaysSo) {
     import(R"({ "host": "h", "system": "s" })");
     EXPECT_EQ(outputOf({"volume", "list"}), "none\n");
-    EXPECT_EQ(jsonOf({"volume", "list"}), nlohmann::json::array());
+    EXPECT_EQ(jsonOf({"volume", "list"}), nlohmann::ordered_json::array());
 }
 
 TEST_F(VolumeCommands, CreateTakesSizesWithUnitsAndWritesTheKey) {
