@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <ranges>
 #include <regex>
 #include <stdexcept>
 
@@ -41,7 +40,9 @@ std::vector<Pair> readPairs(const fs::path& directory) {
         std::ranges::copy(readTable(table, templates), std::back_inserter(pairs));
     }
     templates.erase("");
-    std::ranges::copy(std::views::values(templates), std::back_inserter(pairs));
+    for (const auto& [name, whole] : templates) {
+        pairs.push_back(whole);
+    }
     std::ranges::sort(pairs, {}, &Pair::name);
     return pairs;
 }
