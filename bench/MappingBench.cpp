@@ -105,7 +105,7 @@ void associatorsOf(benchmark::State& state, Uint32 volumeId) {
                                    CIMName("CIM_SCSIProtocolController"), "", "", false, false,
                                    everything, handler);
     }
-    bench::report(state, units * state.iterations());
+    bench::report(state, units * static_cast<std::uint64_t>(state.iterations()));
 }
 
 // From the volume that is under every target: each target gives a controller.

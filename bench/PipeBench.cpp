@@ -31,7 +31,8 @@ void walk(benchmark::State& state, const Walk& walk) {
         ready.provider.associatorNames(ready.context, source, CIMName(walk.association),
                                        CIMName(walk.resultClass), "", "", handler);
     }
-    bench::report(state, state.iterations() * (walk.visitsAll ? sessions : 1));
+    bench::report(state,
+                  static_cast<std::uint64_t>(state.iterations()) * (walk.visitsAll ? sessions : 1));
 }
 
 const char pipeEnd[] = "CIM_EndpointOfNetworkPipe";
