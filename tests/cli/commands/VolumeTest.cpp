@@ -36,7 +36,7 @@ TEST_F(VolumeCommands, CreateTakesSizesWithUnitsAndWritesTheKey) {
                         "--element-name", "archive"}),
               "Ovrin:17000004\n");
     EXPECT_EQ(jsonOf({"volume", "create", "60014051A2B3C4D5E6F7A8B9C0D1E2F7", "--size", "512"}),
-              (nlohmann::json{{"key", "Ovrin:17000005"}}));
+              (nlohmann::ordered_json{{"key", "Ovrin:17000005"}}));
     const auto list = jsonOf({"volume", "list"});
     EXPECT_EQ(list[3]["size"], 10737418240U);
     EXPECT_EQ(list[3]["elementName"], "archive");
