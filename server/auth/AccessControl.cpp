@@ -74,7 +74,7 @@ void GuardedDispatcher::dispatch(const Operation& operation, const RequestContex
     const auto refuse = [&](const CIMName& className) {
         AuditRecord record = recordOf("refusal", operation, context);
         record.outcome = cimStatusCodeToString(CIM_ERR_ACCESS_DENIED);
-        _audit.write(record);
+        _audit.writeSummed(record);
         throw accessDenied(context, className);
     };
     if (!_rules.mayCarryOut(context.role, operation)) {
@@ -95,10 +95,17 @@ void GuardedDispatcher::dispatch(const Operation& operation, const RequestContex
     }
 }
 
-// Whatever ends it, it is written down.
+// It is written down before it begins, and whatever ends it.
 void GuardedDispatcher::change(const Operation& operation, const RequestContext& context,
                                ResultSink& sink) {
-    Entry entry(_audit, recordOf("change", operation, context));
+    AuditRecord record = recordOf("change", operation, context);
+    record.change = ++_changes;
+    record.outcome = "begun";
+    if (!_audit.write(record) && _auditFailures == AuditFailures::refuse) {
+        throw CIMException(CIM_ERR_FAILED,
+                           String("Nothing was changed: the audit log cannot be written"));
+    }
+    Entry entry(_audit, std::move(record));
     entry->outcome = "interrupted";
     WatchedSink watched(sink, [](const CIMName&) {});
     try {

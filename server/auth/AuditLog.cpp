@@ -1,29 +1,31 @@
 #include "server/auth/AuditLog.h"
 
 #include <cerrno>
+#include <chrono>
+#include <cstdio>
 #include <fcntl.h>
+#include <fstream>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
+#include <fmt/chrono.h>
 #include <nlohmann/json.hpp>
-#include <spdlog/sinks/basic_file_sink.h>
-#include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
+
+#include "server/auth/AddressGroup.h"
+#include "server/operation/Printable.h"
 
 namespace smisd {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::size_t longestText = 1024; // of a member: a client chooses its keys
 
-std::shared_ptr<spdlog::logger> loggerTo(spdlog::sink_ptr sink) {
-    auto logger = std::make_shared<spdlog::logger>("audit", std::move(sink));
-    logger->set_pattern("{\"time\":\"%Y-%m-%dT%H:%M:%S.%eZ\",%v}", spdlog::pattern_time_type::utc);
-    logger->flush_on(spdlog::level::info);
-    return logger;
-}
-
-void makePrivate(const std::filesystem::path& file) {
+int openFile(const fs::path& file) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
     if (descriptor < 0) {
         throw std::runtime_error(
@@ -31,31 +33,44 @@ void makePrivate(const std::filesystem::path& file) {
             std::generic_category().message(errno) +
             "; name a file that this user can write with --audit, or leave it out");
     }
-    close(descriptor);
+    return descriptor;
+}
+
+// Whether a process died, or a disk was full, in the middle of the file's last line.
+bool endsWithinALine(const fs::path& file) {
+    std::error_code ignored;
+    if (!fs::is_regular_file(file, ignored)) {
+        return false;
+    }
+    std::ifstream in(file, std::ios::binary);
+    char last = '\n';
+    in.seekg(-1, std::ios::end) && in.get(last);
+    return last != '\n';
 }
 
 std::string quoted(const std::string& text) {
-    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    return printable(
+        nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
-} // namespace
-
-AuditLog::AuditLog() : _logger(loggerTo(std::make_shared<spdlog::sinks::stderr_sink_mt>())) {}
-
-AuditLog::AuditLog(const std::filesystem::path& file) {
-    makePrivate(file);
-    _logger = loggerTo(std::make_shared<spdlog::sinks::basic_file_sink_mt>(file.string()));
-}
-
-void AuditLog::write(const AuditRecord& record) {
-    std::string members;
-    const auto add = [&members](const char* name, const std::string& text) {
+// {"time":"2026-11-21T08:49:50.123Z","audit":"change",...}
+std::string lineOf(const AuditRecord& record, const std::string& more = "") {
+    using namespace std::chrono;
+    const auto now = floor<milliseconds>(system_clock::now());
+    const auto seconds = floor<std::chrono::seconds>(now);
+    std::string line =
+        fmt::format("{{\"time\":\"{:%Y-%m-%dT%H:%M:%S}.{:03}Z\"",
+                    fmt::gmtime(system_clock::to_time_t(seconds)), (now - seconds).count());
+    const auto add = [&line](const char* name, const std::string& text) {
         if (!text.empty()) {
-            members.append(members.empty() ? "\"" : ",\"").append(name).append("\":");
-            members += quoted(text.substr(0, longestText));
+            line.append(",\"").append(name).append("\":");
+            line += quoted(text.substr(0, longestText));
         }
     };
     add("audit", record.event);
+    if (record.change != 0) {
+        line += ",\"change\":" + std::to_string(record.change);
+    }
     add("user", record.user);
     add("address", record.address);
     add("operation", record.operation);
@@ -63,7 +78,101 @@ void AuditLog::write(const AuditRecord& record) {
     add("object", record.object);
     add("outcome", record.outcome);
     add("returned", record.returned);
-    _logger->info("{}", members);
+    return line + more + "}\n";
+}
+
+std::string sumOf(const AuditRecord& kind, std::uint64_t repeats) {
+    return lineOf(kind, fmt::format(",\"repeated\":{},\"seconds\":{}", repeats,
+                                    RepeatSums<AuditRecord>::period.count()));
+}
+
+// Without what a client may choose freely.
+AuditRecord kindOf(const AuditRecord& record) {
+    AuditRecord kind;
+    kind.event = record.event;
+    kind.user = record.user;
+    kind.address = addressGroup(record.address);
+    kind.operation = record.operation;
+    kind.outcome = record.outcome;
+    return kind;
+}
+
+// There are few of these.
+AuditRecord widerKindOf(const AuditRecord& record) {
+    AuditRecord kind;
+    kind.event = record.event;
+    kind.outcome = record.outcome;
+    return kind;
+}
+
+} // namespace
+
+AuditLog::AuditLog() : AuditLog(fs::path()) {}
+
+AuditLog::AuditLog(const fs::path& file)
+    : _file(file), _descriptor(file.empty() ? STDERR_FILENO : openFile(file)),
+      _torn(endsWithinALine(file)), _repeats(std::make_unique<RepeatSums<AuditRecord>>(
+                                        [this](const AuditRecord& kind, std::uint64_t repeats) {
+                                            append(sumOf(kind, repeats));
+                                        })) {}
+
+AuditLog::~AuditLog() {
+    _repeats.reset(); // writes what is left
+    if (!_file.empty()) {
+        close(_descriptor);
+    }
+}
+
+bool AuditLog::write(const AuditRecord& record) {
+    return append(lineOf(record));
+}
+
+void AuditLog::writeSummed(const AuditRecord& record) {
+    if (_repeats->isFirst(kindOf(record), widerKindOf(record))) {
+        write(record);
+    }
+}
+
+void AuditLog::reopen() {
+    if (_file.empty()) {
+        return;
+    }
+    const int opened = openFile(_file);
+    const bool torn = endsWithinALine(_file);
+    const std::lock_guard lock(_mutex);
+    close(std::exchange(_descriptor, opened));
+    _torn = torn;
+}
+
+bool AuditLog::append(const std::string& line) {
+    const int error = [&] {
+        const std::lock_guard lock(_mutex);
+        return writeAll(_torn ? '\n' + line : line);
+    }();
+    if (error != 0) {
+        ++_lost;
+        spdlog::error("the audit log cannot be written: {}",
+                      std::generic_category().message(error));
+    }
+    return error == 0;
+}
+
+// Returns 0, or what errno says after a part of the text or none. Lines of the log, which go to
+// standard error too, stay whole.
+int AuditLog::writeAll(std::string_view text) {
+    const std::unique_ptr<FILE, decltype(&funlockfile)> whole(stderr, funlockfile);
+    flockfile(stderr);
+    while (!text.empty()) {
+        const ssize_t count = ::write(_descriptor, text.data(), text.size());
+        if (count > 0) {
+            const auto written = static_cast<std::size_t>(count);
+            _torn = text[written - 1] != '\n';
+            text.remove_prefix(written);
+        } else if (count == 0 || errno != EINTR) {
+            return count == 0 ? ENOSPC : errno;
+        }
+    }
+    return 0;
 }
 
 } // namespace smisd

@@ -95,6 +95,7 @@ struct HttpServer::Implementation {
                 spdlog::error("the certificate in use stays: {}", error.what());
             }
         }
+        onReload();
     }
 
     void awaitReload() {
@@ -168,6 +169,7 @@ struct HttpServer::Implementation {
 
     OpenSessions sessions;
     std::list<Listener> listeners;
+    std::function<void()> onReload = [] {};
     asio::signal_set signals{sessions.io};
     asio::signal_set reloadSignal{sessions.io};
 };
@@ -186,6 +188,10 @@ unsigned short HttpServer::listenTls(const ListenAddress& address,
                                      const std::string& certificateFile,
                                      const std::string& keyFile) {
     return _implementation->add(address, TlsFiles{certificateFile, keyFile});
+}
+
+void HttpServer::onReload(std::function<void()> call) {
+    _implementation->onReload = std::move(call);
 }
 
 void HttpServer::run() {

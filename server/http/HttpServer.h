@@ -45,6 +45,10 @@ public:
     unsigned short listenTls(const ListenAddress& address, const std::string& certificateFile,
                              const std::string& keyFile);
 
+    // Has it called, which must not throw, by the thread of run() after the certificates were read
+    // again. Before run().
+    void onReload(std::function<void()> call);
+
     // Serves until SIGTERM or SIGINT, or until stop() is called: then listening ends, requests that
     // were received are answered, within the limit's time, and it returns. SIGHUP reads
     // certificates and keys again; bad ones change nothing and are told to the log.

@@ -81,6 +81,15 @@ void addOptions(CLI::App& app, Options& options, Typed& typed) {
                    "Append changes and refusals there, a JSON object a line (default: on standard "
                    "error)")
         ->type_name("FILE");
+    app.add_option_function<std::string>(
+           "--audit-failures",
+           [&options](const std::string& what) {
+               options.auditFailures = what == "warn" ? AuditFailures::warn : AuditFailures::refuse;
+           },
+           "When a change cannot be written to the audit, as on a full disk: refuse it, or carry "
+           "it out and warn in the log")
+        ->check(CLI::IsMember({"refuse", "warn"}))
+        ->default_str("refuse");
     app.add_flag("--no-auth", typed.noAuth, "Everyone may do all; on loopback addresses only");
     app.add_flag("--allow-remote-http", typed.allowRemoteHttp,
                  "Serve HTTP, which shows passwords, on other than loopback addresses too");
@@ -142,7 +151,8 @@ void checkTogether(Options& options, const Typed& typed) {
 constexpr commandline::ManualPage manualPage{"presents a storage array to SMI-S clients",
                                              "SIGTERM and SIGINT stop it once the requests in "
                                              "progress are answered. SIGHUP makes it read the "
-                                             "certificate and the key again. The audit and the log "
+                                             "certificate and the key again, and "
+                                             "open the audit file again. The audit and the log "
                                              "go to standard error, a line for each entry.",
                                              exitStatuses};
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "commandline/ManualPage.h"
+#include "server/auth/AccessControl.h"
 #include "server/dispatch/ServerDispatcher.h"
 #include "server/http/HttpMessage.h"
 #include "server/http/HttpServer.h"
@@ -28,6 +29,7 @@ struct Options {
     HttpLimits limits;
     unsigned maxEnumerations = defaultMaxEnumerations;
     std::filesystem::path audit; // empty: on standard error
+    AuditFailures auditFailures = AuditFailures::refuse;
     std::string hashPasswordFor; // not empty: make a line of the users file instead of serving
     Role hashPasswordRole = Role::administrator;
 };

@@ -58,7 +58,7 @@ void tell(AuditLog& audit, Metrics& metrics, const FailedLogin& login) {
     record.user = login.user;
     record.address = login.address;
     record.outcome = login.reason;
-    audit.write(record);
+    audit.writeSummed(record);
 }
 
 std::unique_ptr<Authenticator> openAuthenticator(const Options& options, AuditLog& audit,
@@ -70,6 +70,15 @@ std::unique_ptr<Authenticator> openAuthenticator(const Options& options, AuditLo
     return std::make_unique<BasicAuthenticator>(
         readUsersFile(options.users),
         [&](const FailedLogin& login) { tell(audit, metrics, login); });
+}
+
+// On SIGHUP. What is bad changes nothing.
+void reload(AuditLog& audit) {
+    try {
+        audit.reopen();
+    } catch (const std::runtime_error& error) {
+        spdlog::error("the audit file in use stays: {}", error.what());
+    }
 }
 
 // Opens the listeners and returns their URLs, as "http://127.0.0.1:5988 https://[::1]:5989".
@@ -93,9 +102,10 @@ std::string listenOn(const Options& options, HttpServer& server) {
 }
 
 Gauges gaugesOf(const HttpServer& server, const Options& options,
-                const ServerDispatcher& dispatcher, const StandardOutput& output) {
-    return {server.connections(), options.limits.workers, server.busyWorkers(),
-            dispatcher.openEnumerations(), output.dropped()};
+                const ServerDispatcher& dispatcher, const StandardOutput& output,
+                const AuditLog& audit) {
+    return {server.connections(),          options.limits.workers, server.busyWorkers(),
+            dispatcher.openEnumerations(), output.dropped(),       audit.lost()};
 }
 
 } // namespace
@@ -114,12 +124,12 @@ void serve(const Options& options) {
     const std::string hostName = boost::asio::ip::host_name();
     ServerDispatcher dispatcher(repository, std::filesystem::absolute(options.module),
                                 Pegasus::String(hostName.c_str()), options.maxEnumerations);
-    GuardedDispatcher guarded(dispatcher, repository, audit);
+    GuardedDispatcher guarded(dispatcher, repository, audit, options.auditFailures);
     MeasuredDispatcher measured(guarded, metrics);
     RequestHandler handler(measured, authenticator.get(), hostName, options.limits);
     HttpServer* running = nullptr;
     const MonitorPages monitor(
-        [&] { return metrics.text(gaugesOf(*running, options, dispatcher, output)); },
+        [&] { return metrics.text(gaugesOf(*running, options, dispatcher, output, audit)); },
         [&] { return whyNotHealthy(dispatcher); });
     HttpServer server(
         options.limits,
@@ -131,6 +141,7 @@ void serve(const Options& options) {
             return handler.admit(head, channel);
         });
     running = &server;
+    server.onReload([&] { reload(audit); });
     const std::string urls = listenOn(options, server);
     std::cout << "smisd: listening on" << urls << std::endl;
     server.run();

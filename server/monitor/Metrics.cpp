@@ -82,6 +82,8 @@ std::string Metrics::text(const Gauges& gauges) const {
                   gauges.openEnumerations);
     out += single("smisd_dropped_lines_total", "counter",
                   "Lines of standard output that nobody read in time.", gauges.droppedLines);
+    out += single("smisd_audit_failures_total", "counter",
+                  "Lines of the audit that could not be written.", gauges.lostAuditLines);
     return out;
 }
 

@@ -19,7 +19,8 @@ struct Gauges {
     unsigned workers = 0;
     unsigned busyWorkers = 0;
     unsigned openEnumerations = 0;
-    std::uint64_t droppedLines = 0; // a counter that stands elsewhere
+    std::uint64_t droppedLines = 0; // these are counters that stand elsewhere
+    std::uint64_t lostAuditLines = 0;
 };
 
 // Thread-safe.

@@ -128,7 +128,8 @@ TEST_F(Roles, ReaderPullsNoSecretAndNotWhatAnAdministratorOpened) {
 
 TEST_F(Roles, ChangesAndRefusalsAreWrittenDownWithoutSecrets) {
     EXPECT_EQ(administrator.modify(secret, secretClass, newSecret).error(), "");
-    EXPECT_EQ(lastAudit(), R"("audit":"change","user":"alice","address":"127.0.0.1",)"
+    EXPECT_EQ(lastAudit(), R"("audit":"change","change":1,"user":"alice",)"
+                           R"("address":"127.0.0.1",)"
                            R"("operation":"ModifyInstance",)"
                            R"("object":"root/snia:CIM_SharedSecret.RemoteID=\"Ovrin:0E000001\"",)"
                            R"("outcome":"success"})");
@@ -182,7 +183,8 @@ TEST(AuditLog, IsOnStandardErrorByDefault) {
                        {{"InstanceName", instanceName(hostClass, {{"InstanceID", "x"}})}});
     EXPECT_THAT(
         smisd.stop().err,
-        HasSubstr(R"("audit":"change","address":"127.0.0.1","operation":"DeleteInstance")"));
+        HasSubstr(
+            R"("audit":"change","change":1,"address":"127.0.0.1","operation":"DeleteInstance")"));
 }
 
 } // namespace

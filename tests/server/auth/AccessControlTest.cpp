@@ -83,14 +83,24 @@ const Repository& repository() {
 
 class Guard : public testing::Test {
 protected:
+    static RequestContext administrator() {
+        RequestContext context;
+        context.userName = "alice";
+        context.address = "192.0.2.7";
+        context.role = Role::administrator;
+        return context;
+    }
+    static RequestContext reader() {
+        RequestContext context = administrator();
+        context.userName = "bob";
+        context.role = Role::reader;
+        return context;
+    }
+
     // Code of the error, or 0.
     int run(Role role, const Operation& operation) {
-        RequestContext context;
-        context.userName = String(role == Role::reader ? "bob" : "alice");
-        context.address = "192.0.2.7";
-        context.role = role;
         try {
-            guard.dispatch(operation, context, sink);
+            guard.dispatch(operation, role == Role::reader ? reader() : administrator(), sink);
             return CIM_ERR_SUCCESS;
         } catch (const CIMException& error) {
             return error.getCode();
@@ -189,7 +199,7 @@ TEST_F(Guard, ShowsAReaderNoSecretAmongOtherThings) {
         EXPECT_EQ(run(Role::reader, superclass), CIM_ERR_ACCESS_DENIED);
         EXPECT_EQ(sink.count, 0);
     }
-    EXPECT_EQ(audited().size(), answers.size());
+    EXPECT_EQ(audited().size(), 1U); // they are of one kind
     for (const auto& answer : answers) {
         inner.answer = answer;
         EXPECT_EQ(run(Role::administrator, superclass), CIM_ERR_SUCCESS);
@@ -219,26 +229,69 @@ TEST_F(Guard, WritesDownEachChangeWithItsOutcome) {
     run(Role::administrator, changes()[0]);
     inner.answer = [](ResultSink& results) { results.returnValue(CIMValue(Uint32(4))); };
     run(Role::administrator, changes()[4]);
-    EXPECT_THAT(
-        audited(),
-        ElementsAre(
-            R"("audit":"change","user":"alice","address":"192.0.2.7","operation":"DeleteInstance",)"
-            R"("object":"root/snia:CIM_AuthorizedSubject.RemoteID=\"Ovrin:0D000001\"",)"
-            R"("outcome":"success"})",
-            R"("audit":"change","user":"alice","address":"192.0.2.7","operation":"ModifyInstance",)"
-            R"("object":"root/snia:CIM_iSCSISessionSettings.RemoteID=\"Ovrin:0D000001\"",)"
-            R"("outcome":"CIM_ERR_NOT_FOUND"})",
-            R"("audit":"change","user":"alice","address":"192.0.2.7","operation":"InvokeMethod",)"
-            R"("method":"ExposePaths",)"
-            R"("object":"root/snia:CIM_ControllerConfigurationService.RemoteID=)"
-            R"(\"Ovrin:0D000001\"","outcome":"success","returned":"4"})"));
+    const auto change = [](int number) {
+        return R"("audit":"change","change":)" + std::to_string(number) +
+               R"(,"user":"alice","address":"192.0.2.7","operation":)";
+    };
+    const std::string deletion =
+        change(1) + R"("DeleteInstance",)"
+                    R"("object":"root/snia:CIM_AuthorizedSubject.RemoteID=\"Ovrin:0D000001\"",)";
+    const std::string modification =
+        change(2) + R"("ModifyInstance",)"
+                    R"("object":"root/snia:CIM_iSCSISessionSettings.RemoteID=\"Ovrin:0D000001\"",)";
+    const std::string invocation =
+        change(3) + R"("InvokeMethod","method":"ExposePaths",)"
+                    R"("object":"root/snia:CIM_ControllerConfigurationService.RemoteID=)"
+                    R"(\"Ovrin:0D000001\"",)";
+    EXPECT_THAT(audited(), ElementsAre(deletion + R"("outcome":"begun"})",
+                                       deletion + R"("outcome":"success"})",
+                                       modification + R"("outcome":"begun"})",
+                                       modification + R"("outcome":"CIM_ERR_NOT_FOUND"})",
+                                       invocation + R"("outcome":"begun"})",
+                                       invocation + R"("outcome":"success","returned":"4"})"));
+}
+
+TEST_F(Guard, WritesAChangeDownBeforeItBegins) {
+    inner.answer = [&](ResultSink&) {
+        ASSERT_EQ(audited().size(), 1U);
+        EXPECT_THAT(audited()[0], HasSubstr(R"("outcome":"begun")"));
+    };
+    EXPECT_EQ(run(Role::administrator, changes()[2]), CIM_ERR_SUCCESS);
+    EXPECT_EQ(inner.calls, 1);
+}
+
+TEST_F(Guard, RefusesAChangeThatCannotBeWrittenDown) {
+    AuditLog full("/dev/full");
+    GuardedDispatcher strict(inner, repository(), full);
+    for (const Operation& operation : changes()) {
+        try {
+            strict.dispatch(operation, administrator(), sink);
+            ADD_FAILURE() << nameOf(operation);
+        } catch (const CIMException& error) {
+            EXPECT_EQ(error.getCode(), CIM_ERR_FAILED);
+            EXPECT_EQ(error.getMessage(), "Nothing was changed: the audit log cannot be written");
+        }
+    }
+    EXPECT_EQ(inner.calls, 0);
+    EXPECT_EQ(full.lost(), changes().size());
+    strict.dispatch(of<EnumerateInstances>(CIMName("CIM_StorageHardwareID")), administrator(),
+                    sink);
+    EXPECT_EQ(inner.calls, 1);
+}
+
+TEST_F(Guard, MayBeToldToChangeWithoutAudit) {
+    AuditLog full("/dev/full");
+    GuardedDispatcher lenient(inner, repository(), full, AuditFailures::warn);
+    lenient.dispatch(changes()[2], administrator(), sink);
+    EXPECT_EQ(inner.calls, 1);
+    EXPECT_EQ(full.lost(), 2U);
 }
 
 TEST_F(Guard, WritesDownAChangeThatEndsUnexpectedly) {
     inner.answer = [](ResultSink&) { throw std::runtime_error("broken"); };
     EXPECT_THROW(run(Role::administrator, changes()[2]), std::runtime_error);
-    ASSERT_EQ(audited().size(), 1U);
-    EXPECT_THAT(audited()[0], HasSubstr(R"("outcome":"interrupted")"));
+    ASSERT_EQ(audited().size(), 2U);
+    EXPECT_THAT(audited()[1], HasSubstr(R"("outcome":"interrupted")"));
 }
 
 TEST_F(Guard, WritesDownRefusals) {
@@ -256,7 +309,7 @@ TEST_F(Guard, WritesDownNoValues) {
         run(Role::administrator, operation);
         run(Role::reader, operation);
     }
-    EXPECT_EQ(audited().size(), 10U);
+    EXPECT_EQ(audited().size(), 15U);
     EXPECT_THAT(auditText(), testing::Not(HasSubstr("sesame")));
 }
 

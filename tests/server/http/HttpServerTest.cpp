@@ -1,6 +1,7 @@
 #include "server/http/HttpServer.h"
 
 #include <atomic>
+#include <csignal>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
@@ -29,6 +30,19 @@ TEST(HttpServer, PassesTheRequestOn) {
     EXPECT_EQ(received.version, 11U);
     EXPECT_EQ(received.peer, "127.0.0.1");
     EXPECT_EQ(received.header("CIMMethod"), "A b");
+}
+
+TEST(HttpServer, TellsOfAReload) {
+    HttpServer server({}, echo);
+    server.listen({"127.0.0.1", 0});
+    std::atomic<int> calls{0};
+    server.onReload([&] {
+        ++calls;
+        server.stop();
+    });
+    raise(SIGHUP); // is heeded once it runs
+    server.run();
+    EXPECT_EQ(calls, 1);
 }
 
 TEST(HttpServer, KeepsTheConnectionOpen) {

@@ -87,6 +87,15 @@ TEST(Options, LimitsCanBeSet) {
     EXPECT_THAT(complaintOf({"--no-auth", "--request-time", "-1"}), HasSubstr("--request-time"));
 }
 
+TEST(Options, AChangeThatCannotBeAuditedIsRefusedUnlessSaidOtherwise) {
+    EXPECT_EQ(accepted({"--no-auth"}).auditFailures, AuditFailures::refuse);
+    EXPECT_EQ(accepted({"--no-auth", "--audit-failures", "refuse"}).auditFailures,
+              AuditFailures::refuse);
+    EXPECT_EQ(accepted({"--no-auth", "--audit-failures", "warn"}).auditFailures,
+              AuditFailures::warn);
+    EXPECT_THAT(complaintOf({"--no-auth", "--audit-failures", "x"}), HasSubstr("--audit-failures"));
+}
+
 TEST(Options, SomebodyMustBeAbleToLogIn) {
     EXPECT_THAT(complaintOf({}), HasSubstr("say who may log in: --users FILE, or --no-auth"));
     EXPECT_THAT(complaintOf({"--users", "u", "--no-auth"}), HasSubstr("exclude each other"));
