@@ -25,14 +25,14 @@ bool isNamed(std::string_view text, std::string_view name) {
 
 } // namespace
 
-void HttpRequest::add(const std::string& name, const std::string& value) {
+void HttpRequest::add(std::string_view name, std::string_view value) {
     for (HttpHeader& header : headers) {
         if (boost::beast::iequals(header.name, name)) {
-            header.value += ", " + value;
+            header.value.append(", ").append(value);
             return;
         }
     }
-    headers.push_back({name, value});
+    headers.push_back({std::string(name), WipedString(value)});
 }
 
 std::optional<std::string_view> HttpRequest::header(std::string_view name) const {

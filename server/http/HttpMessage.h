@@ -9,13 +9,14 @@
 #include <string_view>
 #include <vector>
 
+#include "server/auth/Wiping.h"
 #include "server/cimxml/XmlDocument.h"
 
 namespace smisd {
 
 struct HttpHeader {
     std::string name;
-    std::string value; // without blanks around it
+    WipedString value; // without blanks around it
 };
 
 struct HttpRequest {
@@ -29,7 +30,7 @@ struct HttpRequest {
 
     // A header that is there already gets the value as a further one of a list (RFC 9110,
     // section 5.3).
-    void add(const std::string& name, const std::string& value);
+    void add(std::string_view name, std::string_view value);
 
     // The value of the first header of the name, in any case. A name with the two-digit prefix of
     // an extension declaration, "48-CIMMethod", counts too (RFC 2774, section 3).

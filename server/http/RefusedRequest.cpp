@@ -40,7 +40,7 @@ std::optional<BadRequest> refusalOf(const boost::system::error_code& error) {
                                        : BadRequest(400, "", error.message());
 }
 
-std::optional<BadRequest> refusalOf(const http::request_parser<http::string_body>& parser) {
+std::optional<BadRequest> refusalOf(const RequestParser& parser) {
     const auto& head = parser.get();
     const std::string_view length = head[http::field::content_length];
     if (std::distance(head.begin(), head.end()) > maximumFields) {

@@ -13,6 +13,7 @@
 #include <boost/beast/http.hpp>
 #include <spdlog/spdlog.h>
 
+#include "server/auth/Wiping.h"
 #include "server/http/HttpMessage.h"
 #include "server/http/HttpResponse.h"
 #include "server/http/OpenSessions.h"
@@ -78,8 +79,6 @@ public:
     }
 
 private:
-    using Parser = http::request_parser<http::string_body>;
-
     std::shared_ptr<StreamSession> self() { return this->shared_from_this(); }
     void expireAfter(std::chrono::seconds time) {
         beast::get_lowest_layer(_stream).expires_after(time);
@@ -178,7 +177,7 @@ private:
         request.version = message.version();
         request.keepAlive = keepAlive;
         for (const auto& field : message) {
-            request.add(std::string(field.name_string()), std::string(field.value()));
+            request.add(field.name_string(), field.value());
         }
         request.peer = _peer;
         return request;
@@ -279,8 +278,8 @@ private:
     OpenSessions& _sessions;
     Stream _stream;
     const std::string _peer;
-    beast::flat_buffer _input;
-    std::optional<Parser> _parser;
+    beast::basic_flat_buffer<WipingAllocator<char>> _input;
+    std::optional<RequestParser> _parser;
     SendQueue _queue;
     bool _answered = false; // all of the response was sent, or is in the queue
     bool _keepOpen = false; // after this response

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstddef>
 #include <exception>
 #include <iostream>
 #include <malloc.h>
@@ -11,12 +12,17 @@
 #include <thread>
 #include <unistd.h>
 
+#include "commandline/CoreFiles.h"
 #include "server/auth/Users.h"
+#include "server/auth/Wiping.h"
 #include "server/main/Log.h"
 #include "server/main/Options.h"
 #include "server/main/Serve.h"
+#include "server/operation/Printable.h"
 
 namespace {
+
+constexpr std::size_t longestPassword = 4096;
 
 // Each of many threads would get an arena of its own and keep in it what one answer took; no more
 // of them allocate at once than there are processors. What an answer took goes back to the system,
@@ -55,20 +61,26 @@ private:
     const bool _isTerminal;
 };
 
-std::string readPassword() {
+// The first line of standard input. Not by way of std::cin, whose buffer nobody wipes.
+void readPassword(std::string& password) {
     const HiddenInput hidden;
-    std::string password;
-    std::getline(std::cin, password);
-    return password;
+    password.reserve(longestPassword);
+    for (char next = 0; read(STDIN_FILENO, &next, 1) == 1 && next != '\n';) {
+        if (password.size() == longestPassword) {
+            throw std::runtime_error("the password on standard input is too long");
+        }
+        password += next;
+    }
 }
 
 // smisd hash-password. Throws std::runtime_error for an empty password or a bad name.
 void printUsersFileLine(const std::string& name, smisd::Role role) {
-    const std::string password = readPassword();
-    if (password.empty()) {
+    smisd::WipedText password;
+    readPassword(password.text);
+    if (password.text.empty()) {
         throw std::runtime_error("the password on standard input is empty");
     }
-    std::cout << smisd::usersFileLine(name, role, password) << '\n';
+    std::cout << smisd::usersFileLine(name, role, password.text) << '\n';
 }
 
 } // namespace
@@ -78,10 +90,14 @@ int main(int argc, char** argv) {
     if (!parsed.options) {
         return parsed.exitStatus;
     }
-    // The module writes to standard output, whose reader may go before the server does.
+    commandline::leaveNoCoreFiles();
+    // The module writes to standard output, whose reader may go before the server does; a file that
+    // may not grow any more is an error of who writes to it.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     tuneAllocator();
     smisd::startLog(parsed.options->logLevel, parsed.options->logFormat);
+    int status = smisd::exitStopped;
     try {
         if (parsed.options->hashPasswordFor.empty()) {
             smisd::serve(*parsed.options);
@@ -89,8 +105,9 @@ int main(int argc, char** argv) {
             printUsersFileLine(parsed.options->hashPasswordFor, parsed.options->hashPasswordRole);
         }
     } catch (const std::exception& error) {
-        std::cerr << "smisd: " << error.what() << '\n';
-        return smisd::exitCannotStart;
+        std::cerr << "smisd: " << smisd::printable(error.what()) << '\n';
+        status = smisd::exitCannotStart;
     }
-    return smisd::exitStopped;
+    smisd::endLog();
+    return status;
 }

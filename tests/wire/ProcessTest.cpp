@@ -15,6 +15,7 @@
 #include "tests/wire/support/Smisd.h"
 
 using testing::AllOf;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -132,6 +133,23 @@ TEST(Reload, WithoutTlsChangesNothing) {
     smisd.process().signal(SIGHUP);
     EXPECT_THAT(roundTrip(smisd.port(), enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
     EXPECT_EQ(smisd.stop().status, 0);
+}
+
+TEST(Crash, LeavesNoCoreFile) {
+    const Array array;
+    const std::filesystem::path directory = array.file("cores");
+    std::filesystem::create_directory(directory);
+    std::string command = "ulimit -c unlimited; cd '" + directory.string() + "'; exec";
+    for (const std::string& argument : smisdCommand(array.state(), {"--no-auth"})) {
+        command += " '" + argument + "'";
+    }
+    Process smisd({"sh", "-c", command});
+    EXPECT_THAT(smisd.readLine(), HasSubstr("listening"));
+    EXPECT_THAT(readFile("/proc/" + std::to_string(smisd.pid()) + "/limits"),
+                ContainsRegex("Max core file size  *0  *0 "));
+    smisd.signal(SIGABRT);
+    EXPECT_EQ(smisd.wait().status, 128 + SIGABRT);
+    EXPECT_TRUE(std::filesystem::is_empty(directory));
 }
 
 TEST(Stop, LeavesTheArrayAsItIs) {

@@ -34,7 +34,7 @@ inline HttpRequest with(HttpRequest request, const std::string& name,
                         const std::optional<std::string>& value) {
     std::erase_if(request.headers, [&](const HttpHeader& header) { return header.name == name; });
     if (value) {
-        request.headers.push_back({name, *value});
+        request.headers.push_back({name, WipedString(*value)});
     }
     return request;
 }
