@@ -45,8 +45,9 @@ protected:
     }
 
     wire::Result run(const std::string& option = "") const {
-        std::vector<std::string> arguments = {"env", "PEGASUS_HOME=" + home().string(),
-                                              ACCESS_REGISTER};
+        // An OpenPegasus of this machine must not lend its programs.
+        std::vector<std::string> arguments = {"env", "PATH=/usr/bin:/bin",
+                                              "PEGASUS_HOME=" + home().string(), ACCESS_REGISTER};
         if (!option.empty()) {
             arguments.push_back(option);
         }
