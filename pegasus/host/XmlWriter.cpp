@@ -1,7 +1,12 @@
 // Qualifiers, properties, instances, classes and arguments
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include <Pegasus/Common/CIMObjectRep.h>
 #include <Pegasus/Common/CIMPropertyRep.h>
+#include <Pegasus/Common/PropertyListAccess.h>
 
 #include "pegasus/host/XmlText.h"
 
@@ -129,12 +134,29 @@ void appendProperty(Text& out, const CIMConstProperty& property, const Parts& pa
     appendPropertyOf(out, PropertyAccess::content(property), parts);
 }
 
+// The properties that a long list names, in its order: each is looked up in the list, whose length
+// then hardly counts.
+static void appendListed(Text& out, const NamedList<CIMProperty>& all, const Parts& parts) {
+    std::vector<std::pair<Uint32, Uint32>> listed; // place in the list, index of the property
+    for (Uint32 i = 0; i < all.size(); ++i) {
+        PropertyListAccess::eachPlace(parts.properties, all[i].getName(),
+                                      [&](Uint32 place) { listed.emplace_back(place, i); });
+    }
+    std::sort(listed.begin(), listed.end());
+    for (const auto& [place, index] : listed) {
+        appendPropertyOf(out, PropertyAccess::content(all[index]), parts);
+    }
+}
+
 static void appendProperties(Text& out, const NamedList<CIMProperty>& all, const Parts& parts) {
     if (parts.properties.isNull()) {
         for (Uint32 i = 0; i < all.size(); ++i) {
             appendPropertyOf(out, PropertyAccess::content(all[i]), parts);
         }
         return;
+    }
+    if (PropertyListAccess::isLong(parts.properties)) {
+        return appendListed(out, all, parts);
     }
     for (Uint32 i = 0; i < parts.properties.size(); ++i) {
         const Uint32 index = all.find(parts.properties[i]);

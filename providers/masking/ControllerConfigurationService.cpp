@@ -1,5 +1,7 @@
 #include "providers/masking/ControllerConfigurationService.h"
 
+#include <set>
+
 #include "engine/DRAVKeys.h"
 #include "engine/DRAVLogicalUnit.h"
 #include "engine/NameConstants.h"
@@ -42,15 +44,6 @@ Uint32 findVolume(DRAVEngine& engine, const String& name, const std::string& loo
     return id;
 }
 
-bool contains(const Array<Uint32>& ids, Uint32 id) {
-    for (const Uint32 each : ids) {
-        if (each == id) {
-            return true;
-        }
-    }
-    return false;
-}
-
 bool isMapped(DRAVEngine& engine, const Array<Uint32>& units, Uint32 volumeId) {
     for (const Uint32 unitId : units) {
         trace("Searching existing LU's ");
@@ -62,11 +55,16 @@ bool isMapped(DRAVEngine& engine, const Array<Uint32>& units, Uint32 volumeId) {
     return false;
 }
 
+std::multiset<Uint32> sorted(const Array<Uint32>& ids) {
+    return std::multiset<Uint32>(begin(ids), end(ids));
+}
+
 void grantAccess(DRAVEngine& engine, Uint32 targetId, const Array<String>& initiatorNames) {
-    const Array<Uint32> granted = engine.enumerateAssociatedObjects(targetId, CLASSID_INITIATOR);
+    const std::multiset<Uint32> granted =
+        sorted(engine.enumerateAssociatedObjects(targetId, CLASSID_INITIATOR));
     for (const String& name : initiatorNames) {
         const Uint32 id = findInitiator(engine, name);
-        if (!contains(granted, id)) {
+        if (granted.count(id) == 0) {
             engine.createAssociation(targetId, id);
         }
     }
@@ -75,12 +73,12 @@ void grantAccess(DRAVEngine& engine, Uint32 targetId, const Array<String>& initi
 // A volume that is listed twice has its units removed twice. Wanted: see docs/contract.md, Listed
 // twice.
 void hideVolumes(DRAVEngine& engine, Uint32 targetId, const Array<Uint32>& volumeIds) {
+    const std::multiset<Uint32> hidden = sorted(volumeIds);
     for (const Uint32 unitId : engine.enumerateAssociatedObjects(targetId, CLASSID_LOGICAL_UNIT)) {
         const EngineRecord<DRAVLogicalUnit> unit(engine, CLASSID_LOGICAL_UNIT, unitId);
-        for (const Uint32 volumeId : volumeIds) {
-            if (unit->volumeID == volumeId) {
-                engine.deleteObject(CLASSID_LOGICAL_UNIT, unitId);
-            }
+        const std::size_t times = hidden.empty() ? 0 : hidden.count(unit->volumeID);
+        for (std::size_t i = 0; i < times; ++i) {
+            engine.deleteObject(CLASSID_LOGICAL_UNIT, unitId);
         }
     }
 }

@@ -40,6 +40,7 @@ std::optional<CIMKeyBinding> takeKey(Element& parent, const CIMName& name) {
         if (text.size() > maximumReferenceKeyUnits) {
             reference->fail(ElementError::validation, "The reference key is too long");
         }
+        reference->spendReferenceUnits(text.size());
         return CIMKeyBinding(name, text, CIMKeyBinding::REFERENCE);
     }
     return std::nullopt;

@@ -99,6 +99,8 @@ void carryOut(const Associators& operation, const Request& request) {
     if (operation.ofClass) {
         return associatedClasses(operation, request);
     }
+    const CIMPropertyList list =
+        providerList(operation.propertyList, requireNamespace(request, operation.nameSpace));
     walk(request, operation.nameSpace, operation.objectName, operation.assocClass,
          [&](CIMAssociationProvider& provider, const CIMObjectPath& path,
              const CIMName& association) {
@@ -107,7 +109,7 @@ void carryOut(const Associators& operation, const Request& request) {
                  provider.associators(request.context, path, association, operation.resultClass,
                                       operation.role, operation.resultRole,
                                       operation.includeQualifiers, operation.includeClassOrigin,
-                                      operation.propertyList, handler);
+                                      list, handler);
              });
          });
 }
@@ -136,6 +138,8 @@ void carryOut(const References& operation, const Request& request) {
     if (operation.ofClass) {
         return referencingClasses(operation, request);
     }
+    const CIMPropertyList list =
+        providerList(operation.propertyList, requireNamespace(request, operation.nameSpace));
     walk(request, operation.nameSpace, operation.objectName, operation.resultClass,
          [&](CIMAssociationProvider& provider, const CIMObjectPath& path,
              const CIMName& association) {
@@ -143,7 +147,7 @@ void carryOut(const References& operation, const Request& request) {
              callProvider(handler, [&] {
                  provider.references(request.context, path, association, operation.role,
                                      operation.includeQualifiers, operation.includeClassOrigin,
-                                     operation.propertyList, handler);
+                                     list, handler);
              });
          });
 }

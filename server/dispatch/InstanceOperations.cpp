@@ -20,9 +20,14 @@ using namespace Pegasus;
 namespace smisd {
 namespace {
 
+const CIMClass& instanceClass(const Request& request, const CIMNamespaceName& nameSpace,
+                              const CIMName& className) {
+    return requireClass(requireNamespace(request, nameSpace), className, CIM_ERR_INVALID_CLASS);
+}
+
 CIMInstanceProvider& providerOf(const Request& request, const CIMNamespaceName& nameSpace,
                                 const CIMName& className) {
-    requireClass(requireNamespace(request, nameSpace), className, CIM_ERR_INVALID_CLASS);
+    instanceClass(request, nameSpace, className);
     return requireInstanceProvider(request, nameSpace, className);
 }
 
@@ -70,8 +75,7 @@ CIMValue newValueOf(const SetProperty& operation, const Request& request) {
         return operation.newValue;
     }
     const CIMClass& cimClass =
-        requireClass(requireNamespace(request, operation.nameSpace),
-                     operation.instanceName.getClassName(), CIM_ERR_INVALID_CLASS);
+        instanceClass(request, operation.nameSpace, operation.instanceName.getClassName());
     const Uint32 at = cimClass.findProperty(operation.propertyName);
     if (at == PEG_NOT_FOUND) {
         throw CIMException(CIM_ERR_NO_SUCH_PROPERTY, String());
@@ -83,13 +87,16 @@ CIMValue newValueOf(const SetProperty& operation, const Request& request) {
 } // namespace
 
 void carryOut(const GetInstance& operation, const Request& request) {
+    const CIMName& className = operation.instanceName.getClassName();
+    const CIMPropertyList list = providerList(
+        operation.propertyList, instanceClass(request, operation.nameSpace, className));
     CIMInstanceProvider& provider =
-        providerOf(request, operation.nameSpace, operation.instanceName.getClassName());
+        requireInstanceProvider(request, operation.nameSpace, className);
     const CIMObjectPath path = providerPath(request, operation.nameSpace, operation.instanceName);
     InstanceHandler handler([&](const CIMInstance& instance) { request.sink.instance(instance); });
     callProvider(handler, [&] {
         provider.getInstance(request.context, path, operation.includeQualifiers,
-                             operation.includeClassOrigin, operation.propertyList, handler);
+                             operation.includeClassOrigin, list, handler);
     });
 }
 
@@ -124,8 +131,7 @@ void carryOut(const DeleteInstance& operation, const Request& request) {
 }
 
 void carryOut(const EnumerateInstances& operation, const Request& request) {
-    const CIMClass& requested = requireClass(requireNamespace(request, operation.nameSpace),
-                                             operation.className, CIM_ERR_INVALID_CLASS);
+    const CIMClass& requested = instanceClass(request, operation.nameSpace, operation.className);
     CIMPropertyList list = operation.propertyList;
     if (!operation.deepInheritance && list.isNull()) {
         list = propertiesOf(requested);
@@ -133,19 +139,20 @@ void carryOut(const EnumerateInstances& operation, const Request& request) {
     }
     enumerate(request, operation.nameSpace, operation.className,
               [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+                  const CIMPropertyList wanted = providerList(
+                      list, instanceClass(request, operation.nameSpace, path.getClassName()));
                   InstanceListHandler handler(
                       [&](const CIMInstance& instance) { request.sink.namedInstance(instance); });
                   callProvider(handler, [&] {
                       provider.enumerateInstances(request.context, path,
                                                   operation.includeQualifiers,
-                                                  operation.includeClassOrigin, list, handler);
+                                                  operation.includeClassOrigin, wanted, handler);
                   });
               });
 }
 
 void carryOut(const EnumerateInstanceNames& operation, const Request& request) {
-    requireClass(requireNamespace(request, operation.nameSpace), operation.className,
-                 CIM_ERR_INVALID_CLASS);
+    instanceClass(request, operation.nameSpace, operation.className);
     enumerate(request, operation.nameSpace, operation.className,
               [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
                   PathListHandler handler(

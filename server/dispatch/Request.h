@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Common/String.h>
@@ -43,6 +44,13 @@ const Pegasus::CIMClass& requireClass(const Schema& schema, const Pegasus::CIMNa
 Pegasus::CIMObjectPath providerPath(const Request& request,
                                     const Pegasus::CIMNamespaceName& nameSpace,
                                     const Pegasus::CIMObjectPath& path);
+
+// A property list as a provider receives it, who may search it for each property of each instance:
+// of one that is longer than what the class has, or all classes of the namespace have, only what
+// they have is left, in its order.
+Pegasus::CIMPropertyList providerList(const Pegasus::CIMPropertyList& list,
+                                      const Pegasus::CIMClass& cimClass);
+Pegasus::CIMPropertyList providerList(const Pegasus::CIMPropertyList& list, const Schema& schema);
 
 // A delivered path with the host and the namespace that the provider has left out.
 Pegasus::CIMObjectPath completePath(const Pegasus::CIMObjectPath& path,

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include <Pegasus/Common/PropertyListAccess.h>
+
 using namespace Pegasus;
 
 namespace smisd {
@@ -139,18 +141,9 @@ void removePropagated(CIMClass& from) {
     removeQualifiersOfAll(from, true);
 }
 
-bool contains(const CIMPropertyList& list, const CIMName& name) {
-    for (Uint32 i = 0; i < list.size(); ++i) {
-        if (list[i] == name) {
-            return true;
-        }
-    }
-    return false;
-}
-
 void removePropertiesBut(CIMClass& from, const CIMPropertyList& kept) {
     for (Uint32 i = from.getPropertyCount(); i-- > 0;) {
-        if (!contains(kept, from.getProperty(i).getName())) {
+        if (!PropertyListAccess::contains(kept, from.getProperty(i).getName())) {
             from.removeProperty(i);
         }
     }

@@ -17,6 +17,9 @@ void Schema::declare(const CIMClass& cimClass) {
     const CIMClass full = withInherited(cimClass, findClass(cimClass.getSuperClassName()));
     _classes.emplace(full.getClassName(), full);
     _subclasses[full.getSuperClassName()].push_back(full.getClassName());
+    for (Uint32 i = 0; i < full.getPropertyCount(); ++i) {
+        _propertyNames.insert(full.getProperty(i).getName());
+    }
     if (full.isAssociation()) {
         addLinks(full);
     }

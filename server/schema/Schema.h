@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <vector>
 
 #include <Pegasus/Common/CIMClass.h>
@@ -53,6 +54,9 @@ public:
     // The class with everything that it inherits: class origins and propagated flags are set.
     const Pegasus::CIMClass* findClass(const Pegasus::CIMName& name) const;
 
+    // The names of the properties of all classes.
+    const std::set<Pegasus::CIMName, NameOrder>& propertyNames() const { return _propertyNames; }
+
     // The direct subclasses, and with `deep` those below them too, each before its own; of a null
     // name the classes without superclass. Empty for an unknown class.
     std::vector<Pegasus::CIMName> subclasses(const Pegasus::CIMName& name, bool deep) const;
@@ -73,6 +77,7 @@ private:
     Qualifiers _qualifiers;
     std::map<Pegasus::CIMName, Pegasus::CIMClass, NameOrder> _classes;
     std::map<Pegasus::CIMName, Names, NameOrder> _subclasses; // of the null name: the roots
+    std::set<Pegasus::CIMName, NameOrder> _propertyNames;
     std::vector<Link> _links;
     std::vector<Pegasus::CIMInstance> _instances;
 };

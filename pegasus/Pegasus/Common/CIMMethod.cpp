@@ -60,6 +60,7 @@ Boolean CIMMethod::getPropagated() const {
 
 void CIMMethod::setName(const CIMName& name) {
     _rep->setName(name);
+    NamePlaces::somethingRenamed();
 }
 
 void CIMMethod::setType(CIMType type) {

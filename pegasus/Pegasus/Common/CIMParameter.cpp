@@ -58,6 +58,7 @@ CIMType CIMParameter::getType() const {
 
 void CIMParameter::setName(const CIMName& name) {
     _rep->setName(name);
+    NamePlaces::somethingRenamed();
 }
 
 Boolean CIMParameter::isArray() const {

@@ -17,6 +17,7 @@ const CIMName& CIMProperty::getName() const {
 
 void CIMProperty::setName(const CIMName& name) {
     _rep->setName(name);
+    NamePlaces::somethingRenamed();
 }
 
 const CIMValue& CIMProperty::getValue() const {

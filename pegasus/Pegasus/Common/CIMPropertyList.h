@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
 
@@ -22,7 +25,10 @@ public:
     Array<CIMName> getPropertyNameArray() const { return _names; }
 
 private:
+    friend struct PropertyListAccess;
+
     Array<CIMName> _names;
+    std::shared_ptr<const std::vector<Uint32>> _sorted; // places in a long list, by their names
     Boolean _isNull = true;
 };
 

@@ -1,5 +1,6 @@
 #include <Pegasus/Common/CIMQualifier.h>
 #include <Pegasus/Common/Exception.h>
+#include <Pegasus/Common/NamedList.h>
 
 namespace Pegasus {
 
@@ -34,6 +35,7 @@ const CIMName& CIMQualifier::getName() const {
 
 void CIMQualifier::setName(const CIMName& name) {
     _rep->setName(name);
+    NamePlaces::somethingRenamed();
 }
 
 CIMType CIMQualifier::getType() const {

@@ -54,6 +54,21 @@ TEST(Bundled, ANullCharPointerIsNoName) {
     EXPECT_EQ(messageOf([] { CIMName name(static_cast<const char*>(nullptr)); }), "null pointer");
 }
 
+TEST(Bundled, AQualifierThatGetsAnotherNameAmongManyIsFoundUnderThat) {
+    CIMProperty property(CIMName("p"), CIMValue(true));
+    for (int i = 0; i < 100; ++i) {
+        const std::string name = "q" + std::to_string(i);
+        property.addQualifier(CIMQualifier(CIMName(name.c_str()), CIMValue(true)));
+    }
+    property.getQualifier(50).setName(CIMName("other"));
+    EXPECT_EQ(property.findQualifier(CIMName("q50")), PEG_NOT_FOUND);
+    EXPECT_EQ(property.findQualifier(CIMName("other")), 50u);
+    EXPECT_THROW(property.addQualifier(CIMQualifier(CIMName("other"), CIMValue(true))),
+                 AlreadyExistsException);
+    property.addQualifier(CIMQualifier(CIMName("q50"), CIMValue(true)));
+    EXPECT_EQ(property.findQualifier(CIMName("Q50")), 100u);
+}
+
 TEST(Bundled, ExceptionsAreAssigned) {
     Exception e("first");
     e = Exception("second");

@@ -57,6 +57,23 @@ TEST(CIMInstance, APropertyTwiceIsAnErrorThatNamesIt) {
     EXPECT_EQ(i.getPropertyCount(), 1u);
 }
 
+TEST(CIMInstance, PropertiesAreFoundHoweverManyThereAre) {
+    CIMInstance i(CIMName("C"));
+    for (Uint32 number = 0; number < 300; ++number) {
+        i.addProperty(property(("p" + std::to_string(number)).c_str()));
+    }
+    EXPECT_EQ(i.findProperty(CIMName("p0")), 0u);
+    EXPECT_EQ(i.findProperty(CIMName("P299")), 299u);
+    EXPECT_EQ(i.findProperty(CIMName("p300")), PEG_NOT_FOUND);
+    EXPECT_THROW(i.addProperty(property("P150")), AlreadyExistsException);
+    EXPECT_EQ(i.clone().findProperty(CIMName("P150")), 150u);
+    i.removeProperty(150);
+    EXPECT_EQ(i.findProperty(CIMName("p150")), PEG_NOT_FOUND);
+    EXPECT_EQ(i.findProperty(CIMName("p151")), 150u);
+    i.addProperty(property("P150"));
+    EXPECT_EQ(i.findProperty(CIMName("p150")), 299u);
+}
+
 TEST(CIMInstance, AnUninitializedPropertyThrows) {
     EXPECT_THROW(CIMInstance(CIMName("C")).addProperty(CIMProperty()),
                  UninitializedObjectException);

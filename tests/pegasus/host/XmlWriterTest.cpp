@@ -214,6 +214,24 @@ TEST(XmlInstance, TakesThePropertiesOfTheListInItsOrderWithTheirOwnSpelling) {
               "|<INSTANCE CLASSNAME=\"C\" >\n</INSTANCE>\n");
 }
 
+TEST(XmlInstance, TakesThePropertiesOfALongListAsOfAShortOne) {
+    const auto withList = [](const std::vector<std::string>& list) {
+        Array<CIMName> names;
+        for (const std::string& name : list) {
+            names.append(CIMName(name.c_str()));
+        }
+        Xml::Parts parts;
+        parts.properties = CIMPropertyList(names);
+        return xml(Xml::appendInstance, sample(), parts);
+    };
+    std::vector<std::string> list = {"NULL", "id", "null"};
+    const std::string expected = withList(list);
+    for (int i = 0; i < 100; ++i) {
+        list.insert(list.begin() + i % 4, "No" + std::to_string(i));
+    }
+    EXPECT_EQ(withList(list), expected);
+}
+
 TEST(XmlClass, WritesSuperclassMethodsAndParameters) {
     CIMClass c(CIMName("C"), CIMName("Base"));
     c.addProperty(CIMProperty(CIMName("p"), CIMValue(CIMTYPE_STRING, false)));

@@ -52,6 +52,24 @@ TEST_F(EnumerationOperationsTest, FlagsAndPropertyListReachEveryProvider) {
                             "list=[extra,Id]"));
 }
 
+TEST_F(EnumerationOperationsTest, OfALongPropertyListProvidersGetWhatTheirClassHas) {
+    Array<CIMName> names;
+    for (const char* name : {"extra", "Seen"}) {
+        for (int i = 0; i < 100; ++i) {
+            names.append(CIMName((std::string(name) + std::to_string(i)).c_str()));
+        }
+        names.append(CIMName(name));
+    }
+    EXPECT_THAT(run(EnumerateInstances{testNamespace, CIMName("Test_Element"), true, false, false,
+                                       false, CIMPropertyList(names)}),
+                ElementsAre("named Test_Everything.Id=\"1\" | "
+                            "//test.host/root/test:Test_Everything -qualifiers -origin "
+                            "list=[Seen]",
+                            "named Test_Special.Id=\"1\" | "
+                            "//test.host/root/test:Test_Special -qualifiers -origin "
+                            "list=[extra,Seen]"));
+}
+
 TEST_F(EnumerationOperationsTest, WithoutDeepInheritanceOnlyTheRequestedClassesPropertiesAreShown) {
     EXPECT_THAT(run(EnumerateInstances{.nameSpace = testNamespace,
                                        .className = CIMName("Test_Element"),
