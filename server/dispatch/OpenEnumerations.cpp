@@ -1,5 +1,6 @@
 #include "server/dispatch/OpenEnumerations.h"
 
+#include <algorithm>
 #include <random>
 #include <utility>
 
@@ -19,6 +20,11 @@ std::string newId() {
     return std::to_string((std::uint64_t{random()} << 32) | random());
 }
 
+[[noreturn]] void failTooMany(const char* whose) {
+    throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
+                       String(whose) + String("; close one, or wait until one has timed out."));
+}
+
 } // namespace
 
 OpenEnumerations::~OpenEnumerations() {
@@ -35,11 +41,7 @@ OpenEnumerations::~OpenEnumerations() {
 std::shared_ptr<PulledEnumeration> OpenEnumerations::open(const EnumerationTraits& traits,
                                                           Producer produce) {
     std::unique_lock lock(_mutex);
-    if (_entries.size() >= _limit) {
-        throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
-                           String("Too many enumerations are open; close one, or wait until one "
-                                  "has timed out."));
-    }
+    requireRoom(traits.user);
     auto enumeration = std::make_shared<PulledEnumeration>(newId(), traits);
     Entry& entry = _entries[enumeration->id];
     entry.enumeration = enumeration;
@@ -54,6 +56,18 @@ std::shared_ptr<PulledEnumeration> OpenEnumerations::open(const EnumerationTrait
     lock.unlock();
     joinEnded(std::move(ended));
     return enumeration;
+}
+
+void OpenEnumerations::requireRoom(const String& user) const {
+    if (_entries.size() >= _limit) {
+        failTooMany("Too many enumerations are open");
+    }
+    const auto own = std::count_if(_entries.begin(), _entries.end(), [&](const auto& entry) {
+        return entry.second.enumeration->traits.user == user;
+    });
+    if (user.size() > 0 && own >= (_limit + 1) / 2) {
+        failTooMany("Too many enumerations of this user are open");
+    }
 }
 
 std::shared_ptr<PulledEnumeration> OpenEnumerations::find(const String& id, const String& user) {

@@ -38,8 +38,8 @@ struct PulledEnumeration {
     ObjectQueue queue;
 };
 
-// Each has a thread of its own, which waits most of the time, so their number is limited. It ends
-// when its queue is closed. Thread-safe.
+// Each has a thread of its own, which waits most of the time, so their number is limited, and a
+// user with a name has half of them at most. It ends when its queue is closed. Thread-safe.
 class OpenEnumerations {
 public:
     // Fills the queue; what it throws is the error that ends the enumeration.
@@ -64,6 +64,7 @@ private:
         std::thread thread;
     };
 
+    void requireRoom(const Pegasus::String& user) const;
     void run(PulledEnumeration& enumeration, const Producer& produce);
     void joinEnded(std::list<std::thread> ended);
 

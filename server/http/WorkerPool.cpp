@@ -1,9 +1,16 @@
 #include "server/http/WorkerPool.h"
 
+#include <algorithm>
 #include <system_error>
 #include <utility>
 
 namespace smisd {
+namespace {
+
+// The user whose job this thread runs.
+thread_local const std::string* currentUser = nullptr;
+
+} // namespace
 
 WorkerPool::WorkerPool(unsigned workers) : _workers(workers) {}
 
@@ -11,18 +18,34 @@ WorkerPool::~WorkerPool() {
     join();
 }
 
-void WorkerPool::post(Job job) {
+void WorkerPool::post(Job job, const std::string& user) {
     {
         const std::lock_guard lock(_mutex);
-        _jobs.push_back(std::move(job));
+        const auto share = _shares.try_emplace(user).first;
+        share->second.most = user.empty() ? _workers : (_workers + 1) / 2;
+        share->second.jobs.push_back(std::move(job));
+        if (share->second.jobs.size() == 1) {
+            _turns.push_back(share);
+        }
         startThreadIfNeeded();
     }
     _jobPosted.notify_one(); // without the lock, which the thread that wakes needs
 }
 
+bool WorkerPool::hasRoom(const Share& share) const {
+    return _running < _workers && share.running < share.most;
+}
+
+// Whose job is to begin next; end() when none can.
+WorkerPool::Shares::iterator WorkerPool::next() {
+    const auto turn = std::find_if(_turns.begin(), _turns.end(),
+                                   [this](const auto& share) { return hasRoom(share->second); });
+    return turn == _turns.end() ? _shares.end() : *turn;
+}
+
 // A job that could run has a thread that will take it.
 void WorkerPool::startThreadIfNeeded() {
-    if (!_jobs.empty() && _idle == 0 && _running < _workers) {
+    if (_idle == 0 && next() != _shares.end()) {
         try {
             _threads.emplace_back([this] { work(); });
             ++_idle;
@@ -35,8 +58,11 @@ void WorkerPool::startThreadIfNeeded() {
     }
 }
 
-bool WorkerPool::canBegin() const {
-    return !_jobs.empty() && _running < _workers && _returning == 0;
+bool WorkerPool::canBegin() {
+    return next() != _shares.end() &&
+           std::none_of(_shares.begin(), _shares.end(), [this](const auto& share) {
+               return share.second.returning > 0 && hasRoom(share.second);
+           });
 }
 
 void WorkerPool::wakeForNextJob() {
@@ -50,48 +76,74 @@ unsigned WorkerPool::running() const {
     return _running;
 }
 
+void WorkerPool::begin(Share& share) {
+    ++share.running;
+    ++_running;
+}
+
+void WorkerPool::end(Share& share) {
+    --share.running;
+    --_running;
+    _workerFree.notify_all(); // each of them knows whether it has room
+}
+
+void WorkerPool::forgetIfUnused(Shares::iterator share) {
+    const Share& one = share->second;
+    if (one.jobs.empty() && one.running + one.waiting + one.returning == 0) {
+        _shares.erase(share);
+    }
+}
+
 void WorkerPool::work() {
     std::unique_lock lock(_mutex);
     for (;;) {
-        _jobPosted.wait(lock, [this] { return canBegin() || (_jobs.empty() && _ending); });
-        if (_jobs.empty()) {
+        _jobPosted.wait(lock, [this] { return canBegin() || (_turns.empty() && _ending); });
+        if (_turns.empty()) {
             // A thread that looked while jobs were queued has gone to sleep again.
             _jobPosted.notify_all();
             return;
         }
-        Job job = std::move(_jobs.front());
-        _jobs.pop_front();
+        const Shares::iterator share = next();
+        Job job = std::move(share->second.jobs.front());
+        share->second.jobs.pop_front();
+        _turns.remove(share);
+        if (!share->second.jobs.empty()) {
+            _turns.push_back(share);
+        }
         --_idle;
-        ++_running;
+        begin(share->second);
         startThreadIfNeeded();
         wakeForNextJob();
         lock.unlock();
+        currentUser = &share->first;
         job();
         job = nullptr;
         lock.lock();
-        --_running;
         ++_idle;
-        _workerFree.notify_one(); // if no job wants to go on, this thread takes the next one
+        end(share->second);
+        forgetIfUnused(share);
+        // If no job wants to go on, this thread takes the next one.
     }
 }
 
 void WorkerPool::whileWaiting(const std::function<void()>& wait) {
+    const std::string& user = *currentUser;
     {
         const std::lock_guard lock(_mutex);
-        --_running;
+        Share& share = _shares.at(user);
+        ++share.waiting;
+        end(share);
         startThreadIfNeeded();
-        _workerFree.notify_one();
         wakeForNextJob();
     }
     wait();
     std::unique_lock lock(_mutex);
-    ++_returning;
-    _workerFree.wait(lock, [this] { return _running < _workers; });
-    --_returning;
-    ++_running;
-    if (_running < _workers) {
-        _workerFree.notify_one();
-    }
+    Share& share = _shares.at(user);
+    --share.waiting;
+    ++share.returning;
+    _workerFree.wait(lock, [&] { return hasRoom(share); });
+    --share.returning;
+    begin(share);
     wakeForNextJob();
 }
 

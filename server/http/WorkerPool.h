@@ -4,15 +4,19 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <list>
+#include <map>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
 namespace smisd {
 
-// Runs jobs in the order in which they come, a fixed number at a time. A job that waits for its
-// client says so and does not count meanwhile, so that slow clients keep no others waiting; there
-// are as many threads as jobs that run or wait. Thread-safe.
+// Runs jobs, a fixed number at a time. Users take turns, and one with a name has half of the
+// workers at most, so that nobody keeps the others waiting; a user's own jobs run in the order in
+// which they come. A job that waits for its client says so and does not count meanwhile; there are
+// as many threads as jobs that run or wait. Thread-safe.
 class WorkerPool {
 public:
     using Job = std::function<void()>;
@@ -22,8 +26,9 @@ public:
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
 
-    // What a job throws ends the program.
-    void post(Job job);
+    // What a job throws ends the program. Without a name all are one user, who may have all
+    // workers.
+    void post(Job job, const std::string& user = {});
 
     // In a job: runs `wait`, which must not throw, and returns when it has returned and a worker is
     // free again. Jobs that go on take precedence over jobs that begin.
@@ -36,21 +41,37 @@ public:
     void join();
 
 private:
+    // What a user has in the pool.
+    struct Share {
+        unsigned most = 0; // of its jobs at once
+        std::deque<Job> jobs;
+        unsigned running = 0;
+        unsigned waiting = 0;   // for their clients
+        unsigned returning = 0; // have waited and want to go on
+    };
+    using Shares = std::map<std::string, Share>;
+
     void work();
-    bool canBegin() const; // the first job
+    bool hasRoom(const Share& share) const;
+    Shares::iterator next();
+    bool canBegin();
     void startThreadIfNeeded();
     void wakeForNextJob();
+    void begin(Share& share);
+    void end(Share& share);
+    void forgetIfUnused(Shares::iterator share);
 
     const unsigned _workers;
 
     mutable std::mutex _mutex; // guards what follows
     std::condition_variable _jobPosted;
     std::condition_variable _workerFree;
-    std::deque<Job> _jobs;
+    Shares _shares; // of users who have any job
+    std::list<Shares::iterator>
+        _turns;                        // of users with jobs that have not begun, the next one first
     std::vector<std::thread> _threads; // once started, they stay
     unsigned _running = 0;
-    unsigned _idle = 0;      // threads without a job
-    unsigned _returning = 0; // jobs that have waited and want to go on
+    unsigned _idle = 0; // threads without a job
     bool _ending = false;
 };
 

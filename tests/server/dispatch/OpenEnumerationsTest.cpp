@@ -44,8 +44,8 @@ protected:
     CIMStatusCode find(const std::string& id, const char* user = "alice") {
         return codeOf([&] { enumerations.find(String(id.c_str()), String(user)); });
     }
-    CIMStatusCode open() {
-        return codeOf([&] { enumerations.open(traitsOf("alice"), produceForEver); });
+    CIMStatusCode open(const char* user = "") {
+        return codeOf([&] { enumerations.open(traitsOf(user), produceForEver); });
     }
 
     OpenEnumerations enumerations{3};
@@ -79,7 +79,7 @@ TEST_F(OpenEnumerationsTest, AreGoneWhenTheClientTakesTooLong) {
 }
 
 TEST_F(OpenEnumerationsTest, AreLimited) {
-    const auto first = enumerations.open(traitsOf("alice"), produceForEver);
+    const auto first = enumerations.open(traitsOf(""), produceForEver);
     EXPECT_EQ(open(), CIM_ERR_SUCCESS);
     EXPECT_EQ(open(), CIM_ERR_SUCCESS);
     EXPECT_EQ(open(), CIM_ERR_SERVER_LIMITS_EXCEEDED);
@@ -90,6 +90,13 @@ TEST_F(OpenEnumerationsTest, AreLimited) {
         code = open();
     }
     EXPECT_EQ(code, CIM_ERR_SUCCESS);
+}
+
+TEST_F(OpenEnumerationsTest, OneUserHasHalfOfThem) {
+    EXPECT_EQ(open("alice"), CIM_ERR_SUCCESS);
+    EXPECT_EQ(open("alice"), CIM_ERR_SUCCESS);
+    EXPECT_EQ(open("alice"), CIM_ERR_SERVER_LIMITS_EXCEEDED);
+    EXPECT_EQ(open("bob"), CIM_ERR_SUCCESS);
 }
 
 TEST_F(OpenEnumerationsTest, KeepTheErrorOfTheProducer) {

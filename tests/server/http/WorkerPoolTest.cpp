@@ -121,5 +121,69 @@ TEST(WorkerPool, JobThatHasWaitedNeedsAFreeWorker) {
     EXPECT_LE(most, 2);
 }
 
+TEST(WorkerPool, UsersTakeTurns) {
+    WorkerPool pool(1);
+    Gate busy;
+    pool.post([&] { busy.wait(); });
+    busy.awaitWaiting(1);
+    std::string order; // one worker: no two jobs write at once
+    for (const char* user : {"a", "a", "a", "b", "c", "c"}) {
+        pool.post([&order, user] { order += user; }, user);
+    }
+    busy.open();
+    pool.join();
+    EXPECT_EQ(order, "abcaca");
+}
+
+TEST(WorkerPool, OneUserHasHalfOfTheWorkers) {
+    WorkerPool pool(4);
+    Gate busy;
+    for (int i = 0; i < 10; ++i) {
+        pool.post([&] { busy.wait(); }, "greedy");
+    }
+    busy.awaitWaiting(2);
+    Gate others;
+    pool.post([&] { others.wait(); }, "another");
+    pool.post([&] { others.wait(); }, "third");
+    others.awaitWaiting(2);
+    EXPECT_EQ(pool.running(), 4U);
+    others.open();
+    busy.open();
+    pool.join();
+}
+
+TEST(WorkerPool, WithoutNamesOneMayHaveAllWorkers) {
+    WorkerPool pool(4);
+    Gate busy;
+    for (int i = 0; i < 4; ++i) {
+        pool.post([&] { busy.wait(); });
+    }
+    busy.awaitWaiting(4);
+    busy.open();
+}
+
+TEST(WorkerPool, JobsThatGoOnKeepToTheirUsersShare) {
+    WorkerPool pool(2);
+    Gate mayReturn;
+    Gate mayEnd;
+    for (int i = 0; i < 3; ++i) {
+        pool.post(
+            [&] {
+                pool.whileWaiting([&] { mayReturn.wait(); });
+                mayEnd.wait();
+            },
+            "greedy");
+    }
+    mayReturn.awaitWaiting(3);
+    mayReturn.open();
+    mayEnd.awaitWaiting(1);
+    Gate ran;
+    pool.post([&] { ran.open(); }, "another");
+    ran.wait();
+    EXPECT_EQ(pool.running(), 1U);
+    mayEnd.open();
+    pool.join();
+}
+
 } // namespace
 } // namespace smisd::test
