@@ -89,7 +89,7 @@ DecodedRequest readIMethodCall(Element call, const CimHeaders& headers) {
     checkHeader("CIMObject", headers.object, "object", toUtf8(nameSpace.getString()),
                 String::equalNoCase(fromUtf8(headers.object), nameSpace.getString()));
     auto operation = operationOrError([&] { return readIntrinsicCall(call, method, nameSpace); });
-    return {{"", method, true}, std::move(operation)};
+    return {{"", method, true}, std::move(operation), {}};
 }
 
 CIMObjectPath readCalledObject(Element& call) {
@@ -125,7 +125,7 @@ DecodedRequest readMethodCall(Element call, const CimHeaders& headers) {
     checkHeader("CIMObject", headers.object, "object", toUtf8(object.toString()),
                 object.identical(parseObjectHeader(headers.object)));
     auto operation = operationOrError([&] { return readInvocation(call, object, method); });
-    return {{"", method, false}, std::move(operation)};
+    return {{"", method, false}, std::move(operation), {}};
 }
 
 DecodedRequest readCall(Element& request, const CimHeaders& headers) {
@@ -156,15 +156,33 @@ DecodedRequest readMessage(Element cim, const CimHeaders& headers) {
     return decoded;
 }
 
+void reserve(MemoryBudget::Reservation& memory, std::size_t bytes) {
+    if (memory.resize(bytes)) {
+        return;
+    }
+    if (bytes > memory.most()) {
+        throw BadRequest(413, "", "Reading the request takes more memory than one user may have");
+    }
+    throw BadRequest(503, "", "There is no memory to read the request now");
+}
+
 } // namespace
 
-DecodedRequest decodeRequest(std::string body, const CimHeaders& headers, unsigned maximumDepth) {
-    const XmlDocument document(std::move(body), maximumDepth);
-    try {
-        return readMessage(document.root(), headers);
-    } catch (const ElementError& error) {
-        throw document.badRequest(error);
-    }
+DecodedRequest decodeRequest(std::string body, const CimHeaders& headers, unsigned maximumDepth,
+                             MemoryBudget::Reservation memory) {
+    const ReadingCost cost = readingCost(body);
+    reserve(memory, body.size() + cost.tree + cost.operation);
+    DecodedRequest decoded = [&] {
+        const XmlDocument document(std::move(body), maximumDepth);
+        try {
+            return readMessage(document.root(), headers);
+        } catch (const ElementError& error) {
+            throw document.badRequest(error);
+        }
+    }();
+    memory.resize(cost.operation); // body and tree are gone
+    decoded.memory = std::move(memory);
+    return decoded;
 }
 
 } // namespace smisd

@@ -10,6 +10,7 @@
 
 #include "server/cimxml/ElementReaders.h"
 #include "server/cimxml/XmlDocument.h"
+#include "server/operation/MemoryBudget.h"
 #include "server/operation/Operation.h"
 
 namespace smisd {
@@ -33,11 +34,14 @@ struct DecodedRequest {
     MessageHead head;
     // The operation, or the CIM error that is its answer.
     std::variant<Operation, Pegasus::CIMException> operation;
+    MemoryBudget::Reservation memory = {}; // holds the operation
 };
 
-// Throws BadRequest for a body that is not CIM-XML, or does not agree with the headers.
-// Thread-safe.
+// Throws BadRequest for a body that is not CIM-XML, or does not agree with the headers, and with
+// the status 503 where `memory` has no room for what is in it; 413 where it could never have.
+// Meanwhile `memory` holds the body, the tree and the operation. Thread-safe.
 DecodedRequest decodeRequest(std::string body, const CimHeaders& headers,
-                             unsigned maximumDepth = usualDepth);
+                             unsigned maximumDepth = usualDepth,
+                             MemoryBudget::Reservation memory = {});
 
 } // namespace smisd

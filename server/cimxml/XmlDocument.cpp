@@ -84,6 +84,8 @@ pugi::xml_node firstContent(pugi::xml_node node) {
     return node;
 }
 
+constexpr std::size_t leastReferenceUnits = 64 * 1024;
+
 const ElementError noDeclaration(ElementError::validation, 0,
                                  "Expected <?xml ... ?> style declaration");
 
@@ -93,7 +95,8 @@ const ElementError noDeclaration(ElementError::validation, 0,
 
 } // namespace
 
-Element::Element(pugi::xml_node node) : _node(node), _next(firstContent(node.first_child())) {}
+Element::Element(pugi::xml_node node, std::size_t* referenceUnits)
+    : _node(node), _next(firstContent(node.first_child())), _referenceUnits(referenceUnits) {}
 
 std::optional<std::string> Element::attribute(const char* attributeName) const {
     const pugi::xml_attribute found = _node.attribute(attributeName);
@@ -116,7 +119,7 @@ std::optional<Element> Element::take(const char* childName) {
     if (_next.type() != pugi::node_element || std::strcmp(_next.name(), childName) != 0) {
         return std::nullopt;
     }
-    const Element child(_next);
+    const Element child(_next, _referenceUnits);
     _next = firstContent(_next.next_sibling());
     return child;
 }
@@ -151,11 +154,19 @@ std::string Element::text(Content accepted) const {
     return isText ? withoutReferences(*this, trimmed(content.value())) : content.value();
 }
 
+void Element::spendReferenceUnits(std::size_t count) const {
+    if (count > *_referenceUnits) {
+        fail(ElementError::validation, "The reference keys are too long");
+    }
+    *_referenceUnits -= count;
+}
+
 void Element::fail(ElementError::Kind kind, const std::string& text) const {
     throw ElementError(kind, _node.offset_debug(), text);
 }
 
-XmlDocument::XmlDocument(std::string text, unsigned maximumDepth) : _text(std::move(text)) {
+XmlDocument::XmlDocument(std::string text, unsigned maximumDepth)
+    : _text(std::move(text)), _referenceUnits(leastReferenceUnits + 4 * _text.size()) {
     if (!isUtf8(_text)) {
         refuse("request-not-valid", "Invalid UTF-8 character detected.");
     }
@@ -194,10 +205,10 @@ void XmlDocument::checkTree(unsigned maximumDepth) const {
         explicit Walker(unsigned theLimit) : limit(theLimit) {}
         bool for_each(pugi::xml_node& node) override {
             if (node.type() == pugi::node_pi) {
-                Element(node).fail(ElementError::notWellFormed, "Processing instruction");
+                Element(node, nullptr).fail(ElementError::notWellFormed, "Processing instruction");
             }
             if (static_cast<unsigned>(depth() + 1) > limit) { // the root is at 0
-                Element(node.parent())
+                Element(node.parent(), nullptr)
                     .fail(ElementError::validation, "More than " + std::to_string(limit) +
                                                         " nested elements are not supported");
             }
@@ -210,6 +221,23 @@ void XmlDocument::checkTree(unsigned maximumDepth) const {
     } catch (const ElementError& error) {
         throw badRequest(error);
     }
+}
+
+// Elements, attributes and texts by the characters that begin them, or end what is before them.
+ReadingCost readingCost(std::string_view text) {
+    constexpr std::size_t nodeBytes = 64; // as pugixml has them where pointers have 64 bits
+    constexpr std::size_t attributeBytes = 40;
+    constexpr std::size_t operationBytes = 256; // of an element: measured, see docs/server.md
+    std::size_t elements = 0;
+    std::size_t texts = 0;
+    std::size_t attributes = 0;
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        elements += text[i] == '<' && text[i + 1] != '/';
+        texts += text[i] == '>' && text[i + 1] != '<';
+        attributes += text[i] == '=';
+    }
+    return {(elements + texts) * nodeBytes + attributes * attributeBytes,
+            elements * operationBytes + 2 * text.size()};
 }
 
 BadRequest XmlDocument::badRequest(const ElementError& error) const {

@@ -9,6 +9,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include <pugixml.hpp>
 
@@ -56,7 +57,8 @@ private:
 // All functions but the constructor throw ElementError.
 class Element {
 public:
-    explicit Element(pugi::xml_node node);
+    // `referenceUnits` are those that spendReferenceUnits may still take.
+    Element(pugi::xml_node node, std::size_t* referenceUnits);
 
     const char* name() const { return _node.name(); }
 
@@ -80,11 +82,16 @@ public:
     enum class Content { text, textOrCData };
     std::string text(Content accepted = Content::textOrCData) const;
 
+    // A reference key is text within text, and each level doubles its escapes: all of a document's
+    // together may have some times the units of its text, lest few bytes cost much.
+    void spendReferenceUnits(std::size_t count) const;
+
     [[noreturn]] void fail(ElementError::Kind kind, const std::string& text) const;
 
 private:
     pugi::xml_node _node;
     pugi::xml_node _next; // first child that was not read
+    std::size_t* _referenceUnits;
 };
 
 class XmlDocument {
@@ -92,7 +99,7 @@ public:
     // Throws BadRequest: the text is not UTF-8, not well-formed, no XML document, or too deep.
     explicit XmlDocument(std::string text, unsigned maximumDepth = usualDepth);
 
-    Element root() const { return Element(_document.document_element()); }
+    Element root() const { return Element(_document.document_element(), &_referenceUnits); }
 
     BadRequest badRequest(const ElementError& error) const;
 
@@ -101,6 +108,15 @@ private:
 
     std::string _text; // the tree points into it
     pugi::xml_document _document;
+    mutable std::size_t _referenceUnits = 0;
 };
+
+// The bytes that reading a document of this text takes at most, beside the text: of the tree of its
+// elements, and of the operation that is made from it.
+struct ReadingCost {
+    std::size_t tree = 0;
+    std::size_t operation = 0;
+};
+ReadingCost readingCost(std::string_view text);
 
 } // namespace smisd

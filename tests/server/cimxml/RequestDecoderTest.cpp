@@ -156,5 +156,52 @@ TEST(DecodeRequest, TwoParametersOfOneNameAreLeftToTheMethod) {
               2U);
 }
 
+// A body of many empty elements: they take many times the memory of their text.
+std::string wideBody() {
+    std::string values;
+    for (int i = 0; i < 1000; ++i) {
+        values += "<VALUE/>";
+    }
+    return intrinsicCall("EnumerateInstances",
+                         R"(<IPARAMVALUE NAME="ClassName"><CLASSNAME NAME="C"/></IPARAMVALUE>)"
+                         R"(<IPARAMVALUE NAME="PropertyList"><VALUE.ARRAY>)" +
+                             values + "</VALUE.ARRAY></IPARAMVALUE>");
+}
+
+TEST(DecodedRequest, HoldsMemoryForWhatIsInIt) {
+    MemoryBudget budget(10'000'000);
+    {
+        const DecodedRequest request =
+            decodeRequest(wideBody(), {"EnumerateInstances", "root/test"}, usualDepth,
+                          MemoryBudget::Reservation(budget, "alice"));
+        EXPECT_GT(budget.used(), 100'000U);
+        EXPECT_LT(budget.used(), 1'000'000U);
+    }
+    EXPECT_EQ(budget.used(), 0U);
+}
+
+unsigned statusWith(MemoryBudget& budget) {
+    try {
+        decodeRequest(wideBody(), {"EnumerateInstances", "root/test"}, usualDepth,
+                      MemoryBudget::Reservation(budget, "alice"));
+    } catch (const BadRequest& refused) {
+        return refused.status();
+    }
+    return 200;
+}
+
+TEST(DecodedRequest, IsRefusedForWantOfMemory) {
+    MemoryBudget small(100'000);
+    EXPECT_EQ(statusWith(small), 413U) << "it will never have enough";
+    MemoryBudget large(2'000'000);
+    EXPECT_EQ(statusWith(large), 200U);
+    MemoryBudget::Reservation others(large, "bob");
+    MemoryBudget::Reservation more(large, "carol");
+    EXPECT_TRUE(others.resize(1'000'000));
+    EXPECT_TRUE(more.resize(900'000));
+    EXPECT_EQ(statusWith(large), 503U) << "there is none just now";
+    EXPECT_EQ(large.used(), 1'900'000U);
+}
+
 } // namespace
 } // namespace smisd::test
