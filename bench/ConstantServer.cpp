@@ -12,9 +12,13 @@ int main() {
         "HTTP/1.1 200 OK\r\ncontent-type: application/xml\r\ncontent-length: " +
         std::to_string(body.size()) + "\r\n\r\n" + body;
     smisd::HttpServer server(smisd::HttpLimits(), [&answer](const smisd::HttpRequest& request,
-                                                            smisd::ResponseChannel& channel) {
-        channel.send(answer);
-        return request.keepAlive;
+                                                            const smisd::Decide& decide) {
+        const auto job = [&answer, keepAlive = request.keepAlive](const std::string&,
+                                                                  smisd::ResponseChannel& channel) {
+            channel.send(answer);
+            return keepAlive;
+        };
+        decide({job, {}, false, ""});
     });
     const unsigned short port = server.listen({"127.0.0.1", 0});
     std::cout << "listening on http://127.0.0.1:" << port << std::endl;

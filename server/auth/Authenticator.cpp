@@ -1,9 +1,12 @@
 #include "server/auth/Authenticator.h"
 
+#include <exception>
+#include <new>
 #include <utility>
 
 #include <boost/algorithm/string/predicate.hpp>
 #include <sodium.h>
+#include <spdlog/spdlog.h>
 
 #include "server/auth/Users.h"
 
@@ -12,6 +15,12 @@ namespace {
 
 constexpr std::string_view scheme = "Basic ";
 
+// After which a client may try again: to be in a shorter queue, to find more memory.
+constexpr std::chrono::seconds queueTime{2};
+constexpr std::chrono::seconds memoryTime{5};
+
+constexpr std::chrono::milliseconds faultPause{100};
+
 // Random text that nobody knows.
 std::string randomText() {
     std::string bytes(32, '\0');
@@ -19,15 +28,9 @@ std::string randomText() {
     return bytes;
 }
 
-// A secret text that is wiped when it is destroyed.
-struct Secret {
-    std::string text;
-    ~Secret() { sodium_memzero(text.data(), text.size()); }
-};
-
 // "name:password" of "Basic bmFtZTpwYXNzd29yZA=="; empty when it is none.
-Secret decoded(std::string_view credentials) {
-    Secret secret;
+WipedText decoded(std::string_view credentials) {
+    WipedText secret;
     if (!boost::algorithm::istarts_with(credentials, scheme)) {
         return secret;
     }
@@ -48,47 +51,142 @@ Secret decoded(std::string_view credentials) {
 BasicAuthenticator::BasicAuthenticator(Users users,
                                        std::function<void(const FailedLogin&)> onFailure,
                                        Clock::time_point (*now)())
-    : _users(std::move(users)), _onFailure(std::move(onFailure)),
-      _nobodysHash(hashPassword(randomText())), _now(now), _throttle(now) {
+    : _onFailure(std::move(onFailure)), _nobodysHash(hashPassword(randomText())), _now(now),
+      _throttle(now), _users(std::move(users)) {
     randombytes_buf(_key.data(), _key.size());
 }
 
-std::optional<User> BasicAuthenticator::userOf(const LoginAttempt& attempt) {
+void BasicAuthenticator::judge(const LoginAttempt& attempt, Done done) {
     if (attempt.credentials.empty()) {
-        return std::nullopt;
+        done({});
+        return;
     }
-    const auto fail = [&](const std::string& user, const char* reason) {
-        _onFailure({attempt.address, user, reason});
-        return std::nullopt;
-    };
-    const Secret secret = decoded(attempt.credentials);
+    const WipedText secret = decoded(attempt.credentials);
     const std::size_t colon = secret.text.find(':');
     if (colon == std::string::npos) {
-        return fail("", "malformed credentials");
+        _onFailure({attempt.address, "", "malformed credentials"});
+        done({});
+        return;
     }
-    const auto found = _users.find(secret.text.substr(0, colon));
-    const bool exists = found != _users.end();
-    const Fingerprint fingerprint = fingerprintOf(secret.text);
-    if (exists && isKnown(fingerprint)) {
-        return User{found->first, found->second.role};
+    const std::string_view name = std::string_view(secret.text).substr(0, colon);
+    if (std::optional<User> user = knownUser(name, fingerprintOf(secret.text))) {
+        done({std::move(user)});
+    } else {
+        wait(attempt, secret.text, std::move(done));
     }
-    const auto wait = _throttle.admit(attempt.address);
-    if (!wait) {
-        return fail(exists ? found->first : "", "too many attempts wait already");
-    }
-    if (wait->count() > 0) {
-        attempt.wait(*wait);
-    }
-    const Secret password{secret.text.substr(colon + 1)};
-    if (!verifyPassword(exists ? found->second.hash : _nobodysHash, password.text) || !exists) {
-        _throttle.failed(attempt.address);
-        return fail(exists ? found->first : "", "unknown user or wrong password");
-    }
-    remember(fingerprint);
-    return User{found->first, found->second.role};
 }
 
-BasicAuthenticator::Fingerprint BasicAuthenticator::fingerprintOf(const std::string& text) const {
+// Being used, a login goes on being known: the client pays for one hash, however long it stays.
+std::optional<User> BasicAuthenticator::knownUser(std::string_view name,
+                                                  const Fingerprint& fingerprint) {
+    const Clock::time_point now = _now();
+    const std::lock_guard lock(_mutex);
+    const auto user = _users.find(name);
+    const auto known = _known.find(fingerprint);
+    if (user == _users.end() || known == _known.end() || now >= known->second) {
+        return std::nullopt;
+    }
+    known->second = now + memory;
+    return User{user->first, user->second.role};
+}
+
+void BasicAuthenticator::wait(const LoginAttempt& attempt, std::string_view secret, Done done) {
+    const std::optional<std::chrono::milliseconds> pause = _throttle.admit(attempt.address);
+    if (!pause) {
+        done({{}, LoginThrottle::longestWait});
+        return;
+    }
+    Done turnedAway;
+    {
+        const Clock::time_point now = _now();
+        const std::lock_guard lock(_mutex);
+        const std::uint64_t number = ++_lastNumber;
+        auto login = std::make_unique<Waiting>();
+        login->address = attempt.address;
+        login->secret.text = secret;
+        login->done = std::move(done);
+        _waiting.emplace(number, std::move(login));
+        try {
+            if (const auto out = _queue.add(number, attempt.address, now + *pause, now)) {
+                turnedAway = std::move(taken(*out)->done);
+            }
+        } catch (const std::bad_alloc&) {
+            turnedAway = std::move(taken(number)->done);
+        }
+    }
+    _added.notify_one();
+    if (turnedAway) {
+        turnedAway({{}, queueTime});
+    }
+}
+
+// With the lock held.
+std::unique_ptr<BasicAuthenticator::Waiting> BasicAuthenticator::taken(std::uint64_t number) {
+    return std::move(_waiting.extract(number).mapped()); // takes no memory
+}
+
+void BasicAuthenticator::serveNext() {
+    std::unique_lock lock(_mutex);
+    const Clock::time_point now = _now();
+    const std::optional<std::uint64_t> late = _queue.takeLate(now);
+    const std::optional<std::uint64_t> next = late ? late : _queue.takeNext(now);
+    if (!next) {
+        return;
+    }
+    const std::unique_ptr<Waiting> login = taken(*next);
+    lock.unlock();
+    login->done(late ? Judgement{{}, queueTime} : look(*login));
+}
+
+// The address pauses after a wrong password, but not after one that nobody could look at.
+Judgement BasicAuthenticator::look(const Waiting& login) {
+    const std::string& text = login.secret.text;
+    const std::size_t colon = text.find(':');
+    const std::string name = text.substr(0, colon);
+    const WipedText password{text.substr(colon + 1)};
+    std::optional<Account> account;
+    {
+        const std::lock_guard lock(_mutex);
+        if (const auto found = _users.find(name); found != _users.end()) {
+            account = found->second;
+        }
+    }
+    bool right = false;
+    try {
+        right = verifyPassword(account ? account->hash : _nobodysHash, password.text) && account;
+    } catch (const std::bad_alloc&) {
+        return {{}, memoryTime};
+    }
+    if (!right) {
+        _throttle.failed(login.address);
+        {
+            const std::lock_guard lock(_mutex);
+            _queue.failed(login.address);
+        }
+        _onFailure({login.address, account ? name : "", "unknown user or wrong password"});
+        return {};
+    }
+    const std::lock_guard lock(_mutex);
+    const auto user = _users.find(name); // may have changed meanwhile
+    if (user != _users.end() && user->second.hash == account->hash) {
+        _known[fingerprintOf(text)] = _now() + memory;
+    }
+    _queue.succeeded(login.address);
+    return {User{name, account->role}};
+}
+
+void BasicAuthenticator::replaceUsers(Users users) {
+    const std::lock_guard lock(_mutex);
+    _users = std::move(users);
+    _known.clear();
+}
+
+std::size_t BasicAuthenticator::waiting() const {
+    const std::lock_guard lock(_mutex);
+    return _queue.size();
+}
+
+BasicAuthenticator::Fingerprint BasicAuthenticator::fingerprintOf(std::string_view text) const {
     Fingerprint fingerprint{};
     crypto_generichash(fingerprint.data(), fingerprint.size(),
                        reinterpret_cast<const unsigned char*>(text.data()), text.size(),
@@ -96,16 +194,44 @@ BasicAuthenticator::Fingerprint BasicAuthenticator::fingerprintOf(const std::str
     return fingerprint;
 }
 
-bool BasicAuthenticator::isKnown(const Fingerprint& fingerprint) {
-    const std::lock_guard lock(_mutex);
-    const auto found = _known.find(fingerprint);
-    return found != _known.end() && _now() < found->second;
+PasswordThread::PasswordThread(BasicAuthenticator& authenticator)
+    : _authenticator(authenticator), _thread([this] { run(); }) {}
+
+PasswordThread::~PasswordThread() {
+    {
+        const std::lock_guard lock(_authenticator._mutex);
+        _ending = true;
+    }
+    _authenticator._added.notify_one();
+    _thread.join();
+    _authenticator._waiting.clear();
+    _authenticator._queue = LoginQueue();
 }
 
-// There is one fingerprint for each user at most.
-void BasicAuthenticator::remember(const Fingerprint& fingerprint) {
-    const std::lock_guard lock(_mutex);
-    _known[fingerprint] = _now() + memory;
+void PasswordThread::run() {
+    std::unique_lock lock(_authenticator._mutex);
+    while (!_ending) {
+        const auto next = _authenticator._queue.nextTurn();
+        if (!next) {
+            _authenticator._added.wait(lock);
+        } else if (*next > _authenticator._now()) {
+            _authenticator._added.wait_until(lock, *next);
+        } else {
+            lock.unlock();
+            serveNext();
+            lock.lock();
+        }
+    }
+}
+
+// Without memory even for less than a hash the login stays in the queue, or its client is cut off.
+void PasswordThread::serveNext() {
+    try {
+        _authenticator.serveNext();
+    } catch (const std::exception& error) {
+        spdlog::error("a password was not looked at: {}", error.what());
+        std::this_thread::sleep_for(faultPause);
+    }
 }
 
 } // namespace smisd

@@ -2,29 +2,13 @@
 
 #include <algorithm>
 
-#include <boost/asio/ip/address.hpp>
+#include "server/auth/AddressGroup.h"
 
 namespace smisd {
-namespace {
-
-// Whoever has one address of an IPv6 network has the whole /64.
-std::string groupOf(const std::string& address) {
-    boost::system::error_code error;
-    const auto parsed = boost::asio::ip::make_address_v6(address, error);
-    if (error || parsed.is_v4_mapped()) {
-        return address;
-    }
-    auto bytes = parsed.to_bytes();
-    std::fill(bytes.begin() + 8, bytes.end(), static_cast<unsigned char>(0));
-    return boost::asio::ip::make_address_v6(bytes).to_string();
-}
-
-} // namespace
-
 std::optional<std::chrono::milliseconds> LoginThrottle::admit(const std::string& address) {
     const std::lock_guard lock(_mutex);
     const Clock::time_point now = _now();
-    const auto found = _records.find(groupOf(address));
+    const auto found = _records.find(addressGroup(address));
     if (found == _records.end() || now - found->second.lastFailure > memory) {
         return std::chrono::milliseconds(0);
     }
@@ -42,7 +26,7 @@ void LoginThrottle::failed(const std::string& address) {
     const std::lock_guard lock(_mutex);
     const Clock::time_point now = _now();
     forget(now);
-    Record& record = _records[groupOf(address)];
+    Record& record = _records[addressGroup(address)];
     record.pause = std::clamp<std::chrono::seconds>(record.pause * 2, firstPause, longestPause);
     record.next = std::max(record.next, now + record.pause);
     record.lastFailure = now;

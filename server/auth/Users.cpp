@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdio>
 #include <fstream>
+#include <new>
 #include <optional>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
 #include <boost/algorithm/string/split.hpp>
@@ -57,6 +61,42 @@ std::optional<Users::value_type> userOf(const std::string& line) {
                    : std::nullopt;
 }
 
+// "$argon2id$v=19$m=65536,t=2,p=1$SALT$DIGEST", as hashPassword() makes it.
+struct HashParts {
+    unsigned long long passes = 0;
+    std::size_t memory = 0; // bytes
+    std::array<unsigned char, crypto_pwhash_SALTBYTES> salt{};
+    std::array<unsigned char, 32> digest{};
+};
+
+template<class Bytes>
+bool readBase64(std::string_view text, Bytes& bytes) {
+    std::size_t length = 0;
+    return sodium_base642bin(bytes.data(), bytes.size(), text.data(), text.size(), nullptr, &length,
+                             nullptr, sodium_base64_VARIANT_ORIGINAL_NO_PADDING) == 0 &&
+           length == bytes.size();
+}
+
+// For libsodium's own comparison a lack of memory is a wrong password, so that it serves only for
+// hashes that other programs have made.
+std::optional<HashParts> partsOf(const std::string& hash) {
+    HashParts parts;
+    unsigned long kibibytes = 0;
+    int end = 0;
+    if (std::sscanf(hash.c_str(), "$argon2id$v=19$m=%lu,t=%llu,p=1$%n", &kibibytes, &parts.passes,
+                    &end) != 2 ||
+        end == 0) {
+        return std::nullopt;
+    }
+    parts.memory = std::size_t{kibibytes} * 1024;
+    const std::string_view rest = std::string_view(hash).substr(static_cast<std::size_t>(end));
+    const std::size_t dollar = rest.find('$');
+    const bool isWhole = dollar != std::string_view::npos &&
+                         readBase64(rest.substr(0, dollar), parts.salt) &&
+                         readBase64(rest.substr(dollar + 1), parts.digest);
+    return isWhole ? std::optional(parts) : std::nullopt;
+}
+
 } // namespace
 
 std::string hashPassword(const std::string& password) {
@@ -72,8 +112,20 @@ std::string hashPassword(const std::string& password) {
 
 bool verifyPassword(const std::string& hash, const std::string& password) {
     requireSodium();
-    return isPasswordHash(hash) &&
-           crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
+    if (!isPasswordHash(hash)) {
+        return false;
+    }
+    const std::optional<HashParts> parts = partsOf(hash);
+    if (!parts) {
+        return crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
+    }
+    decltype(HashParts::digest) digest{};
+    if (crypto_pwhash(digest.data(), digest.size(), password.data(), password.size(),
+                      parts->salt.data(), parts->passes, parts->memory,
+                      crypto_pwhash_ALG_ARGON2ID13) != 0) {
+        throw std::bad_alloc();
+    }
+    return sodium_memcmp(digest.data(), parts->digest.data(), digest.size()) == 0;
 }
 
 bool isPasswordHash(const std::string& text) {

@@ -15,7 +15,7 @@ namespace smisd {
 // "$argon2id$v=19$...", 128 characters at most. Throws std::runtime_error without memory for it.
 std::string hashPassword(const std::string& password);
 
-// Compares in constant time.
+// Compares in constant time. Throws std::bad_alloc without memory for a hash.
 bool verifyPassword(const std::string& hash, const std::string& password);
 
 // Whether the text is a hash that verifyPassword understands.

@@ -48,9 +48,6 @@ public:
 
     // An empty text to fill and send; maybe with the room of one that was sent.
     virtual std::string spareText() { return {}; }
-
-    // In a request's handler: returns after this time; another request has the worker meanwhile.
-    virtual void wait(std::chrono::milliseconds time) = 0;
 };
 
 class ConnectionLost : public std::exception {

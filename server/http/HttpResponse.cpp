@@ -110,6 +110,12 @@ std::string refusal(const BadRequest& badRequest, bool keepOpen) {
            lengthHeader(0) + endOfHead(keepOpen);
 }
 
+std::string unavailable(const std::string& detail, std::chrono::seconds tryAgainAfter,
+                        bool keepOpen) {
+    return statusLine(503) + header("Retry-After", std::to_string(tryAgainAfter.count())) +
+           header("PGErrorDetail", percentEncoded(detail)) + lengthHeader(0) + endOfHead(keepOpen);
+}
+
 std::string unauthorized(const std::string& realm, bool keepOpen) {
     return statusLine(401) + header("WWW-Authenticate", "Basic realm=\"" + realm + "\"") +
            lengthHeader(0) + endOfHead(keepOpen);

@@ -1,6 +1,7 @@
 // Responses but for their bodies: status lines, headers and chunks, as OpenPegasus writes them.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -28,6 +29,8 @@ std::string lastChunk(int statusCode, const std::string& description);
 // A response without body. Its length is stated, so that the client does not wait for the end of
 // the connection.
 std::string refusal(const BadRequest& badRequest, bool keepOpen);
+std::string unavailable(const std::string& detail, std::chrono::seconds tryAgainAfter,
+                        bool keepOpen);
 std::string unauthorized(const std::string& realm, bool keepOpen);
 
 } // namespace smisd

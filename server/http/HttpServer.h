@@ -1,24 +1,38 @@
 // HTTP/1.1 on TCP and TLS.
 //
 // One thread does all that waits for clients; operations run on a fixed number of workers. So a
-// slow or silent client costs the others nothing.
+// slow or silent client costs the others nothing, and neither do strangers, who have half of the
+// connections at most, and no workers.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "server/http/HttpMessage.h"
 
 namespace smisd {
 
-// Carries out one request and returns whether the connection stays open; called by several threads
-// at once. What it throws ends the connection.
-using HttpHandler = std::function<bool(HttpRequest request, ResponseChannel& channel)>;
+// Carries out a request, whose body is there now, and returns whether the connection stays open;
+// called by a worker. What it throws ends the connection.
+using HttpJob = std::function<bool(std::string body, ResponseChannel& channel)>;
 
-// Judges a request by its head, before a long body is read: whether the body is wanted. If not, it
-// has answered, and the connection ends. Else as HttpHandler.
-using HttpAdmission = std::function<bool(const HttpRequest& head, ResponseChannel& channel)>;
+// What becomes of a request, judged by its head. Without job and refusal the connection ends.
+struct Admission {
+    HttpJob job{}; // it is accepted
+    // It is not: the response, after which the connection may stay open.
+    std::function<std::string(bool keepOpen)> refusal{};
+    bool keepOpen = false;
+    // Who sent it, has proved that, and has a share of the workers; nothing for a stranger.
+    std::optional<std::string> user{};
+};
+
+// Judges the head of each request before its body is read: calls `decide` once, before it returns
+// or later, on any thread. Called on the I/O thread, so it does not wait.
+using Decide = std::function<void(Admission)>;
+using HttpAdmission = std::function<void(HttpRequest head, Decide decide)>;
 
 struct ListenAddress {
     std::string address;     // numeric, IPv4 or IPv6
@@ -31,9 +45,7 @@ std::string toString(const ListenAddress& address);
 // Listeners, the I/O thread and the workers.
 class HttpServer {
 public:
-    HttpServer(
-        const HttpLimits& limits, HttpHandler handler,
-        HttpAdmission admission = [](const auto&, auto&) { return true; });
+    HttpServer(const HttpLimits& limits, HttpAdmission admission);
     ~HttpServer();
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
@@ -57,8 +69,10 @@ public:
     // Thread-safe.
     void stop();
 
-    // Thread-safe: connections that are open, and workers that carry an operation out.
+    // Thread-safe: connections that are open, connections that were refused because too many were,
+    // and workers that carry an operation out.
     unsigned connections() const;
+    std::uint64_t refusedConnections() const;
     unsigned busyWorkers() const;
 
 private:

@@ -1,6 +1,8 @@
 #include "server/http/OpenSessions.h"
 
+#include <algorithm>
 #include <exception>
+#include <thread>
 #include <utility>
 
 #include <spdlog/spdlog.h>
@@ -11,79 +13,114 @@ namespace {
 // A client that has taken less time than this is not slow.
 constexpr std::chrono::milliseconds leastWait{500};
 
-bool awaitsClient(const Session& session) {
-    return session.state() == Session::State::idle || session.state() == Session::State::receiving;
+// Half of the connections may be strangers', and where there are few, all.
+constexpr unsigned fewConnections = 16;
+
+constexpr std::chrono::milliseconds faultPause{50};
+
+template<class Action>
+void forEach(const Crowd& crowd, Action action) {
+    const auto& sessions = crowd.sessions();
+    for (auto next = sessions.begin(); next != sessions.end();) {
+        Session& session = **next++; // which may leave
+        action(session);
+    }
+}
+
+// A fault may leave no memory to tell of it.
+void tell(const char* what) {
+    try {
+        spdlog::error("connection ended: {}", what);
+    } catch (...) {
+    }
 }
 
 } // namespace
 
-OpenSessions::OpenSessions(const HttpLimits& theLimits, HttpHandler theHandler,
-                           HttpAdmission theAdmission)
-    : limits(theLimits), handler(std::move(theHandler)), admission(std::move(theAdmission)),
-      workers(theLimits.workers) {}
+OpenSessions::OpenSessions(const HttpLimits& theLimits, HttpAdmission theAdmission)
+    : limits(theLimits), admission(std::move(theAdmission)), workers(theLimits.workers) {}
 
 void OpenSessions::enter(Session& session) {
-    _sessions.insert(&session);
+    _strangers.add(session);
     ++_count;
 }
 
+void OpenSessions::becomeUsers(Session& session) {
+    _users.add(session);
+    _strangers.remove(session);
+}
+
 void OpenSessions::leave(Session& session) {
-    _sessions.erase(&session);
-    --_count;
-    if (_stopping && _sessions.empty()) {
+    const std::size_t before = _strangers.size() + _users.size();
+    _strangers.remove(session);
+    _users.remove(session);
+    _count -= static_cast<unsigned>(before - _strangers.size() - _users.size());
+    if (_stopping && _count == 0) {
         _stopTimer.cancel();
     }
 }
 
-bool OpenSessions::makeRoom() {
-    for (const Session::State state : {Session::State::idle, Session::State::receiving}) {
-        Session* const oldest = oldestIn(state);
-        if (oldest != nullptr && Session::Clock::now() - oldest->since() > leastWait) {
-            oldest->close();
-            return true;
-        }
-    }
-    return false;
+std::size_t OpenSessions::mostStrangers() const {
+    return std::max(limits.connections / 2, std::min(limits.connections, fewConnections));
 }
 
-Session* OpenSessions::oldestIn(Session::State state) const {
-    Session* oldest = nullptr;
-    for (Session* const session : _sessions) {
-        if (session->state() == state &&
-            (oldest == nullptr || session->since() < oldest->since())) {
-            oldest = session;
-        }
+bool OpenSessions::makeRoom(const Origin& newcomer) {
+    const bool tooManyStrangers = _strangers.size() >= mostStrangers();
+    if (_count < limits.connections && !tooManyStrangers) {
+        return true;
     }
-    return oldest;
+    Session* out = _strangers.largestFor(newcomer);
+    const auto then = Session::Clock::now() - leastWait;
+    if (out == nullptr) {
+        out = _strangers.waitingSince(then);
+    }
+    if (out == nullptr && !tooManyStrangers) {
+        out = _users.waitingSince(then);
+    }
+    if (out != nullptr) {
+        out->close();
+    }
+    return out != nullptr;
 }
 
 void OpenSessions::stop() {
     _stopping = true;
-    for (Session* const session : _sessions) {
-        if (awaitsClient(*session)) {
-            session->close();
-        }
+    for (const Crowd* const crowd : {&_strangers, &_users}) {
+        forEach(*crowd, [](Session& session) {
+            if (session.state() == Session::State::idle ||
+                session.state() == Session::State::receiving) {
+                session.close();
+            }
+        });
     }
-    if (_sessions.empty()) {
+    if (_count == 0) {
         return;
     }
     _stopTimer.expires_after(limits.stopTime);
     _stopTimer.async_wait([this](const boost::system::error_code& cancelled) {
         if (!cancelled) {
-            for (Session* const session : _sessions) {
-                session->close();
+            for (const Crowd* const crowd : {&_strangers, &_users}) {
+                forEach(*crowd, [](Session& session) { session.close(); });
             }
         }
     });
 }
 
-void OpenSessions::run() {
+void OpenSessions::run(const std::function<void()>& prepare) {
     for (;;) {
+        bool prepared = false;
         try {
+            prepare();
+            prepared = true;
             io.run();
             return;
         } catch (const std::exception& error) {
-            spdlog::error("connection ended: {}", error.what());
+            tell(error.what());
+        } catch (...) {
+            tell("unknown error");
+        }
+        if (!prepared) {
+            std::this_thread::sleep_for(faultPause);
         }
     }
 }

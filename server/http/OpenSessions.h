@@ -3,11 +3,13 @@
 
 #include <atomic>
 #include <chrono>
-#include <set>
+#include <cstddef>
+#include <functional>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
 
+#include "server/http/Crowd.h"
 #include "server/http/HttpMessage.h"
 #include "server/http/HttpServer.h"
 #include "server/http/Session.h"
@@ -18,40 +20,46 @@ namespace smisd {
 // Belongs to the I/O thread, but for the constants, the workers and count().
 class OpenSessions {
 public:
-    OpenSessions(const HttpLimits& limits, HttpHandler handler, HttpAdmission admission);
+    OpenSessions(const HttpLimits& limits, HttpAdmission admission);
 
-    // A session is there from its first moment to its last.
+    // A session is there from its first moment until it is closed, first as a stranger's, then,
+    // after a request that was accepted, as a user's.
     void enter(Session& session);
+    void becomeUsers(Session& session);
     void leave(Session& session);
 
     // For any thread.
     unsigned count() const { return _count; }
 
-    // Closes, for a new connection, the session that has waited longest for its next request, or
-    // else for the rest of one; returns whether there was any.
-    bool makeRoom();
+    // Whether one more connection, from there, may be opened. If that would be too many, or too
+    // many of strangers, it closes another one, if it may: a stranger's of those of whom there are
+    // most; or one that has kept the server waiting for a while.
+    bool makeRoom(const Origin& newcomer);
 
     // Ends the sessions: requests in progress are answered, within their time.
     void stop();
     bool stopping() const { return _stopping; }
 
-    // Runs the I/O thread to its end. What goes wrong in one session ends that session only.
-    void run();
+    // Runs the I/O thread to its end. What goes wrong in one session ends that session only. At the
+    // beginning and after each such fault calls `prepare`, which makes good what the fault may have
+    // cut off.
+    void run(const std::function<void()>& prepare);
 
     const HttpLimits limits;
-    const HttpHandler handler;
     const HttpAdmission admission;
 
 private:
-    Session* oldestIn(Session::State state) const;
+    std::size_t mostStrangers() const;
 
     std::atomic<unsigned> _count{0}; // of the open sessions
     bool _stopping = false;
-    std::set<Session*> _sessions; // before io, which may hold some of them to its end
+    Crowd _strangers; // before io, which may hold some of them to its end
+    Crowd _users;
 
 public:
     boost::asio::io_context io{1};
     WorkerPool workers;
+    WorkerPool strangersWorker{1}; // carries out what needs no password
 
 private:
     boost::asio::steady_timer _stopTimer{io};

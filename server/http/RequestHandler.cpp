@@ -1,7 +1,7 @@
 #include "server/http/RequestHandler.h"
 
-#include <chrono>
-#include <optional>
+#include <new>
+#include <utility>
 
 #include <spdlog/spdlog.h>
 
@@ -15,8 +15,13 @@ namespace smisd {
 namespace {
 
 // A client that does not speak CIM-XML has nothing more to say.
-bool endsConnection(const BadRequest& badRequest) {
-    return badRequest.cimError().empty() && badRequest.status() != 400;
+bool staysOpen(const BadRequest& badRequest, bool keepAlive) {
+    return keepAlive && (!badRequest.cimError().empty() || badRequest.status() == 400);
+}
+
+// The detail may quote what the client sent, and that may be a secret.
+void tell(const std::string& peer, const BadRequest& badRequest) {
+    spdlog::debug("{}: refused: {} {}", peer, badRequest.status(), badRequest.cimError());
 }
 
 } // namespace
@@ -26,72 +31,84 @@ RequestHandler::RequestHandler(Dispatcher& dispatcher, Authenticator* authentica
     : _dispatcher(dispatcher), _authenticator(authenticator), _hostName(std::move(hostName)),
       _limits(limits) {}
 
-bool RequestHandler::admit(const HttpRequest& head, ResponseChannel& channel) {
-    bool accepted = false;
-    orRefuse(head, channel, [&] {
-        accepted = accept(head, channel).has_value();
-        return accepted;
-    });
-    return accepted;
-}
-
-bool RequestHandler::handle(HttpRequest request, ResponseChannel& channel) {
-    return orRefuse(request, channel, [&] {
-        const std::optional<Accepted> accepted = accept(request, channel);
-        if (!accepted) {
-            return request.keepAlive;
-        }
-        const DecodedRequest decoded =
-            decodeRequest(std::move(request.body), accepted->cim.headers, _limits.depth);
-        return answer({_dispatcher, accepted->cim, decoded, accepted->context, channel,
-                       request.keepAlive, _limits.queueBytes});
-    });
-}
-
-bool RequestHandler::orRefuse(const HttpRequest& request, ResponseChannel& channel,
-                              const std::function<bool()>& serve) {
+void RequestHandler::admit(HttpRequest head, Decide decide) const {
     try {
-        return serve();
+        checkHttpMethod(head);
     } catch (const BadRequest& badRequest) {
-        const bool keepOpen = request.keepAlive && !endsConnection(badRequest);
-        // The detail may quote what the client sent, and that may be a secret.
-        spdlog::debug("{}: refused: {} {}", request.peer, badRequest.status(),
-                      badRequest.cimError());
-        channel.send(refusal(badRequest, keepOpen));
-        return keepOpen;
+        decide(refused(head, badRequest));
+        return;
     }
+    if (_authenticator == nullptr) {
+        decide(accepted(head, {"", Role::administrator}));
+        return;
+    }
+    const WipedString credentials(head.header("Authorization").value_or(""));
+    const std::string address = head.peer;
+    _authenticator->judge(
+        {credentials, address},
+        [this, head = std::move(head), decide = std::move(decide)](const Judgement& judgement) {
+            Admission admission; // without memory for another the client is cut off
+            try {
+                admission = judged(head, judgement);
+            } catch (const std::bad_alloc&) {
+            }
+            decide(std::move(admission));
+        });
 }
 
-// All that the head says; nothing after the request was refused.
-std::optional<RequestHandler::Accepted> RequestHandler::accept(const HttpRequest& request,
-                                                               ResponseChannel& channel) {
-    checkHttpMethod(request);
-    RequestContext context;
-    context.address = request.peer;
-    if (_authenticator != nullptr) {
-        const std::optional<User> user = authenticated(request, channel);
-        if (!user) {
-            return std::nullopt;
-        }
-        context.userName = fromUtf8(user->name);
-        context.role = user->role;
+Admission RequestHandler::judged(const HttpRequest& head, const Judgement& judgement) const {
+    if (judgement.user) {
+        return accepted(head, *judgement.user);
     }
-    CimRequest cim = readCimRequest(request);
+    if (const auto time = judgement.tryAgainAfter) {
+        return {{},
+                [time = *time](bool keepOpen) {
+                    return unavailable("The password was not looked at", time, keepOpen);
+                },
+                head.keepAlive};
+    }
+    return {
+        {}, [this](bool keepOpen) { return unauthorized(_hostName, keepOpen); }, head.keepAlive};
+}
+
+// The rest of what the head says, and what is to be done with the body.
+Admission RequestHandler::accepted(const HttpRequest& head, const User& user) const {
+    RequestContext context;
+    context.address = head.peer;
+    context.userName = fromUtf8(user.name);
+    context.role = user.role;
+    CimRequest cim;
+    try {
+        cim = readCimRequest(head);
+    } catch (const BadRequest& badRequest) {
+        return refused(head, badRequest, user.name);
+    }
     context.acceptLanguage = fromUtf8(cim.acceptLanguage);
     context.contentLanguage = fromUtf8(cim.contentLanguage);
-    return Accepted{std::move(cim), std::move(context)};
+    const auto job = [this, cim = std::move(cim), context = std::move(context),
+                      keepAlive = head.keepAlive](std::string body, ResponseChannel& channel) {
+        try {
+            const DecodedRequest decoded =
+                decodeRequest(std::move(body), cim.headers, _limits.depth);
+            return answer(
+                {_dispatcher, cim, decoded, context, channel, keepAlive, _limits.queueBytes});
+        } catch (const BadRequest& badRequest) {
+            const bool keepOpen = staysOpen(badRequest, keepAlive);
+            tell(context.address, badRequest);
+            channel.send(refusal(badRequest, keepOpen));
+            return keepOpen;
+        }
+    };
+    return {job, {}, head.keepAlive, user.name};
 }
 
-// The user, or nothing after the request was refused.
-std::optional<User> RequestHandler::authenticated(const HttpRequest& request,
-                                                  ResponseChannel& channel) {
-    const std::string_view credentials = request.header("Authorization").value_or("");
-    std::optional<User> user = _authenticator->userOf(
-        {credentials, request.peer, [&](std::chrono::milliseconds time) { channel.wait(time); }});
-    if (!user) {
-        channel.send(unauthorized(_hostName, request.keepAlive));
-    }
-    return user;
+Admission RequestHandler::refused(const HttpRequest& head, const BadRequest& badRequest,
+                                  const std::optional<std::string>& user) const {
+    tell(head.peer, badRequest);
+    return {{},
+            [badRequest](bool keepOpen) { return refusal(badRequest, keepOpen); },
+            staysOpen(badRequest, head.keepAlive),
+            user};
 }
 
 } // namespace smisd

@@ -1,20 +1,18 @@
 // From one HTTP request to its response.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 
 #include "server/auth/Authenticator.h"
 #include "server/http/CimRequest.h"
 #include "server/http/HttpMessage.h"
+#include "server/http/HttpServer.h"
 #include "server/operation/Dispatcher.h"
 
 namespace smisd {
 
-// Checks who asks and what, has the operation carried out, and sends the answer.
-//
-// Thread-safe; each call keeps its thread until the operation has ended.
+// Checks who asks and what, has the operation carried out, and sends the answer. Thread-safe.
 class RequestHandler {
 public:
     // Without an authenticator every request is accepted, with the user name "". Both outlive the
@@ -23,25 +21,15 @@ public:
     RequestHandler(Dispatcher& dispatcher, Authenticator* authenticator, std::string hostName,
                    const HttpLimits& limits);
 
-    // Whether a request with this head would be carried out; if not, it was refused. Throws
-    // ConnectionLost.
-    bool admit(const HttpRequest& head, ResponseChannel& channel);
-
-    // Returns whether the connection stays open. Throws ConnectionLost.
-    bool handle(HttpRequest request, ResponseChannel& channel);
+    // As HttpAdmission. The job of an accepted request decodes its body, has the operation carried
+    // out and sends the answer; it keeps its thread until that is done. The handler outlives it.
+    void admit(HttpRequest head, Decide decide) const;
 
 private:
-    struct Accepted {
-        CimRequest cim;
-        RequestContext context;
-    };
-
-    std::optional<Accepted> accept(const HttpRequest& request, ResponseChannel& channel);
-    std::optional<User> authenticated(const HttpRequest& request, ResponseChannel& channel);
-    // Returns what `serve` does, or, when it throws BadRequest, sends the refusal and returns
-    // whether the connection stays open.
-    bool orRefuse(const HttpRequest& request, ResponseChannel& channel,
-                  const std::function<bool()>& serve);
+    Admission judged(const HttpRequest& head, const Judgement& judgement) const;
+    Admission accepted(const HttpRequest& head, const User& user) const;
+    Admission refused(const HttpRequest& head, const BadRequest& badRequest,
+                      const std::optional<std::string>& user = {}) const;
 
     Dispatcher& _dispatcher;
     Authenticator* const _authenticator;

@@ -4,8 +4,8 @@
 #include <exception>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
-#include <thread>
 #include <utility>
 
 #include <boost/asio.hpp>
@@ -14,6 +14,7 @@
 #include <spdlog/spdlog.h>
 
 #include "server/auth/Wiping.h"
+#include "server/http/HandlerMemory.h"
 #include "server/http/HttpMessage.h"
 #include "server/http/HttpResponse.h"
 #include "server/http/OpenSessions.h"
@@ -30,20 +31,26 @@ namespace http = boost::beast::http;
 using boost::system::error_code;
 
 constexpr std::size_t sliceBytes = 64 * 1024; // read or sent at a time
-constexpr std::size_t shortBody = 64 * 1024;
 constexpr std::chrono::seconds lingerTime{2};
 constexpr std::string_view continueHead = "HTTP/1.1 100 Continue\r\n\r\n";
 
-// Reads requests one after the other, has each handled on a worker, and sends what comes back.
-// Lives as long as an operation on its stream or a request on a worker needs it; it is created and
-// destroyed on the I/O thread.
+// What a stranger may cost, beside the head of a request.
+constexpr std::size_t strangersSlice = 4 * 1024; // read at a time
+constexpr std::size_t shortBody = 16 * 1024;     // of a request that is refused
+constexpr unsigned mostRefusals = 10;            // one after the other; then the connection ends
+constexpr std::chrono::seconds strangersSendTime{2};
+constexpr std::size_t mostDrained = 256 * 1024; // after the last response
+
+// Reads requests one after the other, has each judged by its head and carried out by a worker, and
+// sends what comes back. Lives as long as an operation on its stream or a request on a worker needs
+// it; it is created and destroyed on the I/O thread.
 template<class Stream>
 class StreamSession : public Session,
                       public ResponseChannel,
                       public std::enable_shared_from_this<StreamSession<Stream>> {
 public:
-    StreamSession(OpenSessions& sessions, Stream stream, std::string peer)
-        : _sessions(sessions), _stream(std::move(stream)), _peer(std::move(peer)),
+    StreamSession(OpenSessions& sessions, Stream stream, Origin origin)
+        : Session(std::move(origin)), _sessions(sessions), _stream(std::move(stream)),
           _queue(sessions.limits.queueBytes) {
         _sessions.enter(*this);
     }
@@ -61,27 +68,33 @@ public:
 
     void close() override {
         enterState(State::closed);
+        _sessions.leave(*this);
         _queue.lose();
         beast::get_lowest_layer(_stream).close();
     }
 
     // ResponseChannel, on a worker.
     void send(std::string bytes) override {
-        _queue.reserve(bytes.size(), _sessions.workers);
+        _queue.reserve(bytes.size(), workers());
         asio::post(_sessions.io, [self = self(), bytes = std::move(bytes)]() mutable {
             self->_queue.push(std::move(bytes));
             self->write();
         });
     }
     std::string spareText() override { return _queue.spareText(); }
-    void wait(std::chrono::milliseconds time) override {
-        _sessions.workers.whileWaiting([time] { std::this_thread::sleep_for(time); });
-    }
 
 private:
-    std::shared_ptr<StreamSession> self() { return this->shared_from_this(); }
+    using Self = std::shared_ptr<StreamSession>;
+
+    Self self() { return this->shared_from_this(); }
     void expireAfter(std::chrono::seconds time) {
         beast::get_lowest_layer(_stream).expires_after(time);
+    }
+
+    // For the last step of another thread: also without memory, the I/O thread gets the session
+    // back, where it is destroyed if nobody needs it any more.
+    auto withItsMemory(auto handler) {
+        return asio::bind_allocator(HandlerAllocator<std::byte>(_memory), std::move(handler));
     }
 
     // Reading a request
@@ -96,7 +109,7 @@ private:
             readHead();
         } else {
             expireAfter(_sessions.limits.idleTime);
-            _stream.async_read_some(_input.prepare(sliceBytes),
+            _stream.async_read_some(_input.prepare(_isUsers ? sliceBytes : strangersSlice),
                                     [self = self()](error_code error, std::size_t count) {
                                         self->_input.commit(count);
                                         if (!error) {
@@ -123,14 +136,45 @@ private:
         http::async_read_header(_stream, _input, *_parser, unlessBad(&StreamSession::checkHead));
     }
 
-    // A long body is read only when the head has been accepted.
     void checkHead() {
         if (const std::optional<BadRequest> badRequest = refusalOf(*_parser)) {
             refuse(badRequest);
-        } else if (expectsContinue() || _parser->chunked() ||
-                   _parser->content_length().value_or(0) > shortBody) {
-            onWorker([this, head = received(false)] { return _sessions.admission(head, *this); },
-                     &StreamSession::admitted);
+            return;
+        }
+        enterState(State::working);
+        _sessions.admission(received(), [self = self()](Admission admission) mutable {
+            decide(std::move(self), std::move(admission));
+        });
+    }
+
+    // On any thread, to which the session belongs until then.
+    static void decide(Self self, Admission admission) {
+        self->_admission = std::move(admission);
+        StreamSession& session = *self;
+        asio::dispatch(session._sessions.io,
+                       session.withItsMemory([self = std::move(self)] { self->decided(); }));
+    }
+
+    // The body of a request that is refused is read if it is short, so that the connection can stay
+    // open.
+    void decided() {
+        if (_queue.lost()) {
+            return;
+        }
+        if (_admission.user && !std::exchange(_isUsers, true)) {
+            _sessions.becomeUsers(*this);
+        }
+        if (!_admission.job && (expectsContinue() || _parser->chunked() ||
+                                _parser->content_length().value_or(0) > shortBody)) {
+            _admission.keepOpen = false;
+            sendRefusal();
+            return;
+        }
+        enterState(State::receiving);
+        expireAfter(_sessions.limits.requestTime);
+        if (expectsContinue()) {
+            asio::async_write(_stream, asio::buffer(continueHead),
+                              unlessBad(&StreamSession::readBody));
         } else {
             readBody();
         }
@@ -140,21 +184,10 @@ private:
         return beast::iequals(_parser->get()[http::field::expect], "100-continue");
     }
 
-    void admitted(bool accepted) {
-        if (!accepted) {
-            handled(false);
-            return;
-        }
-        enterState(State::receiving);
-        if (!expectsContinue()) {
-            readBody();
-            return;
-        }
-        asio::async_write(_stream, asio::buffer(continueHead), unlessBad(&StreamSession::readBody));
-    }
-
     void readBody() {
-        http::async_read(_stream, _input, *_parser, unlessBad(&StreamSession::handle));
+        http::async_read(_stream, _input, *_parser,
+                         unlessBad(_admission.job ? &StreamSession::haveCarriedOut
+                                                  : &StreamSession::sendRefusal));
     }
 
     // Goes on with `next` when a part of the request has been read, and refuses a bad request.
@@ -169,54 +202,61 @@ private:
     }
 
     // The request, without its body.
-    HttpRequest received(bool keepAlive) const {
+    HttpRequest received() const {
         const auto& message = _parser->get();
         HttpRequest request;
         request.method = std::string(message.method_string());
         request.target = std::string(message.target());
         request.version = message.version();
-        request.keepAlive = keepAlive;
+        request.keepAlive = message.keep_alive() && !_sessions.stopping();
         for (const auto& field : message) {
             request.add(field.name_string(), field.value());
         }
-        request.peer = _peer;
+        request.peer = origin().address;
         return request;
     }
 
-    // Having it handled
+    // Having it carried out
 
-    void handle() {
-        HttpRequest request = received(_parser->get().keep_alive() && !_sessions.stopping());
-        request.body = std::move(_parser->get().body());
-        onWorker(
-            [this, request = std::move(request)]() mutable {
-                return _sessions.handler(std::move(request), *this);
+    // What is accepted of a stranger does not keep users waiting.
+    WorkerPool& workers() { return _isUsers ? _sessions.workers : _sessions.strangersWorker; }
+
+    // The connection is the worker's until the I/O thread gets the result, which is false when the
+    // job has thrown.
+    void haveCarriedOut() {
+        enterState(State::working);
+        _refusals = 0;
+        const std::string user = _admission.user.value_or("");
+        workers().post(
+            [self = self(), job = std::exchange(_admission.job, {}),
+             body = std::move(_parser->get().body()),
+             work = asio::make_work_guard(_sessions.io)]() mutable {
+                bool keepOpen = false;
+                try {
+                    keepOpen = job(std::move(body), *self);
+                } catch (const ConnectionLost&) {
+                } catch (const std::exception& error) {
+                    self->tell(error.what());
+                } catch (...) { // Pegasus' exceptions are no std::exception
+                    self->tell("unknown error");
+                }
+                StreamSession& session = *self;
+                asio::post(session._sessions.io,
+                           session.withItsMemory(
+                               [self = std::move(self), keepOpen] { self->handled(keepOpen); }));
             },
-            &StreamSession::handled);
+            user);
     }
 
-    // Has a worker call `serve`; the connection is the worker's until `then` gets the result, which
-    // is false when `serve` has thrown.
-    template<class Serve>
-    void onWorker(Serve serve, void (StreamSession::*then)(bool)) {
-        enterState(State::working);
-        _sessions.workers.post([self = self(), serve = std::move(serve), then,
-                                work = asio::make_work_guard(_sessions.io)]() mutable {
-            bool result = false;
-            try {
-                result = serve();
-            } catch (const ConnectionLost&) {
-            } catch (const std::exception& error) {
-                spdlog::error("{}: connection ended: {}", self->_peer, error.what());
-            } catch (...) { // Pegasus' exceptions are no std::exception
-                spdlog::error("{}: connection ended by an unknown error", self->_peer);
-            }
-            asio::io_context& io = self->_sessions.io;
-            asio::post(io, [self = std::move(self), then, result] { (*self.*then)(result); });
-        });
+    void tell(const char* error) const {
+        try {
+            spdlog::error("{}: connection ended: {}", origin().address, error);
+        } catch (...) { // there may be no memory for it
+        }
     }
 
     void handled(bool keepOpen) {
+        _admission = {};
         _answered = true;
         _keepOpen = keepOpen;
         write();
@@ -224,14 +264,27 @@ private:
 
     // A request that cannot be read; nothing when its connection is lost.
     void refuse(const std::optional<BadRequest>& badRequest) {
-        if (!badRequest || _queue.lost()) {
+        if (badRequest && !_queue.lost()) {
+            respond(refusal(*badRequest, false), false);
+        }
+    }
+
+    void sendRefusal() {
+        if (!_admission.refusal || _queue.lost()) {
+            close();
             return;
         }
+        _refusals = _admission.user ? 0 : _refusals + 1;
+        const bool keepOpen =
+            _admission.keepOpen && _refusals < mostRefusals && !_sessions.stopping();
+        respond(_admission.refusal(keepOpen), keepOpen);
+    }
+
+    void respond(std::string response, bool keepOpen) {
         enterState(State::working);
-        std::string response = refusal(*badRequest, false);
         _queue.reserve(response.size(), _sessions.workers);
         _queue.push(std::move(response));
-        handled(false);
+        handled(keepOpen);
     }
 
     // Sending the response
@@ -248,14 +301,16 @@ private:
             return;
         }
         _writing = true;
+        enterState(State::sending);
         const std::string_view slice = _queue.next(sliceBytes);
-        expireAfter(_sessions.limits.sendTime);
+        expireAfter(_isUsers ? _sessions.limits.sendTime : strangersSendTime);
         asio::async_write(_stream, asio::buffer(slice),
                           [self = self()](error_code error, std::size_t count) {
                               if (error) {
                                   self->_queue.lose();
                               } else {
                                   self->_writing = false;
+                                  self->enterState(State::working);
                                   self->_queue.sent(count);
                                   self->write();
                               }
@@ -264,35 +319,56 @@ private:
 
     // Lets the client read what was sent, then closes.
     void end() {
+        enterState(State::ending);
         expireAfter(lingerTime);
         endStream(_stream, [self = self()](error_code) { self->drain(); });
     }
     void drain() {
         _input.clear();
+        if (!_isUsers && _drained > mostDrained) {
+            linger();
+            return;
+        }
         beast::get_lowest_layer(_stream).async_read_some(
-            _input.prepare(sliceBytes), [self = self()](error_code error, std::size_t) {
+            _input.prepare(sliceBytes), [self = self()](error_code error, std::size_t count) {
+                self->_drained += count;
                 error ? self->close() : self->drain();
             });
     }
 
+    // Who goes on sending instead of reading is not read from any more.
+    void linger() {
+        auto time = std::make_shared<asio::steady_timer>(_sessions.io, lingerTime);
+        time->async_wait([self = self(), time](error_code) {
+            if (self->state() != State::closed) {
+                self->close();
+            }
+        });
+    }
+
     OpenSessions& _sessions;
     Stream _stream;
-    const std::string _peer;
     beast::basic_flat_buffer<WipingAllocator<char>> _input;
     std::optional<RequestParser> _parser;
+    Admission _admission; // of the request that was read last
+    HandlerMemory _memory;
     SendQueue _queue;
-    bool _answered = false; // all of the response was sent, or is in the queue
-    bool _keepOpen = false; // after this response
-    bool _writing = false;  // a write is under way
+    bool _isUsers = false;    // a request was accepted of somebody who proved who it is
+    unsigned _refusals = 0;   // since a request was accepted
+    std::size_t _drained = 0; // after the last response
+    bool _answered = false;   // all of the response was sent, or is in the queue
+    bool _keepOpen = false;   // after this response
+    bool _writing = false;    // a write is under way
 };
 
 } // namespace
 
 template<class Stream>
-void startSession(OpenSessions& sessions, Stream stream, std::string peer) {
-    std::make_shared<StreamSession<Stream>>(sessions, std::move(stream), std::move(peer))->start();
+void startSession(OpenSessions& sessions, Stream stream, Origin origin) {
+    std::make_shared<StreamSession<Stream>>(sessions, std::move(stream), std::move(origin))
+        ->start();
 }
-template void startSession(OpenSessions&, PlainStream, std::string);
-template void startSession(OpenSessions&, TlsStream, std::string);
+template void startSession(OpenSessions&, PlainStream, Origin);
+template void startSession(OpenSessions&, TlsStream, Origin);
 
 } // namespace smisd

@@ -3,6 +3,9 @@
 
 #include <chrono>
 #include <string>
+#include <utility>
+
+#include "server/http/Crowd.h"
 
 namespace smisd {
 
@@ -16,17 +19,24 @@ public:
     enum class State {
         idle,      // waits for the next request
         receiving, // a request, or a TLS handshake
-        working,   // a request is handled, its response is sent
+        sending,   // a part of a response, which the client takes
+        ending,    // nothing more is sent, the client may read
+        working,   // a password is looked at, or a request is carried out
         closed,
     };
 
+    explicit Session(Origin origin) : _origin(std::move(origin)) {}
     virtual ~Session() = default;
 
     // Ends it at once; a request in progress gets ConnectionLost.
     virtual void close() = 0;
 
+    const Origin& origin() const { return _origin; }
     State state() const { return _state; }
     Clock::time_point since() const { return _since; } // it entered the state
+
+    // Whether it is the client who has to do something next.
+    bool awaitsClient() const { return _state < State::working; }
 
 protected:
     void enterState(State state) {
@@ -35,13 +45,14 @@ protected:
     }
 
 private:
+    const Origin _origin;
     State _state = State::idle;
     Clock::time_point _since;
 };
 
-// Serves the client at the other end of a PlainStream or TlsStream, whose address is `peer`, until
-// one of both ends the connection. On the I/O thread; returns at once.
+// Serves the client at the other end of a PlainStream or TlsStream, until one of both ends the
+// connection. On the I/O thread; returns at once.
 template<class Stream>
-void startSession(OpenSessions& sessions, Stream stream, std::string peer);
+void startSession(OpenSessions& sessions, Stream stream, Origin origin);
 
 } // namespace smisd

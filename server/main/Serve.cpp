@@ -1,13 +1,16 @@
 #include "server/main/Serve.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -61,8 +64,8 @@ void tell(AuditLog& audit, Metrics& metrics, const FailedLogin& login) {
     audit.writeSummed(record);
 }
 
-std::unique_ptr<Authenticator> openAuthenticator(const Options& options, AuditLog& audit,
-                                                 Metrics& metrics) {
+std::unique_ptr<BasicAuthenticator> openAuthenticator(const Options& options, AuditLog& audit,
+                                                      Metrics& metrics) {
     if (options.users.empty()) {
         spdlog::warn("authentication is off: whoever reaches this server may change the array");
         return nullptr;
@@ -102,10 +105,36 @@ std::string listenOn(const Options& options, HttpServer& server) {
 }
 
 Gauges gaugesOf(const HttpServer& server, const Options& options,
-                const ServerDispatcher& dispatcher, const StandardOutput& output,
-                const AuditLog& audit) {
-    return {server.connections(),          options.limits.workers, server.busyWorkers(),
-            dispatcher.openEnumerations(), output.dropped(),       audit.lost()};
+                const BasicAuthenticator* authenticator, const ServerDispatcher& dispatcher,
+                const StandardOutput& output, const AuditLog& audit) {
+    return {server.connections(),
+            options.limits.workers,
+            server.busyWorkers(),
+            dispatcher.openEnumerations(),
+            output.dropped(),
+            audit.lost(),
+            authenticator != nullptr ? authenticator->waiting() : 0,
+            server.refusedConnections()};
+}
+
+// The module's database and the log need some too.
+void raiseOpenFiles(unsigned connections) {
+    constexpr rlim_t others = 128;
+    const rlim_t needed = connections + others;
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur >= needed) {
+        return;
+    }
+    const rlim_t before = limit.rlim_cur;
+    limit.rlim_cur = std::min(limit.rlim_max, needed);
+    if (limit.rlim_cur <= before || setrlimit(RLIMIT_NOFILE, &limit) != 0) {
+        limit.rlim_cur = before;
+    }
+    if (limit.rlim_cur < needed) {
+        spdlog::warn("at most {} files may be open, --max-connections {} needs {}: raise the limit "
+                     "(ulimit -n, LimitNOFILE= of systemd) or lower the option",
+                     limit.rlim_cur, connections, needed);
+    }
 }
 
 } // namespace
@@ -114,10 +143,12 @@ void serve(const Options& options) {
     if (!options.state.empty()) {
         passStateDirectory(options.state);
     }
+    raiseOpenFiles(options.limits.connections);
     const StandardOutput output; // the module writes lines to it
     AuditLog audit = openAudit(options);
     Metrics metrics;
-    const std::unique_ptr<Authenticator> authenticator = openAuthenticator(options, audit, metrics);
+    const std::unique_ptr<BasicAuthenticator> authenticator =
+        openAuthenticator(options, audit, metrics);
     Repository repository;
     readMofDirectory(options.mof, repository);
     requireLoadable(options.module);
@@ -129,20 +160,25 @@ void serve(const Options& options) {
     RequestHandler handler(measured, authenticator.get(), hostName, options.limits);
     HttpServer* running = nullptr;
     const MonitorPages monitor(
-        [&] { return metrics.text(gaugesOf(*running, options, dispatcher, output, audit)); },
-        [&] { return whyNotHealthy(dispatcher); });
-    HttpServer server(
-        options.limits,
-        [&](HttpRequest request, ResponseChannel& channel) {
-            return MonitorPages::serves(request) ? monitor.handle(request, channel)
-                                                 : handler.handle(std::move(request), channel);
+        [&] {
+            return metrics.text(
+                gaugesOf(*running, options, authenticator.get(), dispatcher, output, audit));
         },
-        [&handler](const HttpRequest& head, ResponseChannel& channel) {
-            return handler.admit(head, channel);
-        });
+        [&] { return whyNotHealthy(dispatcher); });
+    HttpServer server(options.limits, [&](HttpRequest head, Decide decide) {
+        if (MonitorPages::serves(head)) {
+            decide(monitor.admit(head));
+        } else {
+            handler.admit(std::move(head), std::move(decide));
+        }
+    });
     running = &server;
     server.onReload([&] { reload(audit); });
     const std::string urls = listenOn(options, server);
+    std::optional<PasswordThread> passwords; // after the server, whose clients wait for it
+    if (authenticator) {
+        passwords.emplace(*authenticator);
+    }
     std::cout << "smisd: listening on" << urls << std::endl;
     server.run();
     spdlog::info("stopped");

@@ -80,6 +80,11 @@ std::string Metrics::text(const Gauges& gauges) const {
                   gauges.busyWorkers);
     out += single("smisd_open_enumerations", "gauge", "Enumerations that are open for pulling.",
                   gauges.openEnumerations);
+    out += single("smisd_waiting_logins", "gauge", "Logins whose passwords wait to be looked at.",
+                  gauges.waitingLogins);
+    out += single("smisd_refused_connections_total", "counter",
+                  "Connections that were refused because too many were open.",
+                  gauges.refusedConnections);
     out += single("smisd_dropped_lines_total", "counter",
                   "Lines of standard output that nobody read in time.", gauges.droppedLines);
     out += single("smisd_audit_failures_total", "counter",

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <mutex>
@@ -21,6 +22,8 @@ struct Gauges {
     unsigned openEnumerations = 0;
     std::uint64_t droppedLines = 0; // these are counters that stand elsewhere
     std::uint64_t lostAuditLines = 0;
+    std::size_t waitingLogins = 0;
+    std::uint64_t refusedConnections = 0; // a counter too
 };
 
 // Thread-safe.

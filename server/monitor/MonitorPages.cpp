@@ -44,6 +44,12 @@ bool MonitorPages::serves(const HttpRequest& request) {
            (request.target == metricsPage || request.target == healthPage) && isLocal(request.peer);
 }
 
+Admission MonitorPages::admit(const HttpRequest& request) const {
+    return {[this, request](const std::string&, ResponseChannel& channel) {
+        return handle(request, channel);
+    }};
+}
+
 bool MonitorPages::handle(const HttpRequest& request, ResponseChannel& channel) const {
     if (request.target == metricsPage) {
         channel.send(page("200 OK", "text/plain; version=0.0.4; charset=utf-8", _metrics()));

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "server/http/HttpMessage.h"
+#include "server/http/HttpServer.h"
 #include "server/operation/Dispatcher.h"
 
 namespace smisd {
@@ -19,6 +20,9 @@ public:
 
     // Whether the request is for one of them.
     static bool serves(const HttpRequest& request);
+
+    // Accepts such a request; its job answers it. This outlives the job.
+    Admission admit(const HttpRequest& request) const;
 
     // Answers such a request; returns whether the connection stays open.
     bool handle(const HttpRequest& request, ResponseChannel& channel) const;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -27,13 +28,15 @@ struct FakeDispatcher : Dispatcher {
 };
 
 struct FakeAuthenticator : Authenticator {
-    std::optional<User> userOf(const LoginAttempt& attempt) override {
+    void judge(const LoginAttempt& attempt, Done done) override {
         address = attempt.address;
-        if (attempt.credentials == "Basic slow") {
-            attempt.wait(std::chrono::seconds(3));
+        if (attempt.credentials == "Basic good") {
+            done({User{"alice", Role::reader}});
+        } else if (attempt.credentials == "Basic later") {
+            done({{}, std::chrono::seconds(3)});
+        } else {
+            done({});
         }
-        return attempt.credentials == "Basic good" ? std::optional<User>({"alice", Role::reader})
-                                                   : std::nullopt;
     }
     std::string address;
 };
@@ -41,7 +44,6 @@ struct FakeAuthenticator : Authenticator {
 struct Channel : ResponseChannel {
     std::string bytes;
     int sends = 0;
-    std::chrono::milliseconds waited{0};
     bool lost = false;
 
     void send(std::string more) override {
@@ -51,7 +53,6 @@ struct Channel : ResponseChannel {
         bytes += more;
         ++sends;
     }
-    void wait(std::chrono::milliseconds time) override { waited += time; }
 };
 
 inline Pegasus::CIMObjectPath path() {
@@ -64,9 +65,24 @@ protected:
     FakeAuthenticator authenticator;
     Channel channel;
     Authenticator* checkedBy = nullptr;
+    std::optional<RequestHandler> handler;
 
-    bool handle(const HttpRequest& request) { return handler().handle(request, channel); }
-    RequestHandler handler() { return RequestHandler(dispatcher, checkedBy, "array1", limits); }
+    // What becomes of the request by its head.
+    Admission admitted(const HttpRequest& request) {
+        Admission admission;
+        handler.emplace(dispatcher, checkedBy, "array1", limits);
+        handler->admit(request, [&](Admission decided) { admission = std::move(decided); });
+        return admission;
+    }
+    // As the server does; returns whether the connection stays open.
+    bool handle(const HttpRequest& request) {
+        const Admission admission = admitted(request);
+        if (admission.job) {
+            return admission.job(request.body, channel);
+        }
+        channel.send(admission.refusal(admission.keepOpen));
+        return admission.keepOpen;
+    }
 
     static constexpr size_t answerBytes = 100'000;
 

@@ -37,15 +37,14 @@ TEST_F(HandledRequest, WithoutCredentialsIsAskedForThem) {
     EXPECT_TRUE(handle(enumerateRequest()));
     EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 401 Unauthorized\r\n"
                                           "WWW-Authenticate: Basic realm=\"array1\"\r\n"));
-    EXPECT_EQ(channel.waited.count(), 0);
     EXPECT_EQ(dispatcher.calls, 0);
 }
 
-TEST_F(HandledRequest, WaitsWhenItsPasswordHasTo) {
+TEST_F(HandledRequest, IsToBeTriedAgainWhenItsPasswordWasNotLookedAt) {
     checkedBy = &authenticator;
-    handle(with(enumerateRequest(), "Authorization", "Basic slow"));
-    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 401 Unauthorized\r\n"));
-    EXPECT_EQ(channel.waited.count(), 3000);
+    EXPECT_TRUE(handle(with(enumerateRequest(), "Authorization", "Basic later")));
+    EXPECT_THAT(channel.bytes,
+                StartsWith("HTTP/1.1 503 Service Unavailable\r\nRetry-After: 3\r\n"));
     EXPECT_EQ(dispatcher.calls, 0);
 }
 
@@ -86,24 +85,23 @@ TEST_F(HandledRequest, ForADocumentEndsTheConnection) {
 
 // Judged by its head
 
-TEST_F(HandledRequest, IsAdmittedByItsHead) {
+TEST_F(HandledRequest, IsAUsersWhenTheUserIsKnown) {
     checkedBy = &authenticator;
-    HttpRequest head = with(enumerateRequest(), "Authorization", "Basic good");
-    head.body = "";
-    EXPECT_TRUE(handler().admit(head, channel));
-    EXPECT_EQ(channel.bytes, "");
+    const HttpRequest good = with(enumerateRequest(), "Authorization", "Basic good");
+    EXPECT_TRUE(admitted(good).job);
+    EXPECT_EQ(admitted(good).user, "alice");
+    EXPECT_EQ(admitted(with(good, "CIMOperation", "Frob")).user, "alice");
+    EXPECT_EQ(admitted(enumerateRequest()).user, std::nullopt);
+    EXPECT_FALSE(admitted(enumerateRequest()).job);
     EXPECT_EQ(dispatcher.calls, 0);
 }
 
-TEST_F(HandledRequest, IsNotAdmittedWithoutCredentials) {
-    checkedBy = &authenticator;
-    EXPECT_FALSE(handler().admit(enumerateRequest(), channel));
-    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 401 "));
-}
-
-TEST_F(HandledRequest, IsNotAdmittedWithBadHeaders) {
-    EXPECT_FALSE(handler().admit(with(enumerateRequest(), "CIMOperation", "Frob"), channel));
-    EXPECT_THAT(channel.bytes, StartsWith("HTTP/1.1 400 Bad Request\r\nCIMError: unsupp"));
+TEST_F(HandledRequest, IsNotAcceptedWithBadHeaders) {
+    const Admission admission = admitted(with(enumerateRequest(), "CIMOperation", "Frob"));
+    EXPECT_FALSE(admission.job);
+    EXPECT_TRUE(admission.keepOpen);
+    EXPECT_THAT(admission.refusal(true),
+                StartsWith("HTTP/1.1 400 Bad Request\r\nCIMError: unsupp"));
 }
 
 } // namespace

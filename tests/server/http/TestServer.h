@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -14,14 +15,31 @@
 
 namespace smisd::test {
 
+// Carries out a request that was accepted, and returns whether the connection stays open.
+using HttpHandler = std::function<bool(const HttpRequest& request, ResponseChannel& channel)>;
+
+// Accepts every request, as one of a user's.
+inline HttpAdmission accepting(HttpHandler handler) {
+    return [handler = std::move(handler)](HttpRequest head, const Decide& decide) {
+        decide({[handler, head = std::move(head)](std::string body, ResponseChannel& channel) {
+                    HttpRequest request = head;
+                    request.body = std::move(body);
+                    return handler(request, channel);
+                },
+                {},
+                false,
+                ""});
+    };
+}
+
 // Serves `handler` on a free port of 127.0.0.1 until it is destroyed.
 class TestServer {
 public:
-    explicit TestServer(
-        HttpHandler handler, const HttpLimits& limits = {},
-        HttpAdmission admission = [](const auto&, auto&) { return true; })
-        : server(limits, std::move(handler), std::move(admission)),
-          port(server.listen({"127.0.0.1", 0})), _thread([this] { server.run(); }) {}
+    explicit TestServer(HttpHandler handler, const HttpLimits& limits = {})
+        : TestServer(limits, accepting(std::move(handler))) {}
+    TestServer(const HttpLimits& limits, HttpAdmission admission)
+        : server(limits, std::move(admission)), port(server.listen({"127.0.0.1", 0})),
+          _thread([this] { server.run(); }) {}
     ~TestServer() { stop(); }
 
     // Returns once the server has ended.

@@ -15,6 +15,7 @@
 
 #include "server/http/HttpServer.h"
 #include "tests/server/http/Certificate.h"
+#include "tests/server/http/TestServer.h"
 
 namespace asio = boost::asio;
 using testing::HasSubstr;
@@ -50,11 +51,7 @@ protected:
     }
 
     Certificate files;
-    HttpServer server{{}, [](const HttpRequest& request, ResponseChannel& channel) {
-                          channel.send("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n[" +
-                                       request.body + "]");
-                          return request.keepAlive;
-                      }};
+    HttpServer server{{}, accepting(echo)};
     const unsigned short port = server.listenTls({"127.0.0.1", 0}, files.certificate, files.key);
     std::thread thread{[this] { server.run(); }};
 };
@@ -144,7 +141,7 @@ TEST_F(TlsReload, KeepsTheOldCertificateWhenTheKeyIsAnothers) {
 TEST(TlsFiles, BadOnesAreNamed) {
     const Certificate files;
     const auto errorOf = [](const std::string& certificate, const std::string& key) -> std::string {
-        HttpServer server({}, [](const HttpRequest&, ResponseChannel&) { return false; });
+        HttpServer server({}, accepting(echo));
         try {
             server.listenTls({"127.0.0.1", 0}, certificate, key);
         } catch (const std::runtime_error& error) {

@@ -44,7 +44,7 @@ TEST(Metrics, SumDurationsInBuckets) {
 TEST(Metrics, ShowFailedLoginsAndGauges) {
     Metrics metrics;
     metrics.loginFailed();
-    const std::string text = metrics.text({3, 8, 2, 1, 7, 4});
+    const std::string text = metrics.text({3, 8, 2, 1, 7, 4, 6, 5});
     EXPECT_THAT(text, HasSubstr("# TYPE smisd_failed_logins_total counter\n"
                                 "smisd_failed_logins_total 1\n"));
     EXPECT_THAT(text, HasSubstr("\nsmisd_connections 3\n"));
@@ -55,6 +55,9 @@ TEST(Metrics, ShowFailedLoginsAndGauges) {
                                 "smisd_dropped_lines_total 7\n"));
     EXPECT_THAT(text, HasSubstr("# TYPE smisd_audit_failures_total counter\n"
                                 "smisd_audit_failures_total 4\n"));
+    EXPECT_THAT(text, HasSubstr("\nsmisd_waiting_logins 6\n"));
+    EXPECT_THAT(text, HasSubstr("# TYPE smisd_refused_connections_total counter\n"
+                                "smisd_refused_connections_total 5\n"));
 }
 
 struct Inner : Dispatcher {

@@ -25,7 +25,6 @@ HttpRequest get(const std::string& target, const std::string& peer) {
 struct Channel : ResponseChannel {
     std::string bytes;
     void send(std::string more) override { bytes += more; }
-    void wait(std::chrono::milliseconds) override {}
 };
 
 TEST(MonitorPages, AreForThisMachineOnly) {
