@@ -2,8 +2,11 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <sstream>
 #include <string>
+#include <sys/mount.h>
 #include <thread>
 #include <vector>
 
@@ -64,6 +67,52 @@ TEST(FullAudit, IsAWarningWhereThatIsWanted) {
     EXPECT_EQ(Client(smisd).enumerate(hostClass).size(), 4U);
     EXPECT_THAT(metrics(smisd), HasSubstr("\nsmisd_audit_failures_total 2\n"));
     EXPECT_THAT(smisd.stop().err, HasSubstr("the audit log cannot be written"));
+}
+
+// A disk of 64 KiB, where this user may make one.
+class SmallDisk : public testing::Test {
+protected:
+    void SetUp() override {
+        std::filesystem::create_directory(directory);
+        if (mount("small", directory.c_str(), "tmpfs", 0, "size=64k") != 0) {
+            GTEST_SKIP() << "only root can make a file system";
+        }
+    }
+    void TearDown() override { umount2(directory.c_str(), MNT_DETACH); }
+
+    const Array array;
+    const std::filesystem::path directory = array.file("disk");
+    const std::filesystem::path audit = directory / "audit";
+    const std::filesystem::path filler = directory / "filler";
+};
+
+TEST_F(SmallDisk, ThatIsFullTakesNoChangesUntilThereIsRoomAgain) {
+    Smisd smisd(array.state(), {"--no-auth", "--audit", audit.string()});
+    const Client client(smisd);
+    EXPECT_EQ(registerHost(client, "iqn.2026-01.com.example:before").error(), "");
+    std::ofstream(filler) << std::string(100'000, 'x');
+    // There is room until the end of the page, and a part of a line fits at last.
+    int changed = 0;
+    while (changed < 100 &&
+           registerHost(client, "iqn.2026-01.com.example:" + std::to_string(changed)).error() ==
+               "") {
+        ++changed;
+    }
+    EXPECT_LT(changed, 100);
+    EXPECT_NE(registerHost(client, "iqn.2026-01.com.example:full").error(), "");
+    EXPECT_EQ(client.enumerate(hostClass).size(), static_cast<std::size_t>(4 + changed));
+    std::filesystem::remove(filler);
+    EXPECT_EQ(registerHost(client, "iqn.2026-01.com.example:after").error(), "");
+
+    std::size_t begun = 0;
+    std::size_t torn = 0;
+    std::istringstream in(readFile(audit));
+    for (std::string line; std::getline(in, line);) {
+        begun += line.ends_with("\"outcome\":\"begun\"}") ? 1U : 0U;
+        torn += line.ends_with("}") ? 0U : 1U;
+    }
+    EXPECT_EQ(begun, static_cast<std::size_t>(2 + changed));
+    EXPECT_LE(torn, 1U);
 }
 
 TEST(MovedAudit, IsWrittenAnewAfterAReload) {

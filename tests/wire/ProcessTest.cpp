@@ -1,16 +1,21 @@
 // smisd as a process: how it starts, refuses to start, and stops.
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/wire/support/Array.h"
+#include "tests/wire/support/Client.h"
 #include "tests/wire/support/Http.h"
+#include "tests/wire/support/Names.h"
 #include "tests/wire/support/Pair.h"
 #include "tests/wire/support/Smisd.h"
 
@@ -150,6 +155,54 @@ TEST(Crash, LeavesNoCoreFile) {
     smisd.signal(SIGABRT);
     EXPECT_EQ(smisd.wait().status, 128 + SIGABRT);
     EXPECT_TRUE(std::filesystem::is_empty(directory));
+}
+
+// How often a text stands in the memory of a process.
+std::size_t countInMemory(pid_t pid, const std::string& text) {
+    const std::string process = "/proc/" + std::to_string(pid);
+    std::ifstream memory(process + "/mem", std::ios::binary);
+    std::istringstream maps(readFile(process + "/maps"));
+    std::size_t count = 0;
+    for (std::string line; std::getline(maps, line);) {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        char dash = 0;
+        std::string mode;
+        std::istringstream(line) >> std::hex >> begin >> dash >> end >> mode;
+        if (!mode.starts_with("rw") || end - begin > 1U << 30U) { // a sanitizer's are larger
+            continue;
+        }
+        std::string bytes(end - begin, '\0');
+        memory.clear();
+        memory.seekg(static_cast<std::streamoff>(begin));
+        memory.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        for (std::size_t at = 0; (at = bytes.find(text, at)) != std::string::npos; ++at) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+TEST(Memory, HoldsNoPasswordsOfRequestsThatAreAnswered) {
+    const Array array;
+    Smisd smisd(array.state(),
+                {"--users", makeUsersFile(array.file("users"),
+                                          {{"alice", "reader", "a-secret-of-some-length"}})});
+    const pid_t pid = smisd.process().pid();
+    if (!std::ifstream("/proc/" + std::to_string(pid) + "/mem")) {
+        GTEST_SKIP() << "only root can read the memory of smisd";
+    }
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Client(smisd, "alice:a-secret-of-some-length").enumerate(hostClass).size(), 3U);
+    }
+    EXPECT_GT(countInMemory(pid, array.state().string()), 0U);
+    std::size_t found = 1;
+    for (int i = 0; i < 1000 && found > 0; ++i) { // the connections may still be closing
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        found = countInMemory(pid, "a-secret-of-some-length") +
+                countInMemory(pid, "YWxpY2U6YS1zZWNyZXQtb2Ytc29tZS1sZW5ndGg");
+    }
+    EXPECT_EQ(found, 0U);
 }
 
 TEST(Stop, LeavesTheArrayAsItIs) {
