@@ -83,10 +83,10 @@ std::optional<User> BasicAuthenticator::knownUser(std::string_view name,
     const std::lock_guard lock(_mutex);
     const auto user = _users.find(name);
     const auto known = _known.find(fingerprint);
-    if (user == _users.end() || known == _known.end() || now >= known->second) {
+    if (user == _users.end() || known == _known.end() || now >= known->second.end) {
         return std::nullopt;
     }
-    known->second = now + memory;
+    known->second.end = now + memory;
     return User{user->first, user->second.role};
 }
 
@@ -169,7 +169,7 @@ Judgement BasicAuthenticator::look(const Waiting& login) {
     const std::lock_guard lock(_mutex);
     const auto user = _users.find(name); // may have changed meanwhile
     if (user != _users.end() && user->second.hash == account->hash) {
-        _known[fingerprintOf(text)] = _now() + memory;
+        _known[fingerprintOf(text)] = {name, _now() + memory};
     }
     _queue.succeeded(login.address);
     return {User{name, account->role}};
@@ -177,8 +177,12 @@ Judgement BasicAuthenticator::look(const Waiting& login) {
 
 void BasicAuthenticator::replaceUsers(Users users) {
     const std::lock_guard lock(_mutex);
+    std::erase_if(_known, [&](const auto& entry) {
+        const std::string& name = entry.second.user;
+        const auto found = users.find(name);
+        return found == users.end() || found->second.hash != _users.find(name)->second.hash;
+    });
     _users = std::move(users);
-    _known.clear();
 }
 
 std::size_t BasicAuthenticator::waiting() const {

@@ -77,7 +77,8 @@ public:
     // much time as a wrong password. After failures from the same address an attempt pauses.
     void judge(const LoginAttempt& attempt, Done done) override;
 
-    // From now on these are the users, and nobody is remembered. Thread-safe.
+    // From now on these are the users. Who is gone, or has another password, is not remembered any
+    // more. Thread-safe.
     void replaceUsers(Users users);
 
     // Logins that wait. Thread-safe.
@@ -89,6 +90,11 @@ public:
 private:
     friend class PasswordThread; // waits for the next turn
     using Fingerprint = std::array<unsigned char, 32>;
+
+    struct Login {
+        std::string user;
+        Clock::time_point end; // of its being known
+    };
 
     struct Waiting {
         std::string address;
@@ -112,7 +118,7 @@ private:
     mutable std::mutex _mutex; // guards what follows
     std::condition_variable _added;
     Users _users;
-    std::map<Fingerprint, Clock::time_point> _known; // right until then
+    std::map<Fingerprint, Login> _known; // all of _users, with the passwords that they have there
     LoginQueue _queue;
     std::map<std::uint64_t, std::unique_ptr<Waiting>> _waiting; // by their numbers in the queue
     std::uint64_t _lastNumber = 0;

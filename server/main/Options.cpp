@@ -151,7 +151,7 @@ void checkTogether(Options& options, const Typed& typed) {
 constexpr commandline::ManualPage manualPage{"presents a storage array to SMI-S clients",
                                              "SIGTERM and SIGINT stop it once the requests in "
                                              "progress are answered. SIGHUP makes it read the "
-                                             "certificate and the key again, and "
+                                             "certificate, the key and the users file again, and "
                                              "open the audit file again. The audit and the log "
                                              "go to standard error, a line for each entry.",
                                              exitStatuses};

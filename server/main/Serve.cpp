@@ -76,11 +76,21 @@ std::unique_ptr<BasicAuthenticator> openAuthenticator(const Options& options, Au
 }
 
 // On SIGHUP. What is bad changes nothing.
-void reload(AuditLog& audit) {
+void reload(const Options& options, AuditLog& audit, BasicAuthenticator* authenticator) {
     try {
         audit.reopen();
-    } catch (const std::runtime_error& error) {
+    } catch (const std::exception& error) {
         spdlog::error("the audit file in use stays: {}", error.what());
+    }
+    if (authenticator == nullptr) {
+        return;
+    }
+    try {
+        Users users = readUsersFile(options.users);
+        spdlog::info("users: {}, of {}", users.size(), options.users.string());
+        authenticator->replaceUsers(std::move(users));
+    } catch (const std::exception& error) {
+        spdlog::error("the users in use stay: {}", error.what());
     }
 }
 
@@ -173,7 +183,7 @@ void serve(const Options& options) {
         }
     });
     running = &server;
-    server.onReload([&] { reload(audit); });
+    server.onReload([&] { reload(options, audit, authenticator.get()); });
     const std::string urls = listenOn(options, server);
     std::optional<PasswordThread> passwords; // after the server, whose clients wait for it
     if (authenticator) {

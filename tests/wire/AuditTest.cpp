@@ -138,12 +138,14 @@ TEST(AuditFlood, IsSummed) {
     const std::filesystem::path audit = array.file("audit");
     Smisd smisd(array.state(),
                 {"--users", makeUsersFile(array.file("users"), {}), "--audit", audit.string()});
-    std::string flood;
-    for (int i = 0; i < 1000; ++i) {
+    std::string flood; // as many as one connection may have refused
+    for (int i = 0; i < 10; ++i) {
         flood += "POST /cimom HTTP/1.1\r\nHost: x\r\nAuthorization: Basic !\r\n"
                  "Content-Length: 0\r\n\r\n";
     }
-    roundTrip(smisd.port(), flood);
+    for (int i = 0; i < 100; ++i) {
+        roundTrip(smisd.port(), flood);
+    }
     const std::string log = smisd.stop().err;
     const std::string text = readFile(audit);
     EXPECT_THAT(text, ContainsRegex("^\\{\"time\":\"[^\"]*\",\"audit\":\"login\","

@@ -1,7 +1,11 @@
 // What users of each role may do, and what the audit log says of it.
 #include <algorithm>
 #include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -9,6 +13,7 @@
 
 #include "tests/wire/support/Array.h"
 #include "tests/wire/support/Client.h"
+#include "tests/wire/support/Http.h"
 #include "tests/wire/support/Masking.h"
 #include "tests/wire/support/Pair.h"
 
@@ -158,6 +163,35 @@ TEST_F(Roles, ChangesAndRefusalsAreWrittenDownWithoutSecrets) {
             EXPECT_THAT(text, Not(HasSubstr(word)));
         }
     }
+}
+
+TEST_F(Roles, UsersAreReadAgainOnReload) {
+    const std::string users = array.file("users");
+    EXPECT_EQ(reader.enumerate(hostClass).size(), 3U);
+    const auto reload = [&] {
+        std::filesystem::rename(audit, audit + ".old");
+        smisd.process().signal(SIGHUP);
+        for (int i = 0; i < 3000 && !std::filesystem::exists(audit); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        // By the same thread as a reload that is under way.
+        roundTrip(smisd.port(), "GET /nothing HTTP/1.1\r\nHost: x\r\n\r\n");
+    };
+    makeUsersFile(users,
+                  {{"alice", "reader", "open-sesame"}, {"carol", "administrator", "i-am-new"}});
+    reload();
+    const Client carol(smisd, "carol:i-am-new");
+    EXPECT_EQ(carol.modify(secret, secretClass, newSecret).error(), "");
+    EXPECT_EQ(administrator.modify(secret, secretClass, newSecret).error(), denied + secretClass);
+    EXPECT_THAT(reader.enumerate(hostClass).error(), StartsWith("401"));
+
+    std::ofstream(users) << "dave\n";
+    reload();
+    EXPECT_EQ(carol.enumerate(hostClass).size(), 3U);
+    EXPECT_THAT(smisd.stop().err,
+                AllOf(HasSubstr("info: users: 2, of " + users + "\n"),
+                      HasSubstr("error: the users in use stay: users file " + users +
+                                ": line 1 is not of the form name:role:hash")));
 }
 
 TEST_F(Roles, WrongPasswordsAreSlowedDownButNobodyElse) {

@@ -134,13 +134,23 @@ TEST_F(BasicAuthentication, GoesOnRememberingWhoKeepsAsking) {
     }
 }
 
-TEST_F(BasicAuthentication, ForgetsEverybodyWhenTheUsersAreReplaced) {
+TEST_F(BasicAuthentication, ForgetsWhoIsGoneOrHasANewPasswordWhenTheUsersAreReplaced) {
     userOf(basic("alice:se:cret"));
     userOf(basic("bob:other"));
     authenticator.replaceUsers({{"alice", {hashPassword("new"), Role::reader}}});
     EXPECT_EQ(userOf(basic("alice:se:cret")), "nobody");
     EXPECT_EQ(userOf(basic("bob:other")), "nobody");
     EXPECT_EQ(judged("192.0.2.1", basic("alice:new")), (Judgement{User{"alice", Role::reader}}));
+}
+
+TEST_F(BasicAuthentication, RemembersTheOthersWhenTheUsersAreReplaced) {
+    const std::string hash = hashPassword("mine");
+    authenticator.replaceUsers({{"carol", {hash, Role::administrator}}});
+    userOf(basic("carol:mine"));
+    authenticator.replaceUsers({{"alice", {hash, Role::reader}}, {"carol", {hash, Role::reader}}});
+    ask("192.0.2.1", basic("carol:mine")); // nobody looks at passwords
+    ASSERT_EQ(judgements.size(), 1U);
+    EXPECT_EQ(judgements[0].user, (User{"carol", Role::reader}));
 }
 
 TEST_F(BasicAuthentication, ServesSeveralThreads) {
