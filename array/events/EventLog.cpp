@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <ctime>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 #include <nlohmann/json.hpp>
@@ -32,10 +34,58 @@ bool isPlain(const std::string& text) {
 }
 
 std::string jsonText(const std::string& text) {
-    return isPlain(text) ? '"' + text + '"'
-                         : nlohmann::json(text).dump(-1, ' ', false,
-                                                     nlohmann::json::error_handler_t::replace);
+    return isPlain(text)
+               ? '"' + text + '"'
+               : nlohmann::json(text).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
 }
+
+// The file of events, open to append to and locked together with others that append.
+class LockedFile {
+public:
+    explicit LockedFile(const std::filesystem::path& path) : _path(path) {
+        // Again, if it was renamed between the two, or while somebody is at it; but nobody is kept
+        // for long from telling an event by a process that hangs.
+        for (int attempts = 0; attempts < 50; ++attempts) {
+            open();
+            if (!isOpen() || (flock(_descriptor, LOCK_SH | LOCK_NB) == 0 && isInPlace())) {
+                return;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    }
+    LockedFile(const LockedFile&) = delete;
+    LockedFile& operator=(const LockedFile&) = delete;
+    ~LockedFile() { close(); }
+
+    bool isOpen() const { return _descriptor >= 0; }
+    int descriptor() const { return _descriptor; }
+    std::int64_t size() const { return status().st_size; }
+    bool lockAlone() const { return flock(_descriptor, LOCK_EX | LOCK_NB) == 0; }
+    bool isInPlace() const {
+        struct stat there {};
+        return stat(_path.c_str(), &there) == 0 && there.st_ino == status().st_ino;
+    }
+
+private:
+    void open() {
+        close();
+        _descriptor =
+            ::open(_path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    }
+    void close() {
+        if (isOpen()) {
+            ::close(_descriptor);
+        }
+    }
+    struct stat status() const {
+        struct stat status {};
+        fstat(_descriptor, &status);
+        return status;
+    }
+
+    const std::filesystem::path& _path;
+    int _descriptor = -1;
+};
 
 } // namespace
 
@@ -75,19 +125,19 @@ void EventLog::observe(std::function<void(const Event&)> observer) {
     _observer = std::move(observer);
 }
 
+// Who appends shares the file's lock, and who renames the file has it alone: so nobody is writing
+// into a file that is renamed, nor renames one that another process has just begun.
 void EventLog::append(const std::string& line) const {
-    const int descriptor =
-        open(_file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (descriptor < 0) {
+    const LockedFile file(_file);
+    if (!file.isOpen()) {
         return;
     }
     // One write, so that the lines of several processes don't mix.
-    [[maybe_unused]] const ssize_t written = write(descriptor, line.data(), line.size());
-    struct stat status {};
-    if (fstat(descriptor, &status) == 0 && status.st_size >= eventLogLimit) {
+    [[maybe_unused]] const ssize_t written = write(file.descriptor(), line.data(), line.size());
+    if (file.size() >= eventLogLimit && file.lockAlone() && file.isInPlace() &&
+        file.size() >= eventLogLimit) {
         std::rename(_file.c_str(), (_file.string() + ".1").c_str());
     }
-    close(descriptor);
 }
 
 } // namespace array

@@ -1,6 +1,8 @@
 #include "array/events/EventLog.h"
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <regex>
 #include <sys/stat.h>
 #include <thread>
@@ -23,6 +25,12 @@ std::vector<nlohmann::json> linesOf(const fs::path& file) {
         lines.push_back(nlohmann::json::parse(line));
     }
     return lines;
+}
+
+std::size_t countLines(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return static_cast<std::size_t>(
+        std::count(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>(), '\n'));
 }
 
 class EventLogTest : public testing::Test {
@@ -58,15 +66,13 @@ TEST_F(EventLogTest, WritesALineOfJsonForEachEvent) {
                                  std::regex(R"(20\d\d-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{6}Z)")));
 }
 
-TEST_F(EventLogTest, EscapesWhatJsonMustNotHoldAndNothingElse) {
+TEST_F(EventLogTest, EscapesControlCharactersAndAllOutsideOfAscii) {
     const Event made{"method-invoked", "a\\b\"c\n", "/~ \x7F", 1, 29, "x\xC3\xA4", "\x1F.cpp", 42};
     EXPECT_EQ(jsonOf(made, 1767225600000042),
               "{\"time\":\"2026-01-01T00:00:00.000042Z\",\"process\":" + std::to_string(getpid()) +
-                  R"(,"type":"method-invoked","text":"a\\b\"c\n","keyValues":"/~ )"
-                  "\x7F"
-                  R"(","channel":1,"severity":29,"operation":"x)"
-                  "\xC3\xA4"
-                  R"(","file":"\u001f.cpp","line":42})");
+                  R"(,"type":"method-invoked","text":"a\\b\"c\n","keyValues":"/~ \u007f")"
+                  R"(,"channel":1,"severity":29,"operation":"x\u00e4")"
+                  R"(,"file":"\u001f.cpp","line":42})");
 }
 
 TEST_F(EventLogTest, TimesAreUtc) {
@@ -109,6 +115,30 @@ TEST_F(EventLogTest, AFullFileIsPutAside) {
     _log.publish(event("the first of the new"));
     EXPECT_GT(fs::file_size(_file.string() + ".1"), static_cast<std::uintmax_t>(eventLogLimit));
     EXPECT_EQ(linesOf(_file).size(), 1u);
+}
+
+// As few bytes are missing to the limit as the writers need to come to it all at once; the second
+// file has room for all that comes then.
+TEST_F(EventLogTest, NoneIsLostWhenManyWritersPutAFullFileAside) {
+    constexpr int writers = 24;
+    constexpr int rounds = 10;
+    constexpr int events = 10;
+    for (int round = 0; round < rounds; ++round) {
+        fs::remove(_file.string() + ".1");
+        { std::ofstream(_file) << std::string(eventLogLimit - 1000, ' ') << '\n'; }
+        std::vector<std::jthread> threads;
+        for (int writer = 0; writer < writers; ++writer) {
+            threads.emplace_back([this] {
+                EventLog mine(_file);
+                for (int i = 0; i < events; ++i) {
+                    mine.publish(event(std::string(200, 'x')));
+                }
+            });
+        }
+        threads.clear();
+        const std::size_t found = countLines(_file) + countLines(_file.string() + ".1") - 1;
+        ASSERT_EQ(found, static_cast<std::size_t>(writers * events)) << round;
+    }
 }
 
 TEST_F(EventLogTest, DropsWhatCannotBeWritten) {
