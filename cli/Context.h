@@ -6,6 +6,7 @@
 #include <string>
 
 #include "array/Array.h"
+#include "cli/NewState.h"
 
 namespace cli {
 
@@ -29,6 +30,7 @@ struct Context {
     // The array in the state directory, opened at the first call. Throws as array::Array::open.
     array::Array& array() {
         if (!_array) {
+            clearLeftovers(array::stateDirectory(state), err);
             _array = array::Array::open(array::stateDirectory(state));
         }
         return *_array;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <iosfwd>
 
 namespace cli {
 
@@ -23,8 +24,15 @@ public:
     void putInPlace();
 
 private:
+    bool make();
+
     const std::filesystem::path _place;
     std::filesystem::path _directory; // empty: in its place
+    int _lock = -1;                   // of the directory; held while this process lives
 };
+
+// Removes what killed processes have left of state directories that they made for this place, which
+// may hold secrets, and says so.
+void clearLeftovers(const std::filesystem::path& place, std::ostream& err);
 
 } // namespace cli

@@ -61,6 +61,7 @@ private:
     // Into the state directory, or a new one that is there only when all is imported.
     void importInto(Context& context, std::istream& text, std::uint64_t size) const {
         const std::filesystem::path state = array::stateDirectory(context.state);
+        clearLeftovers(state, context.err);
         if (std::filesystem::exists(state)) {
             import(context, *array::Array::openOrCreate(state), text, size);
         } else {

@@ -1,8 +1,11 @@
 // The program itself, as people and programs start it.
 
+#include <csignal>
 #include <filesystem>
+#include <functional>
 #include <pty.h>
 #include <string>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -87,6 +90,47 @@ TEST_F(Program, FollowsEventsAsTheyHappen) {
               "for i in $(seq 100); do grep -q weak-secret $log && break; sleep 0.1; done; "
               "kill $follower; cat $log");
     EXPECT_THAT(followed.out, HasSubstr("weak-secret"));
+}
+
+TEST_F(Program, LeavesNothingOfAKilledImportForLong) {
+    const Result result = shell(
+        "cd $DRAV_STATE_DIR/..; mkfifo text; $ARRAYCTL import - <text & import=$!; exec 3>text; "
+        "printf '{\"host\":\"h\",\"system\":\"s\",' >&3; "
+        "for i in $(seq 100); do ls state.new-* >/dev/null 2>&1 && break; sleep 0.1; done; "
+        "kill -9 $import; wait $import; exec 3>&-; ls -d state.new-*; $ARRAYCTL import $DEMO; ls");
+    EXPECT_THAT(result.out, HasSubstr(", left by an import that was ended\nImported "));
+    EXPECT_THAT(result.out, testing::EndsWith(" logical units.\nstate\ntext\n")) << result.out;
+}
+
+// Whether a process that dies by SIGABRT leaves a core file.
+bool leavesCore(const std::function<void()>& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit unlimited{RLIM_INFINITY, RLIM_INFINITY};
+        setrlimit(RLIMIT_CORE, &unlimited);
+        work();
+        _exit(127);
+    }
+    int status = 0;
+    usleep(300000);
+    kill(child, SIGABRT);
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status));
+    return WCOREDUMP(status);
+}
+
+TEST_F(Program, LeavesNoCoreFile) {
+    shell("$ARRAYCTL import $DEMO");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(directory);
+    const bool others = leavesCore([] { execlp("sleep", "sleep", "100", nullptr); });
+    const bool arrayctl =
+        leavesCore([] { execl(ARRAYCTL, "arrayctl", "events", "--follow", nullptr); });
+    std::filesystem::current_path(before);
+    if (!others) {
+        GTEST_SKIP() << "no process leaves a core file here";
+    }
+    EXPECT_FALSE(arrayctl);
 }
 
 // Types at the program's terminal and returns all that the terminal showed.

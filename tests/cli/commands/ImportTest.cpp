@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <fstream>
 
+#include "cli/NewState.h"
 #include "tests/cli/Cli.h"
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace {
 
@@ -95,6 +97,40 @@ TEST_F(ImportCommand, TheDemoArrayCanBeImportedAndComesBackTheSame) {
     outputOf({"import", file});
     std::ifstream text(file);
     EXPECT_EQ(nlohmann::json::parse(outputOf({"export"})), nlohmann::json::parse(text));
+}
+
+class Leftovers : public Cli {
+protected:
+    const std::filesystem::path left = directory / "state.new-aB3xYz";
+    const std::string told =
+        "arrayctl: removed " + left.string() + ", left by an import that was ended\n";
+
+    Leftovers() {
+        std::filesystem::create_directory(left);
+        std::ofstream(left / "array.db") << "secrets";
+    }
+};
+
+TEST_F(Leftovers, AreClearedByTheNextImport) {
+    const Result result = run({"import", "-"}, R"({"host":"h","system":"s"})");
+    EXPECT_EQ(result.status, cli::Done);
+    EXPECT_EQ(result.err, told);
+    EXPECT_FALSE(std::filesystem::exists(left));
+}
+
+TEST_F(Leftovers, AreClearedByAnyCommand) {
+    const Result result = run({"volume", "list"});
+    EXPECT_THAT(result.err, StartsWith(told));
+    EXPECT_FALSE(std::filesystem::exists(left));
+}
+
+TEST_F(Leftovers, AreNotWhatSomebodyWorksOn) {
+    std::filesystem::remove_all(left);
+    const cli::NewState other(state);
+    std::filesystem::create_directory(directory / "state.new-is-mine");
+    run({"import", "-"}, R"({"host":"h","system":"s"})");
+    EXPECT_TRUE(std::filesystem::exists(other.directory()));
+    EXPECT_TRUE(std::filesystem::exists(directory / "state.new-is-mine"));
 }
 
 } // namespace
