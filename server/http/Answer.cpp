@@ -1,5 +1,6 @@
 #include "server/http/Answer.h"
 
+#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -96,10 +97,31 @@ std::string HeldAnswer::framed(std::string_view piece) const {
                            : chunk(piece, _channel.spareText());
 }
 
+// A change waits for the disk, and for the changes of other processes, which may take long.
+void dispatch(const Exchange& exchange, ResultSink& sink) {
+    const auto work = [&] {
+        exchange.dispatcher.dispatch(operationOf(exchange), exchange.context, sink);
+    };
+    if (kindOf(operationOf(exchange)) != OperationKind::change) {
+        return work();
+    }
+    std::exception_ptr failure;
+    exchange.channel.aside([&] {
+        try {
+            work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    });
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+}
+
 // Carries the operation out; the error that ended it, if one did. Code 0 is no error.
 Error carriedOut(const Exchange& exchange, ResultSink& sink) {
     try {
-        exchange.dispatcher.dispatch(operationOf(exchange), exchange.context, sink);
+        dispatch(exchange, sink);
     } catch (const CIMException& error) {
         return error.getCode() == CIM_ERR_SUCCESS ? Error() : Error(error);
     } catch (const ConnectionLost&) {

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -48,6 +49,10 @@ public:
 
     // An empty text to fill and send; maybe with the room of one that was sent.
     virtual std::string spareText() { return {}; }
+
+    // In a request's handler: returns when `work` has, which must not throw and may wait long for
+    // something else than a processor; another request has the worker meanwhile.
+    virtual void aside(const std::function<void()>& work) { work(); }
 };
 
 class ConnectionLost : public std::exception {

@@ -127,6 +127,11 @@ void WorkerPool::work() {
 }
 
 void WorkerPool::whileWaiting(const std::function<void()>& wait) {
+    thread_local bool isWaiting = false;
+    if (isWaiting) {
+        return wait();
+    }
+    isWaiting = true;
     const std::string& user = *currentUser;
     {
         const std::lock_guard lock(_mutex);
@@ -137,6 +142,7 @@ void WorkerPool::whileWaiting(const std::function<void()>& wait) {
         wakeForNextJob();
     }
     wait();
+    isWaiting = false;
     std::unique_lock lock(_mutex);
     Share& share = _shares.at(user);
     --share.waiting;

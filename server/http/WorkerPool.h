@@ -31,7 +31,8 @@ public:
     void post(Job job, const std::string& user = {});
 
     // In a job: runs `wait`, which must not throw, and returns when it has returned and a worker is
-    // free again. Jobs that go on take precedence over jobs that begin.
+    // free again. Jobs that go on take precedence over jobs that begin. Within such a wait, another
+    // one is a part of it.
     void whileWaiting(const std::function<void()>& wait);
 
     // The jobs that run now.

@@ -174,7 +174,11 @@ void serve(const Options& options) {
             return metrics.text(
                 gaugesOf(*running, options, authenticator.get(), dispatcher, output, audit));
         },
-        [&] { return whyNotHealthy(dispatcher); });
+        [&] {
+            const std::string unreadable = whyNotHealthy(dispatcher);
+            return unreadable.empty() ? problemOfEngine(std::filesystem::absolute(options.module))
+                                      : unreadable;
+        });
     HttpServer server(options.limits, [&](HttpRequest head, Decide decide) {
         if (MonitorPages::serves(head)) {
             decide(monitor.admit(head));

@@ -8,6 +8,7 @@
 
 #include <Pegasus/Common/Exception.h>
 
+#include "engine/Health.h"
 #include "server/operation/Utf8.h"
 
 using namespace Pegasus;
@@ -143,6 +144,21 @@ CIMException currentProviderError() {
     } catch (...) {
         return CIMException(CIM_ERR_FAILED, String("Unknown error."));
     }
+}
+
+std::string problemOfEngine(const std::filesystem::path& module) {
+    void* const library = dlopen(module.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    if (!library) {
+        return {};
+    }
+    std::string problem;
+    using Why = decltype(&DRAVWhyNotHealthy);
+    if (const auto why = reinterpret_cast<Why>(dlsym(library, "DRAVWhyNotHealthy"))) {
+        problem.resize(1000);
+        problem.resize(why(problem.data(), problem.size()));
+    }
+    dlclose(library); // others have it open
+    return problem;
 }
 
 } // namespace smisd

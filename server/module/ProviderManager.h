@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <thread>
 
 #include <Pegasus/Common/CIMStatusCode.h>
@@ -78,6 +79,10 @@ private:
     std::condition_variable _made;
     std::map<Pegasus::String, Slot> _slots; // guarded by _mutex; slots stay where they are
 };
+
+// What keeps the engine behind a module from its work, as it tells itself (engine/Health.h); "" if
+// nothing, if it does not tell or if the module is not loaded yet.
+std::string problemOfEngine(const std::filesystem::path& module);
 
 // Calling a provider
 

@@ -59,7 +59,7 @@ bool MonitorPages::handle(const HttpRequest& request, ResponseChannel& channel) 
     if (problem.empty()) {
         channel.send(page("200 OK", "text/plain; charset=utf-8", "ok\n"));
     } else {
-        spdlog::error("the array cannot be read: {}", problem);
+        spdlog::error("not healthy: {}", problem);
         channel.send(page("503 Service Unavailable", "text/plain; charset=utf-8", problem + "\n"));
     }
     return false;
