@@ -9,9 +9,11 @@
 #include "array/database/Database.h"
 #include "array/database/Failures.h"
 #include "array/database/StateDirectory.h"
+#include "array/database/Turn.h"
 #include "array/events/EventLog.h"
 #include "array/fabric/SimulatedFabric.h"
 #include "array/model/ErrorCode.h"
+#include "array/model/Text.h"
 
 namespace array {
 
@@ -42,7 +44,7 @@ public:
     Impl(std::filesystem::path stateDirectory, std::unique_ptr<Fabric> dataPath)
         : directory(std::move(stateDirectory)), fabric(std::move(dataPath)),
           events(eventsIn(directory)), follower(directory),
-          writer(databaseIn(directory), follower.counter(), follower.current(), *fabric, events) {}
+          writer(databaseIn(directory), follower, *fabric, events) {}
 
     const std::filesystem::path directory;
     const std::unique_ptr<Fabric> fabric;
@@ -99,6 +101,21 @@ Id Array::login(const LoginRequest& request) {
 
 void Array::logout(Id session) {
     change([&](Change& change) { _impl->fabric->logout(change, session); });
+}
+
+std::string Array::whyNotHealthy() const {
+    try {
+        _impl->follower.files().requireInPlace("Changes are refused. ");
+    } catch (const Pegasus::DRAVOperationFailedException& failure) {
+        return toUtf8(failure.getMessage());
+    }
+    const std::filesystem::path database = databaseIn(directory());
+    if (const auto holder = holderThatHangs(database, _impl->follower.index())) {
+        return database.string() + ": changes wait for " + *holder +
+               ", which has had the writer's turn for over a second. If it hangs, end it; what it "
+               "was changing is undone then.";
+    }
+    return {};
 }
 
 std::vector<std::string> Array::check() const {

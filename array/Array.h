@@ -62,6 +62,10 @@ public:
     // Where the array's events go.
     EventLog& events() const;
 
+    // What keeps changes from being made: files that are gone, or a process that has had the
+    // writer's turn for a second and commits nothing. "" if nothing. Returns within two seconds.
+    std::string whyNotHealthy() const;
+
     // Looks for damage: of the file, and of content that breaks the rules. One line of text for
     // each finding; none if all is well.
     std::vector<std::string> check() const;

@@ -11,6 +11,7 @@
 #include "array/model/Text.h"
 #include "engine/CurrentName.h"
 #include "engine/DRAVEngine.h"
+#include "engine/Health.h"
 #include "engine/OperationScope.h"
 
 namespace array {
@@ -213,4 +214,12 @@ const Pegasus::String* DRAVCurrentName(const Pegasus::String*& pointer) noexcept
     const array::PathNames* const read = array::thisOperation().names;
     const array::PathNames& names = read ? *read : array::knownNames();
     return &pointer == &Pegasus::DRAVEngine::_OvrinHostNamePtr ? &names.host : &names.system;
+}
+
+std::size_t DRAVWhyNotHealthy(char* text, std::size_t size) noexcept try {
+    return array::theArray().whyNotHealthy().copy(text, size);
+} catch (const Pegasus::DRAVOperationFailedException& failure) {
+    return array::toUtf8(failure.getMessage()).copy(text, size);
+} catch (const std::exception& failure) {
+    return std::string_view(failure.what()).copy(text, size);
 }

@@ -105,6 +105,7 @@ void Change::noteSecret(Id owner, std::string_view name, const std::string& befo
     if (now == before) {
         return;
     }
+    _clearsSecret = _clearsSecret || !before.empty();
     if (isWeakSecret(now)) {
         Event event;
         event.type = "weak-secret";

@@ -107,6 +107,7 @@ private:
     Fabric& _fabric;
     std::vector<Event>& _events;
     std::exception_ptr _failure; // of the database; the whole change fails then
+    bool _clearsSecret = false;
 };
 
 } // namespace array

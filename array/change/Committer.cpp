@@ -1,18 +1,29 @@
 #include "array/change/Committer.h"
 
+#include <algorithm>
+
+#include <sqlite3.h>
+
 #include "array/change/Fabric.h"
 #include "array/database/Database.h"
 #include "array/database/Failures.h"
 
 namespace array {
 
-Committer::Committer(const std::filesystem::path& database, VersionCounter& counter,
-                     CurrentSnapshot& current, Fabric& fabric, EventLog& events)
-    : _file(database), _counter(counter), _current(current), _fabric(fabric), _eventLog(events),
+namespace {
+
+// How long clearing a secret waits for others to be done with the log.
+constexpr std::chrono::milliseconds wipeTimeout{100};
+
+} // namespace
+
+Committer::Committer(const std::filesystem::path& database, Follower& follower, Fabric& fabric,
+                     EventLog& events)
+    : _file(database), _follower(follower), _fabric(fabric), _eventLog(events),
       _database(openDatabase(database)), _reader(_database), _writer(_database) {}
 
 void Committer::run(const std::function<void(Change&)>& make) {
-    Request request{make, nullptr};
+    Request request{make, std::chrono::steady_clock::now() + turnTimeout, nullptr};
     _queue.submit(request, [this](const Batch& batch) { commitAll(batch); });
     if (request.error) {
         std::rethrow_exception(request.error);
@@ -36,6 +47,9 @@ void Committer::commitAll(const Batch& batch) {
     if (_hasFailedToCommit) {
         overwriteFailedCommit();
     }
+    if (_isLogToBeWiped) {
+        wipeLog();
+    }
     _events.clear();
     _writer.forget();
 }
@@ -49,6 +63,8 @@ void Committer::overwriteFailedCommit() {
 }
 
 void Committer::tryCommit(const Batch& batch) {
+    // Those that came while the first waited for the turn have waited less.
+    waitUntil(batch.front()->deadline);
     Transaction turn(_database, Transaction::Kind::Write);
     SnapshotDraft next = newest();
     const Snapshot before = next;
@@ -63,11 +79,18 @@ void Committer::tryCommit(const Batch& batch) {
     commit(turn, std::move(next));
 }
 
+void Committer::waitUntil(std::chrono::steady_clock::time_point deadline) {
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+        deadline - std::chrono::steady_clock::now());
+    _database.setBusyTimeout(static_cast<int>(std::max(left.count(), {})));
+}
+
 // The array as it is at the begin of the turn, which another process may have had before.
 SnapshotDraft Committer::newest() {
-    SnapshotDraft newest(*_current.load());
+    CurrentSnapshot& current = _follower.current();
+    SnapshotDraft newest(*current.load());
     if (_reader.catchUp(newest.edit())) {
-        _current.advance(SnapshotPtr::make(newest));
+        current.advance(SnapshotPtr::make(newest));
     }
     return newest;
 }
@@ -93,22 +116,40 @@ void Committer::attempt(Request& request, SnapshotDraft& next) {
     }
     _writer.keep();
     next = std::move(attempted);
+    _isLogToBeWiped = _isLogToBeWiped || change._clearsSecret;
     _events.insert(_events.end(), events.begin(), events.end());
 }
 
+// Files that were gone before the commit are so after it too: then nobody is told that it
+// succeeded.
 void Committer::commit(Transaction& turn, SnapshotDraft&& next) {
-    const std::uint64_t version = next.version();
-    const SnapshotPtr made = SnapshotPtr::make(std::move(next));
-    _counter.beginCommit(version);
+    SnapshotPtr made = SnapshotPtr::make(std::move(next));
+    _follower.files().requireInPlace("Nothing was changed. ");
+    _follower.beginCommit();
     try {
         turn.commit();
     } catch (...) {
-        _counter.endCommit(version, false);
+        _follower.endCommit({});
         _hasFailedToCommit = true;
         throw;
     }
-    _current.advance(made);
-    _counter.endCommit(version, true);
+    const bool isKept = _follower.files().areInPlace();
+    _follower.endCommit(isKept ? std::move(made) : SnapshotPtr());
+    if (!isKept) {
+        _follower.files().requireInPlace("The change went into the files that are gone. ");
+    }
+}
+
+// Whoever reads or changes the array just now may need the log; then the next change tries again.
+void Committer::wipeLog() {
+    try {
+        _database.setBusyTimeout(static_cast<int>(wipeTimeout.count()));
+    } catch (const SQLite::Exception&) {
+        return;
+    }
+    _isLogToBeWiped =
+        sqlite3_wal_checkpoint_v2(_database.getHandle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE,
+                                  nullptr, nullptr) != SQLITE_OK;
 }
 
 } // namespace array

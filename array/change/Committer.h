@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <exception>
 #include <filesystem>
 #include <functional>
@@ -13,7 +14,6 @@
 #include "array/database/ChangeWriter.h"
 #include "array/database/SnapshotReader.h"
 #include "array/database/Transaction.h"
-#include "array/database/VersionCounter.h"
 #include "array/events/EventLog.h"
 
 namespace array {
@@ -24,8 +24,8 @@ namespace array {
 class Committer {
 public:
     // Failures of SQLite pass as SQLite::Exception.
-    Committer(const std::filesystem::path& database, VersionCounter& counter,
-              CurrentSnapshot& current, Fabric& fabric, EventLog& events);
+    Committer(const std::filesystem::path& database, Follower& follower, Fabric& fabric,
+              EventLog& events);
 
     // As Array::change.
     void run(const std::function<void(Change&)>& make);
@@ -33,6 +33,7 @@ public:
 private:
     struct Request {
         const std::function<void(Change&)>& make;
+        std::chrono::steady_clock::time_point deadline; // for the turn
         std::exception_ptr error;
     };
     using Batch = std::vector<Request*>;
@@ -40,13 +41,14 @@ private:
     void commitAll(const Batch& batch);
     void overwriteFailedCommit();
     void tryCommit(const Batch& batch);
+    void waitUntil(std::chrono::steady_clock::time_point deadline);
     SnapshotDraft newest();
     void attempt(Request& request, SnapshotDraft& next);
     void commit(Transaction& turn, SnapshotDraft&& next);
+    void wipeLog();
 
     const std::filesystem::path _file;
-    VersionCounter& _counter;
-    CurrentSnapshot& _current;
+    Follower& _follower;
     Fabric& _fabric;
     EventLog& _eventLog;
     CommitQueue<Request> _queue;
@@ -57,6 +59,7 @@ private:
     ChangeWriter _writer;
     std::vector<Event> _events; // to be published after the commit
     bool _hasFailedToCommit = false;
+    bool _isLogToBeWiped = false; // array.db-wal has a secret that was cleared
 };
 
 } // namespace array

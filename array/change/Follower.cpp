@@ -10,61 +10,55 @@
 namespace array {
 
 Follower::Follower(const std::filesystem::path& directory)
-    : _file(databaseIn(directory)), _database(openDatabase(_file)), _reader(_database),
-      _counter(counterIn(directory)) {
+    : _file(databaseIn(directory)), _database(openDatabase(_file)), _reader(_database) {
     {
         const Transaction read(_database, Transaction::Kind::Read);
         _current = std::make_unique<CurrentSnapshot>(SnapshotPtr::make(_reader.load()));
+        _index.emplace(_database);
+        _files.emplace(directory, _database);
     }
     sqlite3_db_release_memory(_database.getHandle()); // hardly a page is read again
 }
 
 SnapshotPtr Follower::newest() {
-    const VersionCounter::Stamp stamp = _counter.read();
-    SnapshotPtr now = _current->load();
-    return _counter.isNewest(stamp, now->version()) ? now : ask();
+    return _index->stamp() == _known.load() || isOwnCommit() ? _current->load() : ask();
 }
 
 SnapshotPtr Follower::ask() {
     const std::lock_guard lock(_asking);
-    const VersionCounter::Stamp stamp = _counter.read();
-    if (!_counter.isNewest(stamp, _current->load()->version())) {
+    const WalIndex::Stamp stamp = _index->stamp();
+    if (stamp != _known.load() && _files->areInPlace()) {
         withSqlite(_file, [&] {
-            catchUp();
-            if (!_counter.isNewest(stamp, _current->load()->version())) {
-                heal(stamp);
+            const Transaction read(_database, Transaction::Kind::Read);
+            SnapshotDraft next(*_current->load());
+            if (_reader.catchUp(next.edit())) {
+                _current->advance(SnapshotPtr::make(std::move(next)));
             }
         });
+        _known.store(stamp);
     }
     return _current->load();
 }
 
-void Follower::catchUp() {
-    const Transaction read(_database, Transaction::Kind::Read);
-    readNews();
+void Follower::beginCommit() {
+    _ownCommit.store(_index->commits() + 1U);
 }
 
-void Follower::readNews() {
-    SnapshotDraft next(*_current->load());
-    if (_reader.catchUp(next.edit())) {
-        _current->advance(SnapshotPtr::make(std::move(next)));
-    }
-}
-
-// The counter says that something is going on, and the database that nothing is new: a commit that
-// is not done yet, or never will be. If the writer's turn is free, it is the latter.
-void Follower::heal(VersionCounter::Stamp stamp) {
-    _database.setBusyTimeout(0);
-    try {
-        const Transaction turn(_database, Transaction::Kind::Write);
-        readNews();
-        _counter.heal(stamp, _current->load()->version());
-    } catch (const SQLite::Exception& failure) {
-        if (failure.getErrorCode() != SQLITE_BUSY) {
-            throw;
+void Follower::endCommit(SnapshotPtr made) {
+    if (made) {
+        _current->advance(std::move(made));
+        if (const WalIndex::Stamp stamp = _index->stamp(); isOwnCommit()) {
+            _known.store(stamp);
         }
     }
-    _database.setBusyTimeout(static_cast<int>(turnTimeout.count()));
+    _ownCommit.store(none);
+}
+
+// Whether the last commit of all is the one that goes on in this process. Nobody was told of it
+// yet.
+bool Follower::isOwnCommit() const {
+    const std::int64_t own = _ownCommit.load();
+    return own != none && _index->commits() == own;
 }
 
 } // namespace array

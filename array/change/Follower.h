@@ -1,14 +1,17 @@
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include <SQLiteCpp/Database.h>
 
 #include "array/containers/Published.h"
+#include "array/database/OpenFiles.h"
 #include "array/database/SnapshotReader.h"
-#include "array/database/VersionCounter.h"
+#include "array/database/WalIndex.h"
 #include "array/model/Snapshot.h"
 
 namespace array {
@@ -41,25 +44,36 @@ public:
     // SQLite::Exception.
     explicit Follower(const std::filesystem::path& directory);
 
-    // The newest snapshot that there is, in whatever process it was made. Costs no more than a look
-    // at two words of memory while no other process commits.
+    // The newest snapshot that there is, in whatever process it was made; while the files are not
+    // in their place, the newest that this process has. Costs no more than a look at two words of
+    // memory while no other process commits.
     SnapshotPtr newest();
 
     CurrentSnapshot& current() { return *_current; }
-    VersionCounter& counter() { return _counter; }
+    const WalIndex& index() const { return *_index; }
+    const OpenFiles& files() const { return *_files; }
+
+    // Around a commit of this process, for the holder of the turn whose snapshot is the newest: its
+    // readers need not ask the database what was committed.
+    void beginCommit();
+    void endCommit(SnapshotPtr made); // null: there was none
 
 private:
     SnapshotPtr ask();
-    void catchUp();
-    void readNews();
-    void heal(VersionCounter::Stamp stamp);
+    bool isOwnCommit() const;
 
     const std::filesystem::path _file;
     std::mutex _asking;
     SQLite::Database _database; // guarded by _asking, as is _reader
     SnapshotReader _reader;
-    VersionCounter _counter;
     std::unique_ptr<CurrentSnapshot> _current;
+    std::optional<WalIndex> _index;
+    std::optional<OpenFiles> _files;
+    std::atomic<WalIndex::Stamp> _known{0}; // the current snapshot is as new as this, or newer
+
+    // The number that the commit which goes on in this process has, or will have, in the index.
+    static constexpr std::int64_t none = -1;
+    std::atomic<std::int64_t> _ownCommit{none};
 };
 
 } // namespace array

@@ -57,6 +57,7 @@ void Change::removeInitiator(Id id) {
         fail(ErrorCode::InUse, "Initiator " + array::quoted(need<Initiator>(id).name) +
                                    " cannot be removed while it has sessions.");
     }
+    _clearsSecret = _clearsSecret || !need<Initiator>(id).secret.empty();
     erase<Initiator>(id);
 }
 
@@ -75,6 +76,7 @@ void Change::removeTarget(Id id) {
     }
     erase<SessionParameters>(_next.sessionSettingsOf(id));
     erase<ConnectionParameters>(_next.connectionSettingsOf(id));
+    _clearsSecret = _clearsSecret || !need<Target>(id).secret.empty();
     erase<Target>(id);
     _fabric.targetChanged(*this, id);
 }

@@ -104,6 +104,7 @@ void setUp(SQLite::Database& database, const fs::path& file) {
                                          ": the file system cannot share memory between "
                                          "processes. Use a local one.");
     }
+    database.exec("PRAGMA secure_delete = ON"); // of secrets
     // What a savepoint needs to go back, which is little, stays off the disk.
     database.exec("PRAGMA temp_store = MEMORY");
     // A large change leaves a large log behind; it need not stay so.
@@ -153,6 +154,8 @@ void copyDatabase(const fs::path& from, const fs::path& to) {
                 throw SQLite::Exception("the copy is not complete", result);
             }
         });
+        syncFile(to);
+        syncDirectory(to.has_parent_path() ? to.parent_path() : ".");
     } catch (...) {
         std::error_code ignored;
         fs::remove(to, ignored);

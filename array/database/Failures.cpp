@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include "array/database/Turn.h"
 #include "array/model/ErrorCode.h"
 
 namespace array {
@@ -33,8 +34,7 @@ constexpr Row sqliteErrors[] = {
      "Nothing was changed. Make room on the file system and try again."},
     {SQLITE_IOERR_SHMSIZE, ErrorCode::StateFull,
      "Nothing was changed. Make room on the file system and try again."},
-    {SQLITE_BUSY, ErrorCode::StateBusy,
-     "Nothing was changed. Another process is changing the array; try again when it is done."},
+    {SQLITE_BUSY, ErrorCode::StateBusy, "Nothing was changed. "},
     {SQLITE_CORRUPT, ErrorCode::StateDamaged, "Put a backup in its place."},
     {SQLITE_NOTADB, ErrorCode::StateDamaged, "Put a backup in its place."},
     {SQLITE_CONSTRAINT, ErrorCode::StateDamaged,
@@ -47,6 +47,11 @@ constexpr Row sqliteErrors[] = {
 
 constexpr Row otherSqliteError = {SQLITE_ERROR, ErrorCode::StateFailed,
                                   "Nothing was changed. Look at the disk and the system's log."};
+
+std::string adviceWhileBusy(const std::filesystem::path& database) {
+    return "The array is being changed by " + turnHolder(database).value_or("another process") +
+           "; try again when it is done, or end it if it hangs.";
+}
 
 } // namespace
 
@@ -69,7 +74,8 @@ void failSqlite(const SQLite::Exception& failure, const std::filesystem::path& f
             found = &row;
         }
     }
-    fail(found->code, file.string() + ": " + failure.what() + ". " + found->advice);
+    fail(found->code, file.string() + ": " + failure.what() + ". " + found->advice +
+                          (found->code == ErrorCode::StateBusy ? adviceWhileBusy(file) : ""));
 }
 
 } // namespace array

@@ -22,6 +22,17 @@ std::string octal(mode_t mode) {
     return digits;
 }
 
+void sync(const std::filesystem::path& path, int flags) {
+    const int descriptor = open(path.c_str(), flags | O_CLOEXEC);
+    const int error = descriptor >= 0 && fsync(descriptor) == 0 ? 0 : errno;
+    if (descriptor >= 0) {
+        close(descriptor);
+    }
+    if (error != 0) {
+        failFile(path, error);
+    }
+}
+
 } // namespace
 
 void checkStateDirectory(const std::filesystem::path& directory) {
@@ -59,15 +70,12 @@ void makeStateDirectory(const std::filesystem::path& directory) {
     }
 }
 
+void syncFile(const std::filesystem::path& file) {
+    sync(file, O_RDONLY);
+}
+
 void syncDirectory(const std::filesystem::path& directory) {
-    const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const int error = descriptor >= 0 && fsync(descriptor) == 0 ? 0 : errno;
-    if (descriptor >= 0) {
-        close(descriptor);
-    }
-    if (error != 0) {
-        failFile(directory, error);
-    }
+    sync(directory, O_RDONLY | O_DIRECTORY);
 }
 
 } // namespace array

@@ -8,9 +8,6 @@ namespace array {
 inline std::filesystem::path databaseIn(const std::filesystem::path& directory) {
     return directory / "array.db";
 }
-inline std::filesystem::path counterIn(const std::filesystem::path& directory) {
-    return directory / "array.version";
-}
 inline std::filesystem::path eventsIn(const std::filesystem::path& directory) {
     return directory / "events.jsonl";
 }
@@ -21,6 +18,9 @@ void checkStateDirectory(const std::filesystem::path& directory);
 
 // Makes the directory, with mode 0700, unless it is there. Its parent must be there.
 void makeStateDirectory(const std::filesystem::path& directory);
+
+// Makes the content of a file permanent. Throws DRAVOperationFailedException.
+void syncFile(const std::filesystem::path& file);
 
 // Makes permanent what was made, renamed or removed in a directory: without it, a loss of power may
 // take that back. Throws DRAVOperationFailedException.

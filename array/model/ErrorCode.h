@@ -44,7 +44,8 @@ enum class ErrorCode : Pegasus::Uint32 {
     StateExists = 56,     // a file to be made is there already
     StateBusy = 57,       // another process held the writer's turn for too long
     StateFull = 58,       // no space left; nothing was changed
-    StateFailed = 59      // another failure to read or write; nothing was changed
+    StateFailed = 59,     // another failure to read or write; nothing was changed
+    StateGone = 60        // the files in use were removed, or others put in their place
 };
 
 // True for a failure of the state directory or a file of it, whatever was asked of the array.

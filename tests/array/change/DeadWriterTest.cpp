@@ -166,5 +166,35 @@ TEST_F(DeadWriterTest, OthersGoOnWhileWritersDie) {
     }
 }
 
+// Whatever stands in the log, and wherever in a change or commit the writer is.
+TEST_F(DeadWriterTest, ReadersDoNotNoticeAWriterThatIsStopped) {
+    std::mt19937 random(20260103);
+    for (int stop = 0; stop < crashes(); ++stop) {
+        const std::size_t before = now()->count(CLASSID_VOLUME);
+        Child child([&, stop](const Child::Voice& voice) {
+            const auto mine = Array::open(state());
+            for (int i = 0;; ++i, voice.acknowledge()) {
+                mine->change([&](Change& change) {
+                    change.create(
+                        Volume{std::to_string(100000 + stop) + std::to_string(10000000 + i),
+                               std::string(200, 'n'), 0, 0});
+                });
+            }
+        });
+        for (int heard = 0; heard < 40; ++heard) {
+            ASSERT_TRUE(child.waitForAcknowledgement());
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 5000));
+        child.stopNow();
+        const auto begin = std::chrono::steady_clock::now();
+        for (int i = 0; i < 100; ++i) {
+            EXPECT_GE(now()->count(CLASSID_VOLUME), before + 40);
+        }
+        EXPECT_GE(Array::open(state())->snapshot()->count(CLASSID_VOLUME), before + 40);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s) << stop;
+        ASSERT_TRUE(child.killNow());
+    }
+}
+
 } // namespace
 } // namespace array

@@ -1,5 +1,7 @@
 #include "array/database/Check.h"
 
+#include <thread>
+
 #include <SQLiteCpp/Database.h>
 
 #include "array/database/StateDirectory.h"
@@ -64,6 +66,34 @@ INSTANTIATE_TEST_SUITE_P(
                "Ovrin:23000001: FirstBurstLength 524288 of it is longer than its MaxBurstLength "
                "262144 (RFC 7143 section 13.14)."}),
     [](const auto& damage) { return damage.param.name; });
+
+class LogGrowthTest : public ArrayFixture {};
+
+TEST_F(LogGrowthTest, IsBoundedByEndingTheLookForDamage) {
+    change([](Change& change) {
+        for (int i = 0; i < 20000; ++i) {
+            change.create(Volume{std::to_string(1000000000 + i), std::string(200, 'n'), 0, 0});
+        }
+    });
+    std::jthread writer([this](const std::stop_token& stopping) {
+        const auto other = Array::open(state());
+        while (!stopping.stop_requested()) {
+            other->change([](Change& change) {
+                for (int i = 0; i < 100; ++i) {
+                    change.remove(change.create(Volume{"FF" + std::to_string(1000 + i), {}, 0, 0}));
+                }
+            });
+        }
+    });
+    Failure failure;
+    for (int attempts = 0; attempts < 1000 && failure.code == ErrorCode{}; ++attempts) {
+        failure = failureOf([&] { findDamage(databaseIn(state()), 0); });
+    }
+    EXPECT_EQ(failure.code, ErrorCode::StateBusy);
+    EXPECT_NE(failure.message.find("array.db-wal has grown by over 0 bytes"), std::string::npos)
+        << failure.message;
+    EXPECT_TRUE(findDamage(databaseIn(state())).empty());
+}
 
 } // namespace
 } // namespace array

@@ -195,9 +195,36 @@ TEST_P(DirectoryFailureTest, AnArrayWhoseNameIsNotSafeIsNotAcknowledged) {
     EXPECT_NO_THROW(create());
 }
 
+TEST_P(DirectoryFailureTest, ABackupWhoseNameIsNotSafeIsNotAcknowledged) {
+    const fs::path copy = _directory.path() / "copy.db";
+    const auto array = Array::openOrCreate(_directory.path());
+    FaultyDisk::failDirectoryFlushes(GetParam().error);
+    const Failure failure = failureOf([&] { array->backup(copy); });
+    EXPECT_EQ(static_cast<int>(failure.code), static_cast<int>(GetParam().code));
+    EXPECT_FALSE(fs::exists(copy));
+    FaultyDisk::works();
+    EXPECT_NO_THROW(array->backup(copy));
+}
+
 INSTANTIATE_TEST_SUITE_P(Errors, DirectoryFailureTest,
                          testing::Values(DirectoryFault{EIO, ErrorCode::StateFailed},
                                          DirectoryFault{ENOSPC, ErrorCode::StateFull}));
+
+TEST(FilesThatGoTest, InTheMiddleOfACommitTakeItWithThem) {
+    FaultyDisk::install();
+    const TemporaryDirectory directory;
+    const fs::path state = directory.path() / "state";
+    const auto array = Array::openOrCreate(state);
+    FaultyDisk::atNextFlush([&] { fs::rename(state, directory.path() / "aside"); });
+    const Failure failure = failureOf([&] {
+        array->change([](Change& change) { change.create(Volume{"0A", {}, 0, 0}); });
+    });
+    EXPECT_EQ(failure.code, ErrorCode::StateGone);
+    EXPECT_NE(failure.message.find("The change went into the files that are gone."),
+              std::string::npos)
+        << failure.message;
+    EXPECT_EQ(array->snapshot()->count(CLASSID_VOLUME), 0u);
+}
 
 } // namespace
 } // namespace array

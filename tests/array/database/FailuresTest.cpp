@@ -115,7 +115,6 @@ TEST_F(FileSystemTest, AFullOneIsNoPlaceForANewStateDirectory) {
 
 TEST_F(FileSystemTest, OnAFullOneAnArrayThatNobodyUsesIsRefusedWithAdvice) {
     addVolumes(*Array::openOrCreate(state()), 10);
-    fs::remove(counterIn(state()));
     _fileSystem.fill();
     const Failure failure = failureOf([&] { Array::open(state()); });
     EXPECT_EQ(failure.code, ErrorCode::StateFull);

@@ -62,6 +62,11 @@ bool Child::waitForAcknowledgement() {
     return true;
 }
 
+void Child::stopNow() const {
+    kill(_process, SIGSTOP);
+    waitpid(_process, nullptr, WUNTRACED);
+}
+
 bool Child::killNow() {
     if (_process < 0) {
         return false;

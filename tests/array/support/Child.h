@@ -34,6 +34,9 @@ public:
     // Waits until the child has acknowledged one more thing; false if it is gone instead.
     bool waitForAcknowledgement();
 
+    // Stops it wherever it is; waits until it is stopped.
+    void stopNow() const;
+
     // Kills it and waits until it is gone. False if it had come to an end by itself.
     bool killNow();
 

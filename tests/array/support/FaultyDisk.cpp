@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <csignal>
 #include <sys/stat.h>
+#include <utility>
 
 #include <sqlite3.h>
 
@@ -20,6 +21,7 @@ std::atomic<int> failureCode{SQLITE_OK};
 std::atomic<bool> failed{false};
 std::atomic<int> flushCount{0};
 std::atomic<int> directoryError{0};
+std::function<void()> flushAct; // of one thread
 
 // True if this is the call that shall not succeed.
 bool isStruck(FaultyDisk::Call kind) {
@@ -70,6 +72,9 @@ int write(sqlite3_file* file, const void* bytes, int size, sqlite3_int64 at) {
 
 int flush(sqlite3_file* file, int flags) {
     ++flushCount;
+    if (const auto act = std::exchange(flushAct, nullptr)) {
+        act();
+    }
     return passOrFail<FaultyDisk::Call::Write, &sqlite3_io_methods::xSync>(file, flags);
 }
 
@@ -168,6 +173,10 @@ void FaultyDisk::dieAfter(int calls) {
 
 void FaultyDisk::failDirectoryFlushes(int error) {
     directoryError = error;
+}
+
+void FaultyDisk::atNextFlush(std::function<void()> act) {
+    flushAct = std::move(act);
 }
 
 void FaultyDisk::works() {

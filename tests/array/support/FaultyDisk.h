@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace array {
 
 // What stands between SQLite and the disk in tests: it lets everything through until told to fail.
@@ -30,6 +32,9 @@ public:
     // Lets each flush of a directory by the array itself fail with an errno, until works() is
     // called. The program must be linked with --wrap=fsync.
     static void failDirectoryFlushes(int error);
+
+    // Calls this once, in the middle of the next flush.
+    static void atNextFlush(std::function<void()> act);
 
     static void works();
 
