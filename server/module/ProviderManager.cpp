@@ -1,5 +1,6 @@
 #include "server/module/ProviderManager.h"
 
+#include <cstddef>
 #include <dlfcn.h>
 #include <exception>
 #include <string>
@@ -8,7 +9,6 @@
 
 #include <Pegasus/Common/Exception.h>
 
-#include "engine/Health.h"
 #include "server/operation/Utf8.h"
 
 using namespace Pegasus;
@@ -152,7 +152,7 @@ std::string problemOfEngine(const std::filesystem::path& module) {
         return {};
     }
     std::string problem;
-    using Why = decltype(&DRAVWhyNotHealthy);
+    using Why = std::size_t (*)(char* text, std::size_t size); // as engine/Health.h declares it
     if (const auto why = reinterpret_cast<Why>(dlsym(library, "DRAVWhyNotHealthy"))) {
         problem.resize(1000);
         problem.resize(why(problem.data(), problem.size()));
