@@ -82,7 +82,7 @@ public:
         });
     }
     std::string spareText() override { return _queue.spareText(); }
-    void aside(const std::function<void()>& work) override { _sessions.workers.whileWaiting(work); }
+    void aside(const std::function<void()>& work) override { workers().whileWaiting(work); }
 
 private:
     using Self = std::shared_ptr<StreamSession>;
