@@ -1,7 +1,7 @@
 #include "server/http/WorkerPool.h"
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
 #include <utility>
 
 namespace smisd {
@@ -23,13 +23,33 @@ void WorkerPool::post(Job job, const std::string& user) {
         const std::lock_guard lock(_mutex);
         const auto share = _shares.try_emplace(user).first;
         share->second.most = user.empty() ? _workers : (_workers + 1) / 2;
-        share->second.jobs.push_back(std::move(job));
-        if (share->second.jobs.size() == 1) {
-            _turns.push_back(share);
+        try {
+            enqueue(share, std::move(job));
+        } catch (...) {
+            forgetIfUnused(share);
+            throw;
         }
-        startThreadIfNeeded();
     }
     _jobPosted.notify_one(); // without the lock, which the thread that wakes needs
+}
+
+// All of it, or nothing when it throws.
+void WorkerPool::enqueue(Shares::iterator share, Job job) {
+    std::list<Shares::iterator> turn{share};
+    std::deque<Job>& jobs = share->second.jobs;
+    jobs.push_back(std::move(job));
+    if (jobs.size() == 1) {
+        _turns.splice(_turns.end(), turn);
+    }
+    try {
+        startThreadIfNeeded();
+    } catch (...) {
+        jobs.pop_back();
+        if (jobs.empty()) {
+            _turns.remove(share);
+        }
+        throw;
+    }
 }
 
 bool WorkerPool::hasRoom(const Share& share) const {
@@ -49,7 +69,7 @@ void WorkerPool::startThreadIfNeeded() {
         try {
             _threads.emplace_back([this] { work(); });
             ++_idle;
-        } catch (const std::system_error&) {
+        } catch (const std::exception&) { // no memory, or too many threads
             if (_threads.empty()) {
                 throw;
             }

@@ -52,6 +52,7 @@ private:
     };
     using Shares = std::map<std::string, Share>;
 
+    void enqueue(Shares::iterator share, Job job);
     void work();
     bool hasRoom(const Share& share) const;
     Shares::iterator next();
