@@ -1,10 +1,13 @@
 #include "server/auth/AuditLog.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <climits>
 #include <cstdio>
 #include <fcntl.h>
 #include <fstream>
+#include <poll.h>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -24,6 +27,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t longestText = 1024; // of a member: a client chooses its keys
+constexpr int patience = 1000;            // milliseconds with a pipe that is full
 
 int openFile(const fs::path& file) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
@@ -160,10 +164,14 @@ bool AuditLog::append(const std::string& line) {
 // Returns 0, or what errno says after a part of the text or none. Lines of the log, which go to
 // standard error too, stay whole.
 int AuditLog::writeAll(std::string_view text) {
-    const std::unique_ptr<FILE, decltype(&funlockfile)> whole(stderr, funlockfile);
     flockfile(stderr);
+    const std::unique_ptr<FILE, decltype(&funlockfile)> whole(stderr, funlockfile);
     while (!text.empty()) {
-        const ssize_t count = ::write(_descriptor, text.data(), text.size());
+        if (!hasRoom()) {
+            return EAGAIN;
+        }
+        const ssize_t count =
+            ::write(_descriptor, text.data(), std::min<std::size_t>(text.size(), PIPE_BUF));
         if (count > 0) {
             const auto written = static_cast<std::size_t>(count);
             _torn = text[written - 1] != '\n';
@@ -173,6 +181,13 @@ int AuditLog::writeAll(std::string_view text) {
         }
     }
     return 0;
+}
+
+// A pipe that nobody reads is as good as a full disk. One that has room has it for PIPE_BUF bytes.
+bool AuditLog::hasRoom() {
+    pollfd output{_descriptor, POLLOUT, 0};
+    _full = poll(&output, 1, _full ? 0 : patience) != 1;
+    return !_full;
 }
 
 } // namespace smisd

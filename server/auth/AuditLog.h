@@ -60,6 +60,7 @@ public:
 private:
     bool append(const std::string& line);
     int writeAll(std::string_view text); // the lock is held
+    bool hasRoom();
 
     const std::filesystem::path _file; // empty: standard error
     std::atomic<std::uint64_t> _lost{0};
@@ -67,6 +68,7 @@ private:
     std::mutex _mutex; // guards what follows
     int _descriptor;
     bool _torn = false; // the last line lacks its end
+    bool _full = false; // when last looked
 
     std::unique_ptr<RepeatSums<AuditRecord>> _repeats; // has a lock of its own
 };

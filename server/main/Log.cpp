@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -9,7 +10,6 @@
 #include <boost/asio/ip/address.hpp>
 #include <fmt/chrono.h>
 #include <nlohmann/json.hpp>
-#include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 
 #include "server/auth/AddressGroup.h"
@@ -51,8 +51,7 @@ std::string withoutNumbers(std::string_view text) {
 } // namespace
 
 void startLog(const std::string& level, const std::string& format) {
-    const auto sink =
-        std::make_shared<SummingSink>(std::make_shared<spdlog::sinks::stderr_sink_mt>());
+    const auto sink = std::make_shared<SummingSink>(std::make_shared<StandardErrorSink>());
     auto logger = std::make_shared<spdlog::logger>("smisd", sink);
     logger->set_formatter(formatterNamed(format));
     spdlog::set_default_logger(std::move(logger));
@@ -131,6 +130,16 @@ void SummingSink::log(const spdlog::details::log_msg& message) {
         }
     }
     _sink->log(message);
+}
+
+// Lines of the audit, which may go there too, stay whole.
+void StandardErrorSink::sink_it_(const spdlog::details::log_msg& message) {
+    spdlog::memory_buf_t line;
+    formatter_->format(message, line);
+    flockfile(stderr);
+    _output.sputn(line.data(), static_cast<std::streamsize>(line.size()));
+    _output.pubsync();
+    funlockfile(stderr);
 }
 
 } // namespace smisd

@@ -1,14 +1,19 @@
 // The server's log, on standard error.
 #pragma once
 
+#include <chrono>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <unistd.h>
 
 #include <spdlog/formatter.h>
 #include <spdlog/pattern_formatter.h>
+#include <spdlog/sinks/base_sink.h>
 #include <spdlog/sinks/sink.h>
 
 #include "server/auth/RepeatSums.h"
+#include "server/main/StandardOutput.h"
 
 namespace smisd {
 
@@ -67,6 +72,17 @@ public:
 private:
     const spdlog::sink_ptr _sink;
     RepeatSums<LineKind> _repeats;
+};
+
+// Standard error. Of a pipe that nobody has read for a second, what does not fit is dropped, so
+// that clients are served all the same.
+class StandardErrorSink : public spdlog::sinks::base_sink<std::mutex> {
+protected:
+    void sink_it_(const spdlog::details::log_msg& message) override;
+    void flush_() override {}
+
+private:
+    UnblockedOutput _output{STDERR_FILENO, std::chrono::seconds(1)};
 };
 
 } // namespace smisd

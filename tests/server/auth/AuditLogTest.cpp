@@ -1,11 +1,14 @@
 #include "server/auth/AuditLog.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -153,6 +156,24 @@ TEST(FullAuditFile, IsToldAndCounted) {
     EXPECT_FALSE(audit.write({"change", "a"}));
     audit.writeSummed({"login", "a"});
     EXPECT_EQ(audit.lost(), 2U);
+}
+
+TEST_F(AuditFile, ThatIsAPipeWhichNobodyReadsTakesNothingMore) {
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    const int reader = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    AuditLog audit(file);
+    const AuditRecord record{"change", std::string(1000, 'x')};
+    int written = 0;
+    while (written < 10'000 && audit.write(record)) {
+        ++written;
+    }
+    EXPECT_LT(written, 10'000);
+    std::string bytes(10'000'000, '\0');
+    EXPECT_GT(read(reader, bytes.data(), bytes.size()), 0);
+    EXPECT_TRUE(audit.write(record));
+    std::signal(SIGPIPE, SIG_IGN);
+    close(reader);
+    EXPECT_FALSE(audit.write(record));
 }
 
 // A disk that is full, for this process: files may not grow beyond some bytes.
