@@ -44,6 +44,15 @@ std::string whyNotStarted(const std::filesystem::path& state,
     return line;
 }
 
+// The same for a shell.
+std::string execution(const std::vector<std::string>& command) {
+    std::string text = "exec";
+    for (const std::string& argument : command) {
+        text += " '" + argument + "'";
+    }
+    return text;
+}
+
 class Start : public testing::Test {
 protected:
     smisd::test::TemporaryDirectory directory;
@@ -144,11 +153,9 @@ TEST(Crash, LeavesNoCoreFile) {
     const Array array;
     const std::filesystem::path directory = array.file("cores");
     std::filesystem::create_directory(directory);
-    std::string command = "ulimit -c unlimited; cd '" + directory.string() + "'; exec";
-    for (const std::string& argument : smisdCommand(array.state(), {"--no-auth"})) {
-        command += " '" + argument + "'";
-    }
-    Process smisd({"sh", "-c", command});
+    Process smisd({"sh", "-c",
+                   "ulimit -c unlimited; cd '" + directory.string() + "'; " +
+                       execution(smisdCommand(array.state(), {"--no-auth"}))});
     EXPECT_THAT(smisd.readLine(), HasSubstr("listening"));
     EXPECT_THAT(readFile("/proc/" + std::to_string(smisd.pid()) + "/limits"),
                 ContainsRegex("Max core file size  *0  *0 "));
@@ -220,6 +227,22 @@ TEST(Stop, OutputThatNobodyReadsEndsNothing) {
     smisd.process().closeOutput();
     EXPECT_THAT(roundTrip(smisd.port(), enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
     EXPECT_EQ(smisd.stop().status, 0);
+}
+
+TEST(StandardError, ThatStaysUnreadKeepsNoClientWaiting) {
+    const Array array;
+    Process smisd({"sh", "-c",
+                   "head -c 65536 /dev/zero >&2; " + // as much as a pipe holds
+                       execution(smisdCommand(array.state(), {"--no-auth"}))});
+    const std::string listening = smisd.readLine();
+    const auto port =
+        static_cast<unsigned short>(std::stoul(listening.substr(listening.rfind(':') + 1)));
+    EXPECT_THAT(roundTrip(port, enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
+    EXPECT_THAT(roundTrip(port, requestBytes(readFile(std::string(PAIRS) + "/DeleteHost.request"))),
+                HasSubstr("the audit log cannot be written"));
+    EXPECT_THAT(roundTrip(port, enumerateHosts()), StartsWith("HTTP/1.1 200 OK\r\n"));
+    smisd.signal(SIGTERM);
+    EXPECT_EQ(smisd.wait().status, 0);
 }
 
 // Each of the requests writes a line, and the pipe holds some 1,400 of them.
