@@ -1,11 +1,11 @@
 #include <iostream>
-#include <sys/prctl.h>
 #include <unistd.h>
 
 #include "cli/Arrayctl.h"
+#include "commandline/CoreFiles.h"
 
 int main(int argc, char** argv) {
-    prctl(PR_SET_DUMPABLE, 0); // what it holds of secrets gets into no core file
+    commandline::leaveNoCoreFiles();
     std::ios::sync_with_stdio(false);
     cli::Context context(std::cin, std::cout, std::cerr);
     context.inIsTerminal = isatty(STDIN_FILENO) == 1;

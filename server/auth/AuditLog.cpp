@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
+#include <tuple>
 #include <unistd.h>
 #include <utility>
 
@@ -110,6 +111,14 @@ AuditRecord widerKindOf(const AuditRecord& record) {
 }
 
 } // namespace
+
+bool AuditRecord::operator<(const AuditRecord& other) const {
+    const auto members = [](const AuditRecord& record) {
+        return std::tie(record.event, record.user, record.address, record.operation, record.method,
+                        record.object, record.outcome, record.returned, record.change);
+    };
+    return members(*this) < members(other);
+}
 
 AuditLog::AuditLog() : AuditLog(fs::path()) {}
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <atomic>
-#include <compare>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -27,7 +26,7 @@ struct AuditRecord {
     std::string returned = {};  // by an extrinsic method: its return value, an integer
     std::uint64_t change = 0;   // the number of a change; 0: none
 
-    auto operator<=>(const AuditRecord&) const = default;
+    bool operator<(const AuditRecord& other) const; // some order of records
 };
 
 // Writes records as lines of JSON, whatever the level of the log is. Thread-safe.
