@@ -26,6 +26,9 @@ bool isEscaped(Uint32 character) {
 } // namespace
 
 std::string printable(std::string_view text) {
+    if (std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; })) {
+        return std::string(text); // most are so
+    }
     std::string out;
     const auto* at = reinterpret_cast<const unsigned char*>(text.data());
     const auto* const end = at + text.size();
