@@ -6,6 +6,7 @@
 #include <string>
 
 #include "array/Array.h"
+#include "cli/EscapedOutput.h"
 #include "cli/NewState.h"
 
 namespace cli {
@@ -13,11 +14,12 @@ namespace cli {
 // What a command works with: where it reads and writes, and the options that all commands share.
 struct Context {
     Context(std::istream& input, std::ostream& output, std::ostream& errors)
-        : in(input), out(output), err(errors) {}
+        : in(input), out(output), err(errors), terminal(errors) {}
 
     std::istream& in;
-    std::ostream& out;
-    std::ostream& err;
+    EscapedOutput out;
+    EscapedOutput err;
+    std::ostream& terminal; // where err goes, for what is drawn there; nothing is escaped
     bool inIsTerminal = false;
     bool errIsTerminal = false;
 

@@ -6,14 +6,16 @@
 
 #include <bsd/readpassphrase.h>
 
+#include "array/model/Text.h"
+
 namespace cli {
 
 namespace {
 
 std::string askOnTerminal(const std::string& prompt) {
     char buffer[1024]; // longer than any secret that the array accepts
-    if (readpassphrase((prompt + ": ").c_str(), buffer, sizeof buffer, RPP_REQUIRE_TTY) ==
-        nullptr) {
+    if (readpassphrase((array::escaped(prompt) + ": ").c_str(), buffer, sizeof buffer,
+                       RPP_REQUIRE_TTY) == nullptr) {
         throw std::runtime_error("The secret cannot be read from the terminal.");
     }
     std::string secret(buffer);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
+#include "array/model/Text.h"
+
 namespace cli {
 
 namespace {
@@ -14,9 +16,10 @@ std::size_t width(const std::string& text) {
 
 } // namespace
 
-std::vector<std::string> aligned(const std::vector<std::vector<std::string>>& lines) {
+std::vector<std::string> aligned(std::vector<std::vector<std::string>> lines) {
     std::vector<std::size_t> widths;
-    for (const auto& line : lines) {
+    for (auto& line : lines) {
+        std::ranges::transform(line, line.begin(), array::escaped);
         widths.resize(std::max(widths.size(), line.size()));
         for (std::size_t i = 0; i < line.size(); ++i) {
             widths[i] = std::max(widths[i], width(line[i]));

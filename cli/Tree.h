@@ -8,7 +8,7 @@ namespace cli {
 
 // Joins the cells of each line, two blanks or more apart, so that the cells of all lines stand in
 // columns. Texts are UTF-8; each character counts as one wide.
-std::vector<std::string> aligned(const std::vector<std::vector<std::string>>& lines);
+std::vector<std::string> aligned(std::vector<std::vector<std::string>> lines);
 
 // A line of a drawn tree and what hangs below it.
 struct Branch {

@@ -16,6 +16,14 @@ std::uint16_t handleOf(std::uint32_t serial) {
     return static_cast<std::uint16_t>((serial - 1) % 0xFFFF + 1);
 }
 
+// With its iSCSI name as names are kept.
+template<class Record>
+Record kept(const Record& record) {
+    Record made = record;
+    made.name = keptISCSIName(record.name);
+    return made;
+}
+
 } // namespace
 
 Change::Change(ChangeWriter& writer, SnapshotDraft& next, Fabric& fabric,
@@ -126,14 +134,16 @@ Id Change::create(const Volume& volume) {
     return make(volume);
 }
 
-Id Change::create(const Initiator& initiator) {
+Id Change::create(const Initiator& given) {
+    const Initiator initiator = kept(given);
     checkNamed(initiator, 0);
     const Id id = make(initiator);
     noteSecret(id, initiator.name, {}, initiator.secret);
     return id;
 }
 
-Id Change::create(const Target& target) {
+Id Change::create(const Target& given) {
+    const Target target = kept(given);
     checkNamed(target, 0);
     const Id id = make(target);
     put(makeId(Pegasus::CLASSID_SESSION_SETTINGS, serialOf(id)), SessionParameters());
@@ -195,14 +205,16 @@ void Change::modify(Id id, const Volume& volume) {
     put(id, volume);
 }
 
-void Change::modify(Id id, const Initiator& initiator) {
+void Change::modify(Id id, const Initiator& given) {
+    const Initiator initiator = kept(given);
     const std::string before = need<Initiator>(id).secret;
     checkNamed(initiator, id);
     put(id, initiator);
     noteSecret(id, initiator.name, before, initiator.secret);
 }
 
-void Change::modify(Id id, const Target& target) {
+void Change::modify(Id id, const Target& given) {
+    const Target target = kept(given);
     const std::string before = need<Target>(id).secret;
     checkNamed(target, id);
     put(id, target);

@@ -6,6 +6,7 @@
 #include <netinet/in.h>
 
 #include "array/model/ErrorCode.h"
+#include "array/model/ISCSIName.h"
 #include "array/model/Text.h"
 
 namespace array {
@@ -19,7 +20,7 @@ constexpr std::size_t mostSecretBytes = 255; // that other implementations of CH
 constexpr std::size_t safeSecretBytes = 12;  // 96 bits
 
 // What a name has besides letters and digits (RFC 7143 section 4.2.7.2); other characters outside
-// of ASCII are left to the stringprep profile of RFC 3722, which lets most letters pass.
+// of ASCII are left to prepareISCSIName().
 bool isNameCharacter(char c) {
     return isLetter(c) || isDigit(c) || c == '-' || c == '.' || c == ':' || !isAscii(c);
 }
@@ -56,11 +57,6 @@ constexpr std::array<Form, 3> nameForms = {{
     {"naa.", isNaa, "after \"naa.\" come 16 or 32 hexadecimal digits (RFC 7143 section 4.2.7.6)"},
 }};
 
-bool startsWith(std::string_view text, std::string_view prefix) {
-    return text.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), text.begin(),
-                                                      [](char p, char t) { return p == lower(t); });
-}
-
 [[noreturn]] void failISCSIName(std::string_view name, const std::string& rule) {
     fail(ErrorCode::BadName, array::quoted(name) + " is no iSCSI name: " + rule + ".");
 }
@@ -71,25 +67,36 @@ bool isPlainText(std::string_view text) {
 
 } // namespace
 
-void checkISCSIName(std::string_view name) {
-    if (name.size() > iSCSINameBytes) {
-        failISCSIName(name, "it has " + std::to_string(name.size()) +
-                                " bytes, and 223 are allowed (RFC 7143 section 4.2.7.1)");
-    }
+std::string keptISCSIName(std::string_view name) {
     if (!all(name, isNameCharacter) || !isUtf8(name)) {
         failISCSIName(name, "it consists of letters, digits, \"-\", \".\" and \":\" (RFC 7143 "
                             "section 4.2.7.2)");
     }
+    const PreparedName prepared = prepareISCSIName(name);
+    if (prepared.brokenRule) {
+        failISCSIName(name, prepared.brokenRule);
+    }
+    const std::string& kept = prepared.name;
+    if (kept.size() > iSCSINameBytes) {
+        failISCSIName(name, "it has " + std::to_string(kept.size()) +
+                                " bytes, and 223 are allowed (RFC 7143 section 4.2.7.1)");
+    }
     for (const Form& form : nameForms) {
-        if (!startsWith(name, form.prefix)) {
+        if (!kept.starts_with(form.prefix)) {
             continue;
         }
-        if (!form.isRest(name.substr(form.prefix.size()))) {
+        if (!form.isRest(std::string_view(kept).substr(form.prefix.size()))) {
             failISCSIName(name, form.rule);
         }
-        return;
+        return kept;
     }
     failISCSIName(name, "it begins with \"iqn.\", \"eui.\" or \"naa.\" (RFC 7143 section 4.2.7.3)");
+}
+
+void checkISCSIName(std::string_view name) {
+    if (keptISCSIName(name) != name) {
+        failISCSIName(name, "names are kept in lower case and normalized (RFC 3722)");
+    }
 }
 
 void checkVolumeName(std::string_view name) {

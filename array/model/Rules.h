@@ -15,7 +15,12 @@ constexpr std::uint32_t lunLimit = 16384;
 // What names may look like. Each throws DRAVOperationFailedException with ErrorCode::BadName
 // (BadText for an element name) that quotes the text and says the rule.
 
-// An iSCSI name of the forms iqn., eui. and naa., at most 223 bytes (RFC 7143 section 4.2.7).
+// An iSCSI name of the forms iqn., eui. and naa., at most 223 bytes (RFC 7143 section 4.2.7), as it
+// is kept: in lower case and normalized as RFC 3722 says. Refused is what that prohibits, and also
+// characters that are not shown, such as a space without width, which it would drop.
+std::string keptISCSIName(std::string_view name);
+
+// A name that is kept in that form.
 void checkISCSIName(std::string_view name);
 
 // The hexadecimal text of a volume's identifier: whole bytes, at most 64 of them.

@@ -1,8 +1,10 @@
 #include "array/model/Snapshot.h"
 
 #include "array/model/ErrorCode.h"
+#include "array/model/ISCSIName.h"
 #include "array/model/Ids.h"
 #include "array/model/SnapshotContents.h"
+#include "array/model/Text.h"
 
 namespace array {
 
@@ -142,11 +144,23 @@ InterfaceStatistics Snapshot::interfaceStatistics(Id endpoint) const {
     return _contents->statisticsOf<InterfaceStatistics>(endpoint);
 }
 
+namespace {
+
+// By a name as it is kept, or as a client may write it. An array made earlier may keep others.
+template<class Record>
+Id byISCSIName(const Contents& contents, std::string_view name) {
+    const Id id = contents.byName<Record>(name);
+    return id != 0 || all(name, isAscii) ? id
+                                         : contents.byName<Record>(prepareISCSIName(name).name);
+}
+
+} // namespace
+
 Id Snapshot::initiatorByName(std::string_view iSCSIName) const {
-    return _contents->byName<Initiator>(iSCSIName);
+    return byISCSIName<Initiator>(*_contents, iSCSIName);
 }
 Id Snapshot::targetByName(std::string_view iSCSIName) const {
-    return _contents->byName<Target>(iSCSIName);
+    return byISCSIName<Target>(*_contents, iSCSIName);
 }
 Id Snapshot::volumeByName(std::string_view hexText) const {
     return _contents->byName<Volume>(hexText);

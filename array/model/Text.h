@@ -58,6 +58,18 @@ std::string hexTextOf(const Pegasus::String& key);
 // True for well-formed UTF-8: no overlong form, no surrogate, nothing above U+10FFFF.
 bool isUtf8(std::string_view text);
 
+// True for UTF-8 text with a character that is not shown, or that changes how others are: a mark of
+// direction, a space without width and the like.
+bool hasHidden(std::string_view text);
+
+// A text that may be shown to people: each control character but the end of a line, each character
+// of which hasHidden() tells, and each byte that is no UTF-8 is written as \u202E, which JSON
+// takes for the character too, or \xFF.
+std::string escaped(std::string_view text);
+
+// The bytes at the end of a text that are the beginning of a character.
+std::size_t beginningAtEnd(std::string_view text);
+
 // A client's text for an error message: in double quotes, at most 256 bytes of it, and with a
 // question mark for each byte that is no printable ASCII.
 std::string quoted(std::string_view text);

@@ -21,7 +21,7 @@ struct Export {
 
     void run(Context& context) const {
         const array::SnapshotPtr snapshot = context.array().snapshot();
-        Progress progress(context.err, context.errIsTerminal,
+        Progress progress(context.terminal, context.errIsTerminal,
                           array::description::countEntries(*snapshot), Progress::Clock::now());
         std::uint64_t entries = 0;
         array::description::Writer writer(context.out, withSecrets

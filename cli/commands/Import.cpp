@@ -74,7 +74,7 @@ private:
     // size: of the text in bytes; 0: unknown
     void import(Context& context, array::Array& array, std::istream& text,
                 std::uint64_t size) const {
-        Progress progress(context.err, context.errIsTerminal, size, Progress::Clock::now());
+        Progress progress(context.terminal, context.errIsTerminal, size, Progress::Clock::now());
         std::uint64_t entries = 0;
         const auto afterEach = [&] {
             if (size > 0 && ++entries % 1024 == 0) {

@@ -1,5 +1,7 @@
 #include "cli/Arrayctl.h"
 
+#include <fstream>
+
 #include "tests/cli/Cli.h"
 
 using testing::HasSubstr;
@@ -84,6 +86,23 @@ TEST_F(Arrayctl, TheStateDirectoryMayComeFromTheEnvironment) {
     EXPECT_EQ(cli::arrayctl(3, argv, context), cli::Done) << err.str();
     EXPECT_THAT(out.str(), HasSubstr("iqn.2026-01.com.example:host1"));
     unsetenv("DRAV_STATE_DIR");
+}
+
+// A name of an earlier array, an argument, an event: whatever is shown.
+TEST_F(Arrayctl, ShowsNoCharacterThatATerminalActsOn) {
+    importSmallArray();
+    const std::string mark = "\xE2\x80\xAE";
+    outputOf({"volume", "create", "6001", "--size", "1", "--element-name", "a" + mark + "b"});
+    EXPECT_THAT(outputOf({"volume", "list"}), HasSubstr("  a\\u202Eb  "));
+    EXPECT_THAT(outputOf({"--json", "volume", "list"}), HasSubstr("\"a\\u202Eb\""));
+    EXPECT_EQ(jsonOf({"volume", "list"}).back()["elementName"], "a" + mark + "b");
+    EXPECT_THAT(outputOf({"export"}), HasSubstr("\"a\\u202Eb\""));
+    EXPECT_EQ(run({"volume", "\x1B[2J" + mark}).err.find_first_of("\x1B\xE2"), std::string::npos);
+    std::ofstream(state / "events.jsonl") << "\x1B[2J\xC2\x9B"
+                                             "2J\r"
+                                          << mark << '\n';
+    EXPECT_EQ(outputOf({"events"}), "\\u001B[2J\\u009B2J\\u000D\\u202E\n");
+    EXPECT_EQ(outputOf({"--json", "events"}), "\\u001B[2J\\u009B2J\\u000D\\u202E\n");
 }
 
 } // namespace

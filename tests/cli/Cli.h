@@ -89,7 +89,7 @@ protected:
                { "name": "iqn.2026-01.com.example:t2" } ],
   "initiators": [ { "name": "iqn.2026-01.com.example:host1" },
                   { "name": "iqn.2026-01.com.example:host2", "secret": "host-secret-22" },
-                  { "name": "eui.02004567A425678D" } ],
+                  { "name": "eui.02004567a425678d" } ],
   "grants": [ { "target": "iqn.2026-01.com.example:t1", "initiator": "iqn.2026-01.com.example:host1" },
               { "target": "iqn.2026-01.com.example:t1", "initiator": "iqn.2026-01.com.example:host2" } ],
   "logicalUnits": [ { "target": "iqn.2026-01.com.example:t1",

@@ -59,7 +59,7 @@ TEST_F(Wbemcli, EnumeratesTheHosts) {
     EXPECT_THAT(linesOf(result.out),
                 ElementsAre(HasSubstr("StorageID=\"iqn.2026-01.com.example:host1\""),
                             HasSubstr("StorageID=\"iqn.2026-01.com.example:host2\""),
-                            HasSubstr("StorageID=\"eui.02004567A425678D\"")));
+                            HasSubstr("StorageID=\"eui.02004567a425678d\"")));
 }
 
 TEST_F(Wbemcli, EnumeratesTheNamesOfTheHosts) {

@@ -1,5 +1,8 @@
 #include "array/change/Change.h"
 
+#include <SQLiteCpp/Database.h>
+
+#include "array/database/StateDirectory.h"
 #include "array/model/Ids.h"
 #include "tests/array/ArrayFixture.h"
 
@@ -33,7 +36,7 @@ TEST_F(ChangeTest, NamesAreUniqueInTheirClassWhateverTheCase) {
     addVolume("ABCDEF");
     addEndpoint("2001:db8::1");
     expectRefused(ErrorCode::NameTaken,
-                  "\"iqn.2026-01.COM.EXAMPLE:T1\" is the name of another target, Ovrin:0E000001, "
+                  "\"iqn.2026-01.com.example:t1\" is the name of another target, Ovrin:0E000001, "
                   "and each has its own.",
                   [](Change& change) {
                       change.create(Target{"iqn.2026-01.COM.EXAMPLE:T1", {}});
@@ -326,6 +329,53 @@ TEST_F(ChangeTest, BadValuesAreRefusedInEveryClass) {
                               }); }).code,
               ErrorCode::BadName);
     EXPECT_EQ(now()->version(), 0u);
+}
+
+class NamesTest : public ArrayFixture {};
+
+TEST_F(NamesTest, AreKeptPreparedAndFoundHoweverTheyAreWritten) {
+    const std::string start = "iqn.2026-01.com.example:";
+    const Id initiator = create(Initiator{"IQN.2026-01.com.example:B\xC3\x9C"
+                                          "CHER",
+                                          {}});
+    const Id target = create(Target{start + "bu\xCC\x88"
+                                            "cher",
+                                    {}});
+    EXPECT_EQ(now()->initiator(initiator)->name, start + "b\xC3\xBC"
+                                                         "cher");
+    EXPECT_EQ(now()->target(target)->name, start + "b\xC3\xBC"
+                                                   "cher");
+    for (const char* name : {"b\xC3\xBC"
+                             "cher",
+                             "B\xC3\x9C"
+                             "cher",
+                             "BU\xCC\x88"
+                             "CHER"}) {
+        EXPECT_EQ(now()->initiatorByName(start + name), initiator);
+        EXPECT_EQ(now()->targetByName(start + name), target);
+        EXPECT_EQ(failureOf([&] {
+                      create(Initiator{start + name, {}});
+                  }).code,
+                  ErrorCode::NameTaken);
+    }
+    change([&](Change& change) { change.modify(target, Target{start + "T1", {}}); });
+    EXPECT_EQ(now()->target(target)->name, start + "t1");
+}
+
+TEST_F(NamesTest, OfAnEarlierArrayAreFoundAndTold) {
+    const std::string old = "iqn.2026-01.com.example:\xC3\x9C\xE2\x80\xAE";
+    const Id initiator = addInitiator();
+    _array.reset();
+    SQLite::Database(databaseIn(state()).string(), SQLite::OPEN_READWRITE)
+        .exec("UPDATE initiator SET name = '" + old + "'");
+    reopen();
+    EXPECT_EQ(now()->initiatorByName(old), initiator);
+    const std::vector<std::string> findings = array().check();
+    ASSERT_EQ(findings.size(), 1u);
+    EXPECT_EQ(findings[0], "Ovrin:0D000001: \"iqn.2026-01.com.example:?????\" is no iSCSI name: it "
+                           "has a character that is not shown.");
+    change([&](Change& change) { change.remove(initiator); });
+    EXPECT_TRUE(array().check().empty());
 }
 
 } // namespace

@@ -38,8 +38,12 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Damage{"Dangling", "UPDATE unit SET volume = 0x17000099 WHERE lun = 1",
                "array.db: row 251658242 of table unit names a volume that is not there"},
+        Damage{"NameInAnotherForm",
+               "UPDATE target SET name = 'iqn.2026-01.com.example:T9' WHERE name LIKE '%t1'",
+               "Ovrin:0E000001: \"iqn.2026-01.com.example:T9\" is no iSCSI name: names are kept in "
+               "lower case and normalized (RFC 3722)."},
         Damage{"DoubleName",
-               "UPDATE target SET name = 'iqn.2026-01.com.example:T1' WHERE id = "
+               "UPDATE target SET name = 'iqn.2026-01.com.example:t1' WHERE id = "
                "0x0E000002",
                "Ovrin:0E000002: Ovrin:0E000001 has the same name"},
         Damage{"BadName", "UPDATE initiator SET name = 'host1'",

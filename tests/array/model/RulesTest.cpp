@@ -12,32 +12,32 @@ TEST(ISCSIName, TheThreeFormsAreGood) {
           "naa.62004567BA64678D0123456789ABCDEF",
           "iqn.2026-01.com.example:b\xC3\xBC"
           "cher"}) {
-        EXPECT_NO_THROW(checkISCSIName(name)) << name;
+        EXPECT_NO_THROW(keptISCSIName(name)) << name;
     }
 }
 
 TEST(ISCSIName, HasAtMost223Bytes) {
     const std::string longest = "iqn.2026-01.com.example:" + std::string(199, 'x');
     ASSERT_EQ(longest.size(), 223u);
-    EXPECT_NO_THROW(checkISCSIName(longest));
+    EXPECT_NO_THROW(keptISCSIName(longest));
     expectFailure(ErrorCode::BadName,
                   "\"" + longest +
                       "x\" is no iSCSI name: it has 224 bytes, and 223 are allowed "
                       "(RFC 7143 section 4.2.7.1).",
-                  [&] { checkISCSIName(longest + "x"); });
+                  [&] { keptISCSIName(longest + "x"); });
 }
 
 TEST(ISCSIName, OtherCharactersAreRefused) {
     const std::string rule = " is no iSCSI name: it consists of letters, digits, \"-\", \".\" and "
                              "\":\" (RFC 7143 section 4.2.7.2).";
     expectFailure(ErrorCode::BadName, "\"iqn.2026-01.com.example:a b\"" + rule,
-                  [] { checkISCSIName("iqn.2026-01.com.example:a b"); });
+                  [] { keptISCSIName("iqn.2026-01.com.example:a b"); });
     expectFailure(ErrorCode::BadName, "\"iqn.2026-01.com.example:a_b\"" + rule,
-                  [] { checkISCSIName("iqn.2026-01.com.example:a_b"); });
+                  [] { keptISCSIName("iqn.2026-01.com.example:a_b"); });
     expectFailure(ErrorCode::BadName, "\"iqn.2026-01.com.example:?\"" + rule,
-                  [] { checkISCSIName("iqn.2026-01.com.example:\xFF"); });
+                  [] { keptISCSIName("iqn.2026-01.com.example:\xFF"); });
     expectFailure(ErrorCode::BadName, "\"iqn.2026-01.com.example:??\"" + rule,
-                  [] { checkISCSIName(std::string_view("iqn.2026-01.com.example:\0\n", 26)); });
+                  [] { keptISCSIName(std::string_view("iqn.2026-01.com.example:\0\n", 26)); });
 }
 
 struct BadForm {
@@ -51,7 +51,7 @@ TEST_P(ISCSINameForm, IsRefusedWithItsRule) {
     const auto& [name, rule] = GetParam();
     expectFailure(ErrorCode::BadName,
                   "\"" + std::string(name) + "\" is no iSCSI name: " + rule + ".",
-                  [name = name] { checkISCSIName(name); });
+                  [name = name] { keptISCSIName(name); });
 }
 
 constexpr const char* anyForm =
@@ -76,6 +76,91 @@ INSTANTIATE_TEST_SUITE_P(
                     BadForm{"eui.02004567A425678G", euiForm},
                     BadForm{"naa.52004567BA64678", naaForm},
                     BadForm{"naa.52004567BA64678D0", naaForm}));
+
+struct Prepared {
+    const char* given;
+    const char* kept;
+};
+
+class KeptISCSIName : public testing::TestWithParam<Prepared> {};
+
+TEST_P(KeptISCSIName, IsWhatRFC3722MakesOfIt) {
+    const std::string start = "iqn.2026-01.com.example:";
+    EXPECT_EQ(keptISCSIName(start + GetParam().given), start + GetParam().kept);
+    EXPECT_NO_THROW(checkISCSIName(start + GetParam().kept));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, KeptISCSIName,
+    testing::Values(Prepared{"Host1", "host1"},
+                    Prepared{"B\xC3\x9C"
+                             "CHER",
+                             "b\xC3\xBC"
+                             "cher"},
+                    Prepared{"bu\xCC\x88"
+                             "cher",
+                             "b\xC3\xBC"
+                             "cher"}, // u and its dots
+                    Prepared{"stra\xC3\x9F"
+                             "e",
+                             "strasse"},
+                    Prepared{"\xEF\xBD\x88\xEF\xBD\x8F", "ho"}, // letters of full width
+                    Prepared{"\xE2\x84\xA2", "tm"},
+                    Prepared{"\xCE\xA3\xCE\xA3", "\xCF\x83\xCF\x83"})); // sigma
+
+TEST(KeptISCSIName, HasTheHexadecimalDigitsOfTheOtherFormsInLowerCaseToo) {
+    EXPECT_EQ(keptISCSIName("eui.02004567A425678D"), "eui.02004567a425678d");
+    EXPECT_EQ(keptISCSIName("NAA.52004567BA64678D"), "naa.52004567ba64678d");
+}
+
+class RefusedISCSIName : public testing::TestWithParam<const char*> {};
+
+TEST_P(RefusedISCSIName, IsNeitherTakenNorKept) {
+    const std::string name = "iqn.2026-01.com.example:a" + std::string(GetParam());
+    EXPECT_EQ(failureOf([&] { keptISCSIName(name); }).code, ErrorCode::BadName);
+    EXPECT_EQ(failureOf([&] { checkISCSIName(name); }).code, ErrorCode::BadName);
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, RefusedISCSIName,
+                         testing::Values("\n", "\x1B[2J", "\x7F",
+                                         "\xC2\x9B"
+                                         "b", // controls
+                                         "\xE2\x80\xAE"
+                                         "b",
+                                         "\xE2\x80\x8E"
+                                         "b",
+                                         "\xE2\x81\xA6"
+                                         "b", // direction
+                                         "\xE2\x80\x8B"
+                                         "b",
+                                         "\xE2\x80\x8D"
+                                         "b",
+                                         "\xEF\xBB\xBF"
+                                         "b", // no width
+                                         "\xC2\xAD"
+                                         "b",
+                                         "\xF3\xA0\x81\x81"
+                                         "b",
+                                         "\xC2\xA0"
+                                         "b",
+                                         "\xE3\x80\x80"
+                                         "b", // spaces
+                                         "\xE3\x80\x82"
+                                         "b",            // the full stop of ideographs
+                                         "\xEF\xBC\x9F", // a question mark of full width
+                                         "\xEE\x80\x80", "\xEF\xBF\xBD",
+                                         "\xEF\xBF\xBE",       // private, no characters
+                                         "\xD7\x90",           // letters of both directions
+                                         "\xF0\x9F\x98\x80")); // younger than Unicode 3.2
+
+TEST(ISCSIName, IsNotKeptInAnotherForm) {
+    for (const char* name : {"iqn.2026-01.com.example:T1", "iqn.2026-01.com.example:B\xC3\x9C"}) {
+        const Failure failure = failureOf([&] { checkISCSIName(name); });
+        EXPECT_EQ(failure.code, ErrorCode::BadName);
+        EXPECT_NE(failure.message.find("names are kept in lower case and normalized (RFC 3722)"),
+                  std::string::npos);
+    }
+}
 
 TEST(VolumeName, IsAnEvenNumberOfHexadecimalDigits) {
     for (const std::string& name :

@@ -40,5 +40,50 @@ TEST(Text, QuotesWhatIsPrintableAndCutsTheRest) {
     EXPECT_EQ(array::quoted(std::string(257, 'x')), "\"" + std::string(256, 'x') + "...\"");
 }
 
+struct Escaped {
+    const char* given;
+    const char* shown;
+};
+
+class EscapedText : public testing::TestWithParam<Escaped> {};
+
+TEST_P(EscapedText, HasNothingThatATerminalActsOn) {
+    EXPECT_EQ(escaped(GetParam().given), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, EscapedText,
+    testing::Values(Escaped{"", ""}, Escaped{"plain \\ text\n", "plain \\ text\n"},
+                    Escaped{"b\xC3\xBC"
+                            "cher \xF0\x9F\x98\x80",
+                            "b\xC3\xBC"
+                            "cher \xF0\x9F\x98\x80"},
+                    Escaped{"\x1B[2J\r\t\x7F", "\\u001B[2J\\u000D\\u0009\\u007F"},
+                    Escaped{"\xC2\x9B"
+                            "2J",
+                            "\\u009B"
+                            "2J"},
+                    Escaped{"a\xE2\x80\xAE"
+                            "b",
+                            "a\\u202E"
+                            "b"},
+                    Escaped{"a\xE2\x80\x8B"
+                            "b",
+                            "a\\u200B"
+                            "b"},
+                    Escaped{"\xF3\xA0\x81\x81", "\\uDB40\\uDC41"},
+                    Escaped{"a\xFF\xC3", "a\\xFF\\xC3"}));
+
+TEST(BeginningAtEnd, IsWhatAnotherPieceMayComplete) {
+    const std::string euro = "\xE2\x82\xAC";
+    EXPECT_EQ(beginningAtEnd(""), 0u);
+    EXPECT_EQ(beginningAtEnd("a"), 0u);
+    EXPECT_EQ(beginningAtEnd("a" + euro), 0u);
+    EXPECT_EQ(beginningAtEnd("a" + euro.substr(0, 1)), 1u);
+    EXPECT_EQ(beginningAtEnd("a" + euro.substr(0, 2)), 2u);
+    EXPECT_EQ(beginningAtEnd("a\xFF"), 0u);
+    EXPECT_EQ(beginningAtEnd("a\x82"), 0u);
+}
+
 } // namespace
 } // namespace array

@@ -20,7 +20,7 @@ TEST_F(GrantCommands, CreateAndDeleteMayBeRepeated) {
     }
     EXPECT_EQ(jsonOf({"grant", "list"}).size(), 3U);
     for (int i = 0; i < 2; ++i) {
-        outputOf({"grant", "delete", "Ovrin:0E000002", "eui.02004567A425678D"});
+        outputOf({"grant", "delete", "Ovrin:0E000002", "eui.02004567a425678d"});
     }
     EXPECT_EQ(jsonOf({"grant", "list"}).size(), 2U);
 }

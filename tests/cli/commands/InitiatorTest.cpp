@@ -10,7 +10,7 @@ TEST_F(InitiatorCommands, ListTellsWhetherASecretIsSet) {
               "KEY             NAME                           SECRET   GRANTS  SESSIONS\n"
               "Ovrin:0D000001  iqn.2026-01.com.example:host1  not set  1       0\n"
               "Ovrin:0D000002  iqn.2026-01.com.example:host2  set      1       0\n"
-              "Ovrin:0D000003  eui.02004567A425678D           not set  0       0\n");
+              "Ovrin:0D000003  eui.02004567a425678d           not set  0       0\n");
 }
 
 TEST_F(InitiatorCommands, CreateWritesTheKey) {

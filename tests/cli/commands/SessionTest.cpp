@@ -17,7 +17,7 @@ protected:
     const std::string target = "iqn.2026-01.com.example:t1";
     const std::string host1 = "iqn.2026-01.com.example:host1"; // without a secret
     const std::string host2 = "iqn.2026-01.com.example:host2"; // with one
-    const std::string host3 = "eui.02004567A425678D";          // without a grant
+    const std::string host3 = "eui.02004567a425678d";          // without a grant
 };
 
 TEST_F(SessionCommands, LoginMakesOneConnectionThroughTheFirstEndpoint) {

@@ -21,7 +21,7 @@ Hosts
 ├─ iqn.2026-01.com.example:host2  secret set
 │  └─ iqn.2026-01.com.example:t1  secret set  not logged in
 │     └─ LUN 1  rw  1 GiB  60014051A2B3C4D5E6F7A8B9C0D1E2F3  mail
-└─ eui.02004567A425678D           secret not set
+└─ eui.02004567a425678d           secret not set
    └─ no targets
 
 Targets that no host may reach

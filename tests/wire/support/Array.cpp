@@ -20,7 +20,7 @@ constexpr const char* threeHosts = R"({
   "initiators": [
     { "name": "iqn.2026-01.com.example:host1", "secret": "" },
     { "name": "iqn.2026-01.com.example:host2", "secret": "" },
-    { "name": "eui.02004567A425678D", "secret": "" }
+    { "name": "eui.02004567a425678d", "secret": "" }
   ],
   "grants": [
     { "target": "iqn.2026-01.com.example:t1", "initiator": "iqn.2026-01.com.example:host1" }
