@@ -233,7 +233,7 @@ const Mistake mistakes[] = {
      "and each has its own."},
     {"InitiatorTwice", R"("name": "iqn.2026-01.com.example:host1")",
      R"("name": "IQN.2026-01.com.example:HOST2")",
-     "/initiators/1: \"IQN.2026-01.com.example:HOST2\" is the name of another initiator, "
+     "/initiators/1: \"iqn.2026-01.com.example:host2\" is the name of another initiator, "
      "Ovrin:0D000001, and each has its own."},
     {"GrantTwice", t1InGrants,
      R"("target": "iqn.2026-01.com.example:t1", "initiator": "iqn.2026-01.com.example:host2" },
