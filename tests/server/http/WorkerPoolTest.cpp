@@ -180,6 +180,9 @@ TEST(WorkerPool, JobsThatGoOnKeepToTheirUsersShare) {
     Gate ran;
     pool.post([&] { ran.open(); }, "another");
     ran.wait();
+    for (int i = 0; i < 1000 && pool.running() > 1; ++i) {
+        std::this_thread::sleep_for(1ms); // it has run, and has yet to end
+    }
     EXPECT_EQ(pool.running(), 1U);
     mayEnd.open();
     pool.join();
