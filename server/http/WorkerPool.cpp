@@ -126,9 +126,11 @@ void WorkerPool::work() {
         const Shares::iterator share = next();
         Job job = std::move(share->second.jobs.front());
         share->second.jobs.pop_front();
-        _turns.remove(share);
-        if (!share->second.jobs.empty()) {
-            _turns.push_back(share);
+        const auto turn = std::find(_turns.begin(), _turns.end(), share);
+        if (share->second.jobs.empty()) {
+            _turns.erase(turn);
+        } else {
+            _turns.splice(_turns.end(), _turns, turn);
         }
         --_idle;
         begin(share->second);

@@ -1,6 +1,7 @@
 // Requests that HttpServer judges before it reads their bodies.
 #include <condition_variable>
 #include <deque>
+#include <list>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -162,6 +163,36 @@ TEST(Stranger, WhoDoesNotReadIsCutOff) {
         std::this_thread::sleep_for(10ms);
     }
     EXPECT_EQ(server.server.connections(), 0U);
+}
+
+TEST(Stranger, FromElsewhereTakesThePlaceOfOneOfMany) {
+    HttpLimits limits;
+    limits.connections = 64; // half of them strangers'
+    Undecided undecided;
+    TestServer server(limits, [&, decideLater = undecided.admission()](HttpRequest request,
+                                                                       const Decide& decide) {
+        request.peer == "127.0.0.2" ? decideLater(std::move(request), decide)
+                                    : admitGood(std::move(request), decide);
+    });
+    std::list<TestClient> many;
+    for (int i = 0; i < 32; ++i) {
+        many.emplace_back(server.port, "127.0.0.2")
+            .send(head("/good", "Content-Length: 1\r\n") + "x");
+        undecided.awaitOne();
+    }
+    TestClient oneMore(server.port, "127.0.0.2");
+    EXPECT_THAT(oneMore.readAll(),
+                StartsWith("HTTP/1.1 503 Service Unavailable\r\nRetry-After: 1\r\n"));
+    EXPECT_EQ(server.server.refusedConnections(), 1U);
+    for (int i = 0; i < 40; ++i) { // a user's connections, who is no stranger
+        TestClient& good = many.emplace_back(server.port, "127.0.1.1");
+        good.send(head("/good", "Content-Length: 1\r\n") + "y");
+        EXPECT_THAT(good.readUntil("]"), HasSubstr("[y]"));
+        if (i >= 30) {
+            many.pop_back();
+        }
+    }
+    EXPECT_EQ(server.server.refusedConnections(), 1U);
 }
 
 // A page for monitoring, say: it has a worker of its own.

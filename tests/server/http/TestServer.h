@@ -60,7 +60,9 @@ private:
 // One connection. A read that gets nothing for five seconds fails the test.
 class TestClient {
 public:
-    explicit TestClient(unsigned short port) : _socket(_io) {
+    explicit TestClient(unsigned short port, const std::string& from = "127.0.0.1") : _socket(_io) {
+        _socket.open(boost::asio::ip::tcp::v4());
+        _socket.bind({boost::asio::ip::make_address_v4(from), 0});
         _socket.connect({boost::asio::ip::address_v4::loopback(), port});
     }
 
