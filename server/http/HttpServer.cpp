@@ -31,13 +31,14 @@ using boost::system::error_code;
 constexpr std::chrono::milliseconds acceptPause{100};
 
 // After so many new connections the open ones have their turn.
-constexpr int acceptedAtOnce = 32;
+constexpr int acceptedAtOnce = 128;
 
 // How often the log tells of refused connections, and of connections that cannot be accepted.
 constexpr std::chrono::seconds tellingPause{10};
 
 // After which a refused client may try again.
 constexpr std::chrono::seconds refusedTime{1};
+constexpr unsigned responsesInASecond = 100;
 
 [[noreturn]] void failToListen(const ListenAddress& address, const error_code& error) {
     throw std::runtime_error("cannot listen on " + toString(address) + ": " + error.message());
@@ -300,13 +301,23 @@ struct HttpServer::Implementation {
         if (const std::uint64_t count = toldRefusals.count()) {
             spdlog::warn("refused {} connections: {} are open", count, sessions.count());
         }
-        if (!listener.tls) {
+        if (!listener.tls && mayRespond()) {
             static const std::string response =
                 unavailable("Too many connections are open", refusedTime, false);
             // The rest is the client's own fault: it is not there any more.
             (void)!::send(accepted.get(), response.data(), response.size(),
                           MSG_DONTWAIT | MSG_NOSIGNAL);
         }
+    }
+
+    // A flood is not told one by one: that takes longer than all the rest of a refusal.
+    bool mayRespond() {
+        const auto now = std::chrono::steady_clock::now();
+        if (now - responsesSince > std::chrono::seconds(1)) {
+            responsesSince = now;
+            responses = 0;
+        }
+        return ++responses <= responsesInASecond;
     }
 
     void shutDown() {
@@ -329,6 +340,8 @@ struct HttpServer::Implementation {
     bool waitsForReload = false;
     bool stopped = false;
     std::atomic<std::uint64_t> refused{0};
+    unsigned responses = 0; // to refused connections, since
+    std::chrono::steady_clock::time_point responsesSince{};
     Told toldRefusals;
     Told toldFaults;
 };

@@ -16,6 +16,9 @@ constexpr std::chrono::milliseconds leastWait{500};
 // Half of the connections may be strangers', and where there are few, all.
 constexpr unsigned fewConnections = 16;
 
+// Among all strangers for one that is slow: a flood is not to cause one search each.
+constexpr std::chrono::milliseconds timeBetweenSearches{20};
+
 constexpr std::chrono::milliseconds faultPause{50};
 
 template<class Action>
@@ -70,9 +73,11 @@ bool OpenSessions::makeRoom(const Origin& newcomer) {
         return true;
     }
     Session* out = _strangers.largestFor(newcomer);
-    const auto then = Session::Clock::now() - leastWait;
-    if (out == nullptr) {
+    const auto now = Session::Clock::now();
+    const auto then = now - leastWait;
+    if (out == nullptr && now >= _noStrangerWaitsUntil) {
         out = _strangers.waitingSince(then);
+        _noStrangerWaitsUntil = out == nullptr ? now + timeBetweenSearches : now;
     }
     if (out == nullptr && !tooManyStrangers) {
         out = _users.waitingSince(then);

@@ -53,6 +53,7 @@ private:
 
     std::atomic<unsigned> _count{0}; // of the open sessions
     bool _stopping = false;
+    Session::Clock::time_point _noStrangerWaitsUntil{}; // for half a second
     Crowd _strangers; // before io, which may hold some of them to its end
     Crowd _users;
 

@@ -39,7 +39,8 @@ constexpr std::size_t strangersSlice = 4 * 1024; // read at a time
 constexpr std::size_t shortBody = 16 * 1024;     // of a request that is refused
 constexpr unsigned mostRefusals = 10;            // one after the other; then the connection ends
 constexpr std::chrono::seconds strangersSendTime{2};
-constexpr std::size_t mostDrained = 256 * 1024; // after the last response
+constexpr std::chrono::milliseconds refusalPause{20}; // after the second refusal; then it grows
+constexpr std::size_t mostDrained = 256 * 1024;       // after the last response
 
 // Reads requests one after the other, has each judged by its head and carried out by a worker, and
 // sends what comes back. Lives as long as an operation on its stream or a request on a worker needs
@@ -297,7 +298,7 @@ private:
         }
         if (_queue.empty()) {
             if (std::exchange(_answered, false)) {
-                _keepOpen ? awaitRequest() : end();
+                _keepOpen ? goOn() : end();
             }
             return;
         }
@@ -318,6 +319,27 @@ private:
                           });
     }
 
+    // Who goes on after refusals is served more and more slowly.
+    void goOn() {
+        if (_refusals < 2) {
+            awaitRequest();
+            return;
+        }
+        enterState(State::idle);
+        after(refusalPause * (_refusals - 1), [this] { awaitRequest(); });
+    }
+
+    // If it is still open then.
+    template<class Step>
+    void after(std::chrono::milliseconds time, Step step) {
+        auto timer = std::make_shared<asio::steady_timer>(_sessions.io, time);
+        timer->async_wait([self = self(), timer, step](error_code) {
+            if (self->state() != State::closed) {
+                step();
+            }
+        });
+    }
+
     // Lets the client read what was sent, then closes.
     void end() {
         enterState(State::ending);
@@ -327,7 +349,7 @@ private:
     void drain() {
         _input.clear();
         if (!_isUsers && _drained > mostDrained) {
-            linger();
+            after(lingerTime, [this] { close(); }); // who does not read is not read from
             return;
         }
         beast::get_lowest_layer(_stream).async_read_some(
@@ -335,16 +357,6 @@ private:
                 self->_drained += count;
                 error ? self->close() : self->drain();
             });
-    }
-
-    // Who goes on sending instead of reading is not read from any more.
-    void linger() {
-        auto time = std::make_shared<asio::steady_timer>(_sessions.io, lingerTime);
-        time->async_wait([self = self(), time](error_code) {
-            if (self->state() != State::closed) {
-                self->close();
-            }
-        });
     }
 
     OpenSessions& _sessions;

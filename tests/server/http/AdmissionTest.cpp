@@ -168,6 +168,7 @@ TEST(Stranger, WhoDoesNotReadIsCutOff) {
 TEST(Stranger, FromElsewhereTakesThePlaceOfOneOfMany) {
     HttpLimits limits;
     limits.connections = 64; // half of them strangers'
+    limits.stopTime = 1s;    // nobody decides
     Undecided undecided;
     TestServer server(limits, [&, decideLater = undecided.admission()](HttpRequest request,
                                                                        const Decide& decide) {
