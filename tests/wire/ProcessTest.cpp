@@ -112,6 +112,23 @@ TEST_F(Start, RefusesWrongUsage) {
     EXPECT_EQ(run({SMISD, "--help"}).status, 0);
 }
 
+TEST_F(Start, RaisesTheLimitOfOpenFilesOrTellsThatItIsTooLow) {
+    struct Row {
+        const char* limits;
+        bool isTooLow;
+    };
+    for (const Row& row : {Row{"ulimit -n 100; ", true}, Row{"ulimit -S -n 100; ", false}}) {
+        Process smisd({"sh", "-c", row.limits + execution(smisdCommand(state, {"--no-auth"}))});
+        EXPECT_THAT(smisd.readLine(), HasSubstr("listening"));
+        smisd.signal(SIGTERM);
+        const std::string log = smisd.wait().err;
+        EXPECT_EQ(log.find("at most 100 files may be open, --max-connections 256 needs 384") !=
+                      std::string::npos,
+                  row.isTooLow)
+            << row.limits << log;
+    }
+}
+
 TEST_F(Start, MakesTheStateDirectoryPrivate) {
     const Smisd smisd(state);
     EXPECT_EQ(std::filesystem::status(state).permissions(), std::filesystem::perms::owner_all);
