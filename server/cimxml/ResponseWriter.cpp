@@ -119,8 +119,9 @@ bool isOfClass(const Operation& operation) {
 
 } // namespace
 
-ResponseWriter::ResponseWriter(const MessageHead& head, const Operation& operation, Flush flush)
-    : _head(head), _flush(std::move(flush)), _ofClass(isOfClass(operation)),
+ResponseWriter::ResponseWriter(const MessageHead& head, const Operation& operation, Flush flush,
+                               MemoryBudget::Reservation* memory)
+    : _head(head), _flush(std::move(flush)), _memory(memory), _ofClass(isOfClass(operation)),
       _parts(partsOf(operation)), _text(startOf(head)) {}
 
 std::string ResponseWriter::finish() {
@@ -146,7 +147,21 @@ void ResponseWriter::add(Append append) {
         _text += "<IRETURNVALUE>\n";
     }
     append(_text);
+    hold();
     flushIfDue();
+}
+
+// A text that grows is copied, and again when it is sent.
+void ResponseWriter::hold() {
+    constexpr std::size_t copies = 3;
+    if (_text.size() <= _heldFor || !_memory) {
+        return;
+    }
+    if (!_memory->grow(copies * _heldFor)) {
+        throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
+                           String("There is no memory for the answer."));
+    }
+    _heldFor *= 2;
 }
 
 void ResponseWriter::flushIfDue() {

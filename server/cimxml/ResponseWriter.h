@@ -18,14 +18,18 @@ namespace smisd {
 // Encodes each result as it is delivered: the properties of the list in the order of the list,
 // qualifiers and class origins only when they were asked for.
 //
+// What of the body has not gone out is held in `memory`; CIM_ERR_SERVER_LIMITS_EXCEEDED, thrown
+// through the delivering call, when there is none.
+//
 // With a `flush`, the body goes out in pieces: it is called with the next one after each hundred
 // results. What it throws, passes through the delivering call. One thread at a time.
 class ResponseWriter : public ResultSink {
 public:
     using Flush = std::function<void(std::string_view piece)>;
 
-    // `head` and `operation` outlive the writer.
-    ResponseWriter(const MessageHead& head, const Operation& operation, Flush flush = nullptr);
+    // `head`, `operation` and `memory` outlive the writer.
+    ResponseWriter(const MessageHead& head, const Operation& operation, Flush flush = nullptr,
+                   MemoryBudget::Reservation* memory = nullptr);
 
     // The rest of the body.
     std::string finish();
@@ -52,18 +56,23 @@ public:
     void qualifier(const QualifierDeclaration& declaration) override;
 
 private:
+    static constexpr std::size_t leastHeld = 256 * 1024; // by whoever has a request answered
+
     template<class Append>
     void add(Append append);
     void flushIfDue();
+    void hold();
 
     const MessageHead& _head;
     const Flush _flush;
-    bool _ofClass;                // the operation is on the associations of a class
-    Pegasus::Xml::Parts _parts;   // what of an instance goes out
-    Pegasus::Text _text;          // of the body, not yet flushed
-    Pegasus::Text _outParameters; // follow what is returned
-    unsigned _pendingCount = 0;   // of results in _text
-    bool _hasResults = false;     // IRETURNVALUE was opened
+    MemoryBudget::Reservation* const _memory; // or null
+    std::size_t _heldFor = leastHeld;         // bytes of the text
+    bool _ofClass;                            // the operation is on the associations of a class
+    Pegasus::Xml::Parts _parts;               // what of an instance goes out
+    Pegasus::Text _text;                      // of the body, not yet flushed
+    Pegasus::Text _outParameters;             // follow what is returned
+    unsigned _pendingCount = 0;               // of results in _text
+    bool _hasResults = false;                 // IRETURNVALUE was opened
     bool _flushed = false;
 };
 

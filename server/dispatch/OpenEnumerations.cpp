@@ -20,6 +20,9 @@ std::string newId() {
     return std::to_string((std::uint64_t{random()} << 32) | random());
 }
 
+// The objects that wait to be pulled, and the stack of the thread that makes them.
+constexpr std::size_t enumerationBytes = 512 * 1024;
+
 [[noreturn]] void failTooMany(const char* whose) {
     throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
                        String(whose) + String("; close one, or wait until one has timed out."));
@@ -42,7 +45,11 @@ std::shared_ptr<PulledEnumeration> OpenEnumerations::open(const EnumerationTrait
                                                           Producer produce) {
     std::unique_lock lock(_mutex);
     requireRoom(traits.user);
-    auto enumeration = std::make_shared<PulledEnumeration>(newId(), traits);
+    MemoryBudget::Reservation memory(*_memory, toUtf8(traits.user));
+    if (!memory.resize(enumerationBytes + traits.operationBytes)) {
+        failTooMany("There is no memory for another enumeration");
+    }
+    auto enumeration = std::make_shared<PulledEnumeration>(newId(), traits, std::move(memory));
     Entry& entry = _entries[enumeration->id];
     entry.enumeration = enumeration;
     try {

@@ -15,6 +15,7 @@
 #include <Pegasus/Common/String.h>
 
 #include "server/dispatch/ObjectQueue.h"
+#include "server/operation/MemoryBudget.h"
 #include "server/operation/Operation.h"
 
 namespace smisd {
@@ -26,15 +27,19 @@ struct EnumerationTraits {
     Pulled kind = Pulled::instancesWithPath;
     bool includeClassOrigin = false;
     std::chrono::milliseconds timeBetweenPulls{0};
+    std::size_t operationBytes = 0; // of memory, for what was asked
 };
 
 // An enumeration context.
 struct PulledEnumeration {
-    PulledEnumeration(std::string theId, const EnumerationTraits& theTraits)
-        : id(std::move(theId)), traits(theTraits), queue(theTraits.timeBetweenPulls) {}
+    PulledEnumeration(std::string theId, const EnumerationTraits& theTraits,
+                      MemoryBudget::Reservation theMemory)
+        : id(std::move(theId)), traits(theTraits), memory(std::move(theMemory)),
+          queue(theTraits.timeBetweenPulls) {}
 
     const std::string id; // what the client knows it by
     const EnumerationTraits traits;
+    const MemoryBudget::Reservation memory; // for the queue and the operation
     ObjectQueue queue;
 };
 
@@ -45,12 +50,15 @@ public:
     // Fills the queue; what it throws is the error that ends the enumeration.
     using Producer = std::function<void(ObjectQueue& queue)>;
 
-    explicit OpenEnumerations(unsigned limit) : _limit(limit) {}
+    explicit OpenEnumerations(unsigned limit, std::shared_ptr<MemoryBudget> memory =
+                                                  std::make_shared<MemoryBudget>(defaultMemory))
+        : _limit(limit), _memory(std::move(memory)) {}
     ~OpenEnumerations(); // closes all and waits for their producers
     OpenEnumerations(const OpenEnumerations&) = delete;
     OpenEnumerations& operator=(const OpenEnumerations&) = delete;
 
-    // Throws CIM_ERR_SERVER_LIMITS_EXCEEDED when too many are open.
+    // Throws CIM_ERR_SERVER_LIMITS_EXCEEDED when too many are open, or there is no memory for one
+    // more.
     std::shared_ptr<PulledEnumeration> open(const EnumerationTraits& traits, Producer produce);
 
     // Throws CIM_ERR_INVALID_ENUMERATION_CONTEXT unless it is open and the user's own.
@@ -69,6 +77,7 @@ private:
     void joinEnded(std::list<std::thread> ended);
 
     const unsigned _limit;
+    const std::shared_ptr<MemoryBudget> _memory;
 
     mutable std::mutex _mutex; // guards what follows
     std::condition_variable _left;

@@ -109,6 +109,7 @@ EnumerationTraits traitsOf(const OpenEnumeration& operation, const Request& requ
     EnumerationTraits traits;
     traits.user = request.userName;
     traits.nameSpace = operation.nameSpace;
+    traits.operationBytes = request.operationBytes;
     traits.timeBetweenPulls =
         std::chrono::seconds(operation.operationTimeout.value_or(defaultTimeout));
     std::visit(

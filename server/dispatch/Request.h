@@ -31,6 +31,7 @@ struct Request {
     const Pegasus::OperationContext context; // for providers
     const Pegasus::String userName;
     ResultSink& sink;
+    const std::size_t operationBytes = 0; // of memory
 };
 
 // Throws CIM_ERR_INVALID_NAMESPACE if there is no such namespace.

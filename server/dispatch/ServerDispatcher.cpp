@@ -25,16 +25,19 @@ OperationContext contextFor(const RequestContext& request) {
 } // namespace
 
 ServerDispatcher::ServerDispatcher(const Repository& repository, std::filesystem::path library,
-                                   const String& hostName, unsigned maxEnumerations)
+                                   const String& hostName, unsigned maxEnumerations,
+                                   std::shared_ptr<MemoryBudget> memory)
     : _registration(registeredIn(repository)),
       _providers(std::move(library), _registration.moduleName(), makeUpCallHandle(*this)),
       _declared(repository, hostName),
-      _enumerations(maxEnumerations), _environment{repository,    _registration, _providers,
-                                                   _enumerations, _declared,     hostName} {}
+      _enumerations(maxEnumerations, std::move(memory)), _environment{repository, _registration,
+                                                                      _providers, _enumerations,
+                                                                      _declared,  hostName} {}
 
 void ServerDispatcher::dispatch(const Operation& operation, const RequestContext& context,
                                 ResultSink& sink) {
-    const Request request{_environment, contextFor(context), context.userName, sink};
+    const Request request{_environment, contextFor(context), context.userName, sink,
+                          context.operationBytes};
     std::visit([&](const auto& one) { carryOut(one, request); }, operation);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 
 #include <Pegasus/Common/String.h>
 
@@ -20,13 +21,14 @@ class ServerDispatcher : public Dispatcher {
 public:
     // The registration is what the repository has in the interop namespace; `library` is the file
     // of the module, loaded at the first request for one of its providers. `hostName` is the host
-    // in the paths that providers receive; `maxEnumerations` may be open for pulling at once. The
-    // repository must outlive the dispatcher.
+    // in the paths that providers receive; `maxEnumerations` may be open for pulling at once, and
+    // hold `memory`. The repository must outlive the dispatcher.
     //
     // Throws RegistrationError.
-    ServerDispatcher(const Repository& repository, std::filesystem::path library,
-                     const Pegasus::String& hostName,
-                     unsigned maxEnumerations = defaultMaxEnumerations);
+    ServerDispatcher(
+        const Repository& repository, std::filesystem::path library,
+        const Pegasus::String& hostName, unsigned maxEnumerations = defaultMaxEnumerations,
+        std::shared_ptr<MemoryBudget> memory = std::make_shared<MemoryBudget>(defaultMemory));
 
     void dispatch(const Operation& operation, const RequestContext& context,
                   ResultSink& sink) override;

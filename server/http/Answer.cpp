@@ -22,6 +22,9 @@ namespace {
 
 using Error = std::optional<CIMException>;
 
+// What each answer takes while it is made: a hundred results as text, and the stack of a thread.
+constexpr std::size_t leastAnswerBytes = 256 * 1024;
+
 const Operation& operationOf(const Exchange& exchange) {
     return std::get<Operation>(exchange.decoded.operation);
 }
@@ -34,9 +37,9 @@ const Operation& operationOf(const Exchange& exchange) {
 // One thread; all functions but the constructor throw ConnectionLost.
 class HeldAnswer {
 public:
-    HeldAnswer(const CimRequest& request, bool keepOpen, std::size_t limit,
-               ResponseChannel& channel)
-        : _request(request), _limit(limit), _channel(channel), _keepOpen(keepOpen) {}
+    explicit HeldAnswer(const Exchange& exchange)
+        : _request(exchange.request), _limit(exchange.heldBytes), _memory(exchange.memory),
+          _channel(exchange.channel), _keepOpen(exchange.keepOpen) {}
 
     void add(std::string_view piece);
     void finish();
@@ -52,6 +55,8 @@ private:
 
     const CimRequest& _request;
     const std::size_t _limit;
+    MemoryBudget::Reservation& _memory;
+    const std::size_t _heldBefore = _memory.bytes();
     ResponseChannel& _channel;
     bool _keepOpen;
     bool _begun = false;
@@ -66,13 +71,14 @@ void HeldAnswer::add(std::string_view piece) {
     }
     _held.push_back(_channel.spareText().append(piece));
     _heldBytes += piece.size();
-    if (_heldBytes > _limit) {
+    if (_heldBytes > _limit || !_memory.resize(_heldBefore + _heldBytes)) {
         begin();
     }
 }
 
 void HeldAnswer::finish() {
     if (!_begun) {
+        _memory.resize(_heldBefore); // the channel holds what it sends
         _held.front().insert(0, answerHead(_request, _heldBytes, _keepOpen));
         for (std::string& piece : _held) {
             _channel.send(std::move(piece));
@@ -84,6 +90,7 @@ void HeldAnswer::finish() {
 
 void HeldAnswer::begin() {
     _begun = true;
+    _memory.resize(_heldBefore);
     _keepOpen = _keepOpen && !_request.http10;
     _channel.send(_request.http10 ? endlessAnswerHead(_request)
                                   : chunkedAnswerHead(_request, _keepOpen));
@@ -99,9 +106,9 @@ std::string HeldAnswer::framed(std::string_view piece) const {
 
 // A change waits for the disk, and for the changes of other processes, which may take long.
 void dispatch(const Exchange& exchange, ResultSink& sink) {
-    const auto work = [&] {
-        exchange.dispatcher.dispatch(operationOf(exchange), exchange.context, sink);
-    };
+    RequestContext context = exchange.context;
+    context.operationBytes = exchange.memory.bytes();
+    const auto work = [&] { exchange.dispatcher.dispatch(operationOf(exchange), context, sink); };
     if (kindOf(operationOf(exchange)) != OperationKind::change) {
         return work();
     }
@@ -140,7 +147,7 @@ ResponseWriter writerOf(const Exchange& exchange, ResponseWriter::Flush flush) {
     const bool isWhole = std::holds_alternative<OpenEnumeration>(operationOf(exchange)) ||
                          std::holds_alternative<PullEnumeration>(operationOf(exchange));
     return ResponseWriter(exchange.decoded.head, operationOf(exchange),
-                          isWhole ? ResponseWriter::Flush() : std::move(flush));
+                          isWhole ? ResponseWriter::Flush() : std::move(flush), &exchange.memory);
 }
 
 bool sendWhole(const Exchange& exchange, const std::string& body) {
@@ -154,7 +161,7 @@ bool sendWhole(const Exchange& exchange, const std::string& body) {
 // An answer with its length, or one that is too long for that. An error that comes after a part was
 // sent ends the connection: the client sees that the end is missing.
 bool answerPlain(const Exchange& exchange) {
-    HeldAnswer held(exchange.request, exchange.keepOpen, exchange.heldBytes, exchange.channel);
+    HeldAnswer held(exchange);
     ResponseWriter writer = writerOf(exchange, [&](std::string_view piece) { held.add(piece); });
     const Error error = carriedOut(exchange, writer);
     if (!error) {
@@ -196,6 +203,9 @@ bool answerInChunks(const Exchange& exchange) {
 bool answer(const Exchange& exchange) {
     if (const auto* error = std::get_if<CIMException>(&exchange.decoded.operation)) {
         return sendWhole(exchange, errorBody(exchange.decoded.head, *error));
+    }
+    if (!exchange.memory.grow(leastAnswerBytes)) {
+        throw BadRequest(503, "", "There is no memory for an answer now");
     }
     return exchange.request.trailers ? answerInChunks(exchange) : answerPlain(exchange);
 }

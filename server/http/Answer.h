@@ -22,11 +22,13 @@ struct Exchange {
     const DecodedRequest& decoded;
     const RequestContext& context;
     ResponseChannel& channel;
-    bool keepOpen;         // the connection, after the answer
-    std::size_t heldBytes; // of an answer, until its length is known
+    bool keepOpen;                     // the connection, after the answer
+    std::size_t heldBytes;             // of an answer, until its length is known
+    MemoryBudget::Reservation& memory; // holds the operation; and the answer, until it is sent
 };
 
-// Returns whether the connection stays open. Throws ConnectionLost.
+// Returns whether the connection stays open. Throws ConnectionLost, and BadRequest with status 503
+// when there is no memory for an answer.
 bool answer(const Exchange& exchange);
 
 } // namespace smisd

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,7 @@
 
 #include "server/auth/Wiping.h"
 #include "server/cimxml/XmlDocument.h"
+#include "server/operation/MemoryBudget.h"
 
 namespace smisd {
 
@@ -47,6 +49,12 @@ public:
     // not wait for the client.
     virtual void send(std::string bytes) = 0;
 
+    // In a request's handler, before the first send: what is on its way is held by `memory`.
+    virtual void holdIn(MemoryBudget::Reservation) {}
+
+    // There was no memory for the request: somebody who takes nothing of an answer has to go.
+    virtual void outOfMemory() {}
+
     // An empty text to fill and send; maybe with the room of one that was sent.
     virtual std::string spareText() { return {}; }
 
@@ -77,6 +85,8 @@ struct HttpLimits {
     std::size_t queueBytes = 1024 * 1024;     // of one response, kept for a client that is slower
     std::chrono::seconds sendTime{60};        // for each 64 KiB of a response
     std::chrono::seconds stopTime{60};        // to answer the requests in progress at the end
+    // Of all that requests hold; of all who have a copy of these limits.
+    std::shared_ptr<MemoryBudget> memory = std::make_shared<MemoryBudget>(defaultMemory);
 };
 
 // Percent-encoding of header values (RFC 3986, section 2.1; DSP0200, "Mapping of CIM Object

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <thread>
+#include <tuple>
 #include <utility>
 
 #include <spdlog/spdlog.h>
@@ -12,6 +13,9 @@ namespace {
 
 // A client that has taken less time than this is not slow.
 constexpr std::chrono::milliseconds leastWait{500};
+
+// What a closed session held is given back by its worker.
+constexpr std::chrono::milliseconds timeToFree{10};
 
 // Half of the connections may be strangers', and where there are few, all.
 constexpr unsigned fewConnections = 16;
@@ -86,6 +90,28 @@ bool OpenSessions::makeRoom(const Origin& newcomer) {
         out->close();
     }
     return out != nullptr;
+}
+
+void OpenSessions::freeMemory(const std::string& user) {
+    const auto now = Session::Clock::now();
+    if (now - _freed < timeToFree) {
+        return;
+    }
+    const auto order = [&](const Session& session) {
+        return std::tuple(session.user() != user, session.since());
+    };
+    Session* first = nullptr;
+    for (Session* const session : _users.sessions()) {
+        if (session->holdsMemory() && session->since() < now - leastWait &&
+            (first == nullptr || order(*session) < order(*first))) {
+            first = session;
+        }
+    }
+    if (first != nullptr) {
+        _freed = now;
+        spdlog::warn("{}: connection ended: its memory is needed", first->origin().address);
+        first->close();
+    }
 }
 
 void OpenSessions::stop() {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <string>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -36,6 +37,11 @@ public:
     // most; or one that has kept the server waiting for a while.
     bool makeRoom(const Origin& newcomer);
 
+    // There is no memory for a user: closes the session, one of the same user if possible, that has
+    // kept the server waiting with some for longest, if any has for a while. Called again and
+    // again, it closes one at a time.
+    void freeMemory(const std::string& user);
+
     // Ends the sessions: requests in progress are answered, within their time.
     void stop();
     bool stopping() const { return _stopping; }
@@ -56,6 +62,7 @@ private:
     Session::Clock::time_point _noStrangerWaitsUntil{}; // for half a second
     Crowd _strangers; // before io, which may hold some of them to its end
     Crowd _users;
+    Session::Clock::time_point _freed; // when one was closed for its memory
 
 public:
     boost::asio::io_context io{1};

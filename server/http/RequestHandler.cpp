@@ -14,9 +14,13 @@
 namespace smisd {
 namespace {
 
+constexpr unsigned outOfMemory = 503;
+constexpr std::chrono::seconds tryAgainAfter{2};
+
 // A client that does not speak CIM-XML has nothing more to say.
 bool staysOpen(const BadRequest& badRequest, bool keepAlive) {
-    return keepAlive && (!badRequest.cimError().empty() || badRequest.status() == 400);
+    return keepAlive && (!badRequest.cimError().empty() || badRequest.status() == 400 ||
+                         badRequest.status() == outOfMemory);
 }
 
 // The detail may quote what the client sent, and that may be a secret.
@@ -85,17 +89,24 @@ Admission RequestHandler::accepted(const HttpRequest& head, const User& user) co
     }
     context.acceptLanguage = fromUtf8(cim.acceptLanguage);
     context.contentLanguage = fromUtf8(cim.contentLanguage);
-    const auto job = [this, cim = std::move(cim), context = std::move(context),
+    const auto job = [this, cim = std::move(cim), context = std::move(context), name = user.name,
                       keepAlive = head.keepAlive](std::string body, ResponseChannel& channel) {
         try {
-            const DecodedRequest decoded =
-                decodeRequest(std::move(body), cim.headers, _limits.depth);
-            return answer(
-                {_dispatcher, cim, decoded, context, channel, keepAlive, _limits.queueBytes});
+            MemoryBudget::Reservation memory(*_limits.memory, name);
+            channel.holdIn(memory.another());
+            DecodedRequest decoded =
+                decodeRequest(std::move(body), cim.headers, _limits.depth, std::move(memory));
+            return answer({_dispatcher, cim, decoded, context, channel, keepAlive,
+                           _limits.queueBytes, decoded.memory});
         } catch (const BadRequest& badRequest) {
             const bool keepOpen = staysOpen(badRequest, keepAlive);
             tell(context.address, badRequest);
-            channel.send(refusal(badRequest, keepOpen));
+            if (badRequest.status() == outOfMemory) {
+                channel.outOfMemory();
+                channel.send(unavailable(badRequest.what(), tryAgainAfter, keepOpen));
+            } else {
+                channel.send(refusal(badRequest, keepOpen));
+            }
             return keepOpen;
         }
     };

@@ -32,6 +32,7 @@ using boost::system::error_code;
 
 constexpr std::size_t sliceBytes = 64 * 1024; // read or sent at a time
 constexpr std::chrono::seconds lingerTime{2};
+constexpr std::chrono::seconds tryAgainAfter{2}; // where there was no memory
 constexpr std::string_view continueHead = "HTTP/1.1 100 Continue\r\n\r\n";
 
 // What a stranger may cost, beside the head of a request.
@@ -52,7 +53,7 @@ class StreamSession : public Session,
 public:
     StreamSession(OpenSessions& sessions, Stream stream, Origin origin)
         : Session(std::move(origin)), _sessions(sessions), _stream(std::move(stream)),
-          _queue(sessions.limits.queueBytes) {
+          _queue(sessions.limits.queueBytes, [this] { outOfMemory(); }) {
         _sessions.enter(*this);
     }
     ~StreamSession() override { _sessions.leave(*this); }
@@ -76,7 +77,7 @@ public:
 
     // ResponseChannel, on a worker.
     void send(std::string bytes) override {
-        _queue.reserve(bytes.size(), workers());
+        _queue.reserve(bytes, workers());
         asio::post(_sessions.io, [self = self(), bytes = std::move(bytes)]() mutable {
             self->_queue.push(std::move(bytes));
             self->write();
@@ -84,6 +85,18 @@ public:
     }
     std::string spareText() override { return _queue.spareText(); }
     void aside(const std::function<void()>& work) override { workers().whileWaiting(work); }
+    void holdIn(MemoryBudget::Reservation memory) override {
+        _bodyMemory = {}; // whose turn is over
+        _queue.holdIn(std::move(memory));
+    }
+    void outOfMemory() override {
+        asio::post(_sessions.io, [self = self()] { self->_sessions.freeMemory(self->_user); });
+    }
+
+    bool holdsMemory() const override {
+        return state() == State::sending ||
+               (state() == State::receiving && _bodyMemory.bytes() > 0);
+    }
 
 private:
     using Self = std::shared_ptr<StreamSession>;
@@ -163,6 +176,7 @@ private:
         if (_queue.lost()) {
             return;
         }
+        _user = _admission.user.value_or("");
         if (_admission.user && !std::exchange(_isUsers, true)) {
             _sessions.becomeUsers(*this);
         }
@@ -187,9 +201,28 @@ private:
     }
 
     void readBody() {
-        http::async_read(_stream, _input, *_parser,
-                         unlessBad(_admission.job ? &StreamSession::haveCarriedOut
-                                                  : &StreamSession::sendRefusal));
+        if (!_admission.job) {
+            http::async_read(_stream, _input, *_parser, unlessBad(&StreamSession::sendRefusal));
+            return;
+        }
+        _bodyMemory = MemoryBudget::Reservation(*_sessions.limits.memory, _user);
+        _parser->eager(true);
+        readMore();
+    }
+
+    // A slice at a time, as there is memory for it.
+    void readMore() {
+        if (_parser->is_done()) {
+            haveCarriedOut();
+        } else if (_bodyMemory.resize(_parser->get().body().size() + sliceBytes)) {
+            http::async_read_some(_stream, _input, *_parser, unlessBad(&StreamSession::readMore));
+        } else {
+            outOfMemory();
+            _bodyMemory = {};
+            respond(unavailable("There is no memory for the body of the request now", tryAgainAfter,
+                                false),
+                    false);
+        }
     }
 
     // Goes on with `next` when a part of the request has been read, and refuses a bad request.
@@ -228,7 +261,6 @@ private:
     void haveCarriedOut() {
         enterState(State::working);
         _refusals = 0;
-        const std::string user = _admission.user.value_or("");
         workers().post(
             [self = self(), job = std::exchange(_admission.job, {}),
              body = std::move(_parser->get().body()),
@@ -247,7 +279,7 @@ private:
                            session.withItsMemory(
                                [self = std::move(self), keepOpen] { self->handled(keepOpen); }));
             },
-            user);
+            _user);
     }
 
     void tell(const char* error) const {
@@ -259,6 +291,7 @@ private:
 
     void handled(bool keepOpen) {
         _admission = {};
+        _bodyMemory = {};
         _answered = true;
         _keepOpen = keepOpen;
         write();
@@ -284,7 +317,7 @@ private:
 
     void respond(std::string response, bool keepOpen) {
         enterState(State::working);
-        _queue.reserve(response.size(), _sessions.workers);
+        _queue.reserve(response, _sessions.workers);
         _queue.push(std::move(response));
         handled(keepOpen);
     }
@@ -365,6 +398,7 @@ private:
     std::optional<RequestParser> _parser;
     Admission _admission; // of the request that was read last
     HandlerMemory _memory;
+    MemoryBudget::Reservation _bodyMemory; // while the body is read, and until it is decoded
     SendQueue _queue;
     bool _isUsers = false;    // a request was accepted of somebody who proved who it is
     unsigned _refusals = 0;   // since a request was accepted

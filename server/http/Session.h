@@ -32,17 +32,22 @@ public:
     virtual void close() = 0;
 
     const Origin& origin() const { return _origin; }
+    const std::string& user() const { return _user; } // "" before there is one, or without names
     State state() const { return _state; }
     Clock::time_point since() const { return _since; } // it entered the state
 
     // Whether it is the client who has to do something next.
     bool awaitsClient() const { return _state < State::working; }
+    // Whether it keeps memory until the client has: a body, or a response.
+    virtual bool holdsMemory() const { return false; }
 
 protected:
     void enterState(State state) {
         _state = state;
         _since = Clock::now();
     }
+
+    std::string _user;
 
 private:
     const Origin _origin;

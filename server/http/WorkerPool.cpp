@@ -7,6 +7,12 @@
 namespace smisd {
 namespace {
 
+// More jobs than processors make nothing faster, and keep others waiting for a processor.
+unsigned mostOfOne(unsigned workers) {
+    static const unsigned processors = std::max(2U, std::thread::hardware_concurrency());
+    return std::min((workers + 1) / 2, processors);
+}
+
 // The user whose job this thread runs.
 thread_local const std::string* currentUser = nullptr;
 
@@ -22,7 +28,7 @@ void WorkerPool::post(Job job, const std::string& user) {
     {
         const std::lock_guard lock(_mutex);
         const auto share = _shares.try_emplace(user).first;
-        share->second.most = user.empty() ? _workers : (_workers + 1) / 2;
+        share->second.most = user.empty() ? _workers : mostOfOne(_workers);
         try {
             enqueue(share, std::move(job));
         } catch (...) {
@@ -56,10 +62,23 @@ bool WorkerPool::hasRoom(const Share& share) const {
     return _running < _workers && share.running < share.most;
 }
 
+// Workers that jobs will take which have waited.
+unsigned WorkerPool::awaited() const {
+    unsigned sum = 0;
+    for (const auto& [user, share] : _shares) {
+        sum += std::min(share.returning, share.most - share.running);
+    }
+    return sum;
+}
+
 // Whose job is to begin next; end() when none can.
 WorkerPool::Shares::iterator WorkerPool::next() {
-    const auto turn = std::find_if(_turns.begin(), _turns.end(),
-                                   [this](const auto& share) { return hasRoom(share->second); });
+    if (_turns.empty() || _running + awaited() >= _workers) {
+        return _shares.end();
+    }
+    const auto turn = std::find_if(_turns.begin(), _turns.end(), [](const auto& one) {
+        return one->second.running + one->second.returning < one->second.most;
+    });
     return turn == _turns.end() ? _shares.end() : *turn;
 }
 
@@ -78,15 +97,8 @@ void WorkerPool::startThreadIfNeeded() {
     }
 }
 
-bool WorkerPool::canBegin() {
-    return next() != _shares.end() &&
-           std::none_of(_shares.begin(), _shares.end(), [this](const auto& share) {
-               return share.second.returning > 0 && hasRoom(share.second);
-           });
-}
-
 void WorkerPool::wakeForNextJob() {
-    if (canBegin()) {
+    if (next() != _shares.end()) {
         _jobPosted.notify_one();
     }
 }
@@ -104,7 +116,16 @@ void WorkerPool::begin(Share& share) {
 void WorkerPool::end(Share& share) {
     --share.running;
     --_running;
-    _workerFree.notify_all(); // each of them knows whether it has room
+    wakeReturning();
+}
+
+// One job of each user who has room for it.
+void WorkerPool::wakeReturning() {
+    for (auto& [user, share] : _shares) {
+        if (share.returning > 0 && hasRoom(share)) {
+            share.mayReturn.notify_one();
+        }
+    }
 }
 
 void WorkerPool::forgetIfUnused(Shares::iterator share) {
@@ -117,7 +138,8 @@ void WorkerPool::forgetIfUnused(Shares::iterator share) {
 void WorkerPool::work() {
     std::unique_lock lock(_mutex);
     for (;;) {
-        _jobPosted.wait(lock, [this] { return canBegin() || (_turns.empty() && _ending); });
+        _jobPosted.wait(lock,
+                        [this] { return next() != _shares.end() || (_turns.empty() && _ending); });
         if (_turns.empty()) {
             // A thread that looked while jobs were queued has gone to sleep again.
             _jobPosted.notify_all();
@@ -169,9 +191,10 @@ void WorkerPool::whileWaiting(const std::function<void()>& wait) {
     Share& share = _shares.at(user);
     --share.waiting;
     ++share.returning;
-    _workerFree.wait(lock, [&] { return hasRoom(share); });
+    share.mayReturn.wait(lock, [&] { return hasRoom(share); });
     --share.returning;
     begin(share);
+    wakeReturning();
     wakeForNextJob();
 }
 

@@ -14,9 +14,9 @@
 namespace smisd {
 
 // Runs jobs, a fixed number at a time. Users take turns, and one with a name has half of the
-// workers at most, so that nobody keeps the others waiting; a user's own jobs run in the order in
-// which they come. A job that waits for its client says so and does not count meanwhile; there are
-// as many threads as jobs that run or wait. Thread-safe.
+// workers at most, and no more than there are processors, so that nobody keeps the others waiting;
+// a user's own jobs begin in the order in which they come. A job that waits for its client says so
+// and does not count meanwhile; there are as many threads as jobs that run or wait. Thread-safe.
 class WorkerPool {
 public:
     using Job = std::function<void()>;
@@ -49,25 +49,26 @@ private:
         unsigned running = 0;
         unsigned waiting = 0;   // for their clients
         unsigned returning = 0; // have waited and want to go on
+        std::condition_variable mayReturn{};
     };
     using Shares = std::map<std::string, Share>;
 
     void enqueue(Shares::iterator share, Job job);
     void work();
     bool hasRoom(const Share& share) const;
+    unsigned awaited() const;
     Shares::iterator next();
-    bool canBegin();
     void startThreadIfNeeded();
     void wakeForNextJob();
     void begin(Share& share);
     void end(Share& share);
+    void wakeReturning();
     void forgetIfUnused(Shares::iterator share);
 
     const unsigned _workers;
 
     mutable std::mutex _mutex; // guards what follows
     std::condition_variable _jobPosted;
-    std::condition_variable _workerFree;
     Shares _shares; // of users who have any job
     std::list<Shares::iterator>
         _turns;                        // of users with jobs that have not begun, the next one first

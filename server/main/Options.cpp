@@ -54,6 +54,15 @@ void addLimits(CLI::App& app, Options& options) {
         ->check(CLI::Range(1U, greatestDepth));
     add("--max-queued-bytes", limits.queueBytes, "Of a response, kept for a slow client");
     add("--max-enumerations", options.maxEnumerations, "Open for pulling at once");
+    app.add_option(
+           "--memory", options.memory,
+           "For what requests hold: bodies, answers on their way, open enumerations; bytes, "
+           "or with a unit, as 512MiB")
+        ->transform(CLI::AsSizeValue(false))
+        ->check(CLI::Range(std::size_t{8} * 1024 * 1024, std::size_t{1} << 40U))
+        ->default_str("256MiB")
+        ->type_name("BYTES")
+        ->group("Limits");
     addSeconds(app, "--request-time", limits.requestTime, "For a request to arrive");
     addSeconds(app, "--idle-time", limits.idleTime, "Between the requests of a connection");
     addSeconds(app, "--send-time", limits.sendTime, "For a client to take 64 KiB of a response");

@@ -28,7 +28,8 @@ struct Options {
     std::string logFormat;
     HttpLimits limits;
     unsigned maxEnumerations = defaultMaxEnumerations;
-    std::filesystem::path audit; // empty: on standard error
+    std::size_t memory = defaultMemory; // bytes, of all requests together
+    std::filesystem::path audit;        // empty: on standard error
     AuditFailures auditFailures = AuditFailures::refuse;
     std::string hashPasswordFor; // not empty: make a line of the users file instead of serving
     Role hashPasswordRole = Role::administrator;

@@ -23,6 +23,7 @@
 #include "server/auth/Authenticator.h"
 #include "server/dispatch/ServerDispatcher.h"
 #include "server/http/RequestHandler.h"
+#include "server/main/FreedMemory.h"
 #include "server/main/StandardOutput.h"
 #include "server/monitor/Metrics.h"
 #include "server/monitor/MonitorPages.h"
@@ -116,7 +117,7 @@ std::string listenOn(const Options& options, HttpServer& server) {
 
 Gauges gaugesOf(const HttpServer& server, const Options& options,
                 const BasicAuthenticator* authenticator, const ServerDispatcher& dispatcher,
-                const StandardOutput& output, const AuditLog& audit) {
+                const StandardOutput& output, const AuditLog& audit, const MemoryBudget& memory) {
     return {server.connections(),
             options.limits.workers,
             server.busyWorkers(),
@@ -124,7 +125,10 @@ Gauges gaugesOf(const HttpServer& server, const Options& options,
             output.dropped(),
             audit.lost(),
             authenticator != nullptr ? authenticator->waiting() : 0,
-            server.refusedConnections()};
+            server.refusedConnections(),
+            memory.limit(),
+            memory.used(),
+            memory.refusals()};
 }
 
 // The module's database and the log need some too.
@@ -154,6 +158,10 @@ void serve(const Options& options) {
         passStateDirectory(options.state);
     }
     raiseOpenFiles(options.limits.connections);
+    FreedMemory freed;
+    HttpLimits limits = options.limits;
+    limits.memory =
+        std::make_shared<MemoryBudget>(options.memory, [&freed] { freed.giveToSystem(); });
     const StandardOutput output; // the module writes lines to it
     AuditLog audit = openAudit(options);
     Metrics metrics;
@@ -164,22 +172,23 @@ void serve(const Options& options) {
     requireLoadable(options.module);
     const std::string hostName = boost::asio::ip::host_name();
     ServerDispatcher dispatcher(repository, std::filesystem::absolute(options.module),
-                                Pegasus::String(hostName.c_str()), options.maxEnumerations);
+                                Pegasus::String(hostName.c_str()), options.maxEnumerations,
+                                limits.memory);
     GuardedDispatcher guarded(dispatcher, repository, audit, options.auditFailures);
     MeasuredDispatcher measured(guarded, metrics);
-    RequestHandler handler(measured, authenticator.get(), hostName, options.limits);
+    RequestHandler handler(measured, authenticator.get(), hostName, limits);
     HttpServer* running = nullptr;
     const MonitorPages monitor(
         [&] {
-            return metrics.text(
-                gaugesOf(*running, options, authenticator.get(), dispatcher, output, audit));
+            return metrics.text(gaugesOf(*running, options, authenticator.get(), dispatcher, output,
+                                         audit, *limits.memory));
         },
         [&] {
             const std::string unreadable = whyNotHealthy(dispatcher);
             return unreadable.empty() ? problemOfEngine(std::filesystem::absolute(options.module))
                                       : unreadable;
         });
-    HttpServer server(options.limits, [&](HttpRequest head, Decide decide) {
+    HttpServer server(limits, [&](HttpRequest head, Decide decide) {
         if (MonitorPages::serves(head)) {
             decide(monitor.admit(head));
         } else {

@@ -85,6 +85,13 @@ std::string Metrics::text(const Gauges& gauges) const {
     out += single("smisd_refused_connections_total", "counter",
                   "Connections that were refused because too many were open.",
                   gauges.refusedConnections);
+    out +=
+        single("smisd_memory_bytes", "gauge", "What requests may hold (--memory).", gauges.memory);
+    out += single("smisd_memory_used_bytes", "gauge", "What of it requests hold now.",
+                  gauges.usedMemory);
+    out += single("smisd_memory_refusals_total", "counter",
+                  "How often there was no memory for a request or more of an answer.",
+                  gauges.memoryRefusals);
     out += single("smisd_dropped_lines_total", "counter",
                   "Lines of standard output that nobody read in time.", gauges.droppedLines);
     out += single("smisd_audit_failures_total", "counter",

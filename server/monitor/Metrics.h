@@ -24,6 +24,9 @@ struct Gauges {
     std::uint64_t lostAuditLines = 0;
     std::size_t waitingLogins = 0;
     std::uint64_t refusedConnections = 0; // a counter too
+    std::size_t memory = 0;               // bytes of the budget
+    std::size_t usedMemory = 0;
+    std::size_t memoryRefusals = 0; // a counter too
 };
 
 // Thread-safe.

@@ -1,6 +1,7 @@
 // Who carries operations out, for whom, and who receives the results.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -43,6 +44,7 @@ struct RequestContext {
     Pegasus::String contentLanguage; // text of the Content-Language header, "" without one
     Role role = Role::administrator; // everyone's when authentication is off
     std::string address = {};        // of the client, numeric; "" for a provider's own call
+    std::size_t operationBytes = 0;  // of memory, for the operation; an open enumeration keeps it
 };
 
 // The receiver of an operation's results.

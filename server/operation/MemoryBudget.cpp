@@ -51,6 +51,13 @@ std::size_t MemoryBudget::Reservation::most() const {
     return _account ? _budget->share() : _budget->limit();
 }
 
+MemoryBudget::Reservation MemoryBudget::Reservation::another() const {
+    Reservation made;
+    made._budget = _budget;
+    made._account = _account;
+    return made;
+}
+
 std::shared_ptr<MemoryBudget::Account> MemoryBudget::accountOf(const std::string& user) {
     const std::lock_guard lock(_mutex);
     std::weak_ptr<Account>& kept = _accounts[user];
@@ -74,6 +81,9 @@ bool MemoryBudget::take(Account* account, std::size_t bytes) {
         ++_refusals;
         return false;
     }
+    if (_used > _most) {
+        _most = _used.load();
+    }
     return true;
 }
 
@@ -81,7 +91,11 @@ void MemoryBudget::giveBack(Account* account, std::size_t bytes) {
     if (account != nullptr) {
         account->used -= bytes;
     }
-    _used -= bytes;
+    const std::size_t left = _used -= bytes;
+    std::size_t most = _most;
+    if (most > left && most - left >= large && _most.compare_exchange_strong(most, left)) {
+        _largeGivenBack();
+    }
 }
 
 } // namespace smisd

@@ -3,12 +3,15 @@
 
 #include <atomic>
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 
 namespace smisd {
+
+constexpr std::size_t defaultMemory = 256 * 1024 * 1024; // bytes
 
 // Counts what all requests together hold of large things: bodies, trees of elements, operations,
 // answers on their way, open enumerations. It is a promise, not a measurement: who takes memory
@@ -39,13 +42,20 @@ public:
         // More than this it never holds.
         std::size_t most() const;
 
+        // Another one of the same user, which holds nothing yet.
+        Reservation another() const;
+
     private:
         MemoryBudget* _budget = nullptr;
         std::shared_ptr<Account> _account;
         std::size_t _bytes = 0;
     };
 
-    explicit MemoryBudget(std::size_t limit) : _limit(limit) {}
+    // `largeGivenBack` is called, by the thread that gives back, when much less is held than
+    // before: the C library keeps what was freed unless it is told to give it to the system.
+    explicit MemoryBudget(
+        std::size_t limit, std::function<void()> largeGivenBack = [] {})
+        : _limit(limit), _largeGivenBack(std::move(largeGivenBack)) {}
     MemoryBudget(const MemoryBudget&) = delete;
     MemoryBudget& operator=(const MemoryBudget&) = delete;
 
@@ -61,8 +71,12 @@ private:
     bool take(Account* account, std::size_t bytes);
     void giveBack(Account* account, std::size_t bytes);
 
+    static constexpr std::size_t large = 16 * 1024 * 1024;
+
     const std::size_t _limit; // bytes
+    const std::function<void()> _largeGivenBack;
     std::atomic<std::size_t> _used{0};
+    std::atomic<std::size_t> _most{0}; // was used since _largeGivenBack was called
     std::atomic<std::size_t> _refusals{0};
 
     std::mutex _mutex;                                       // guards what follows

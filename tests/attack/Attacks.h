@@ -32,6 +32,8 @@ struct Attack {
     bool logins = false;
     // More resident memory than before the attack, MiB at most.
     unsigned memory = 48;
+    // And so much more when it is over; 0 where that is not judged.
+    unsigned left = 0;
     // What smisd is started with, beside users.
     std::vector<std::string> options{};
 };

@@ -101,7 +101,12 @@ Outcome carryOut(const Attack& attack, std::chrono::seconds time, const wire::Ar
     watcher.join();
     logins.join();
     attacker.join();
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    for (int i = 0; i < 10; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        if (attack.left == 0 || mebibytes() < outcome.before + attack.left) {
+            break;
+        }
+    }
     ended = true;
     memory.join();
     outcome.after = mebibytes();
@@ -140,6 +145,8 @@ bool print(const Attack& attack, const Outcome& outcome) {
         require(std::max(kept, opened) < beyondDoubt, "a good client waits too long"),
         require(login < longestLogin, "a first login takes too long"),
         require(outcome.most < outcome.before + attack.memory, "the server takes too much memory"),
+        require(attack.left == 0 || outcome.after < outcome.before + attack.left,
+                "the server keeps too much memory"),
     };
     return std::all_of(std::begin(results), std::end(results), [](bool good) { return good; });
 }

@@ -319,5 +319,30 @@ TEST(PulledResults, ShowNeitherQualifiersNorUnwantedOrigins) {
     EXPECT_NE(withOrigins.find("<VALUE.INSTANCEWITHPATH>\n<INSTANCEPATH>"), std::string::npos);
 }
 
+TEST(ResponseWriter, HoldsMemoryForALongBodyThatGoesOutWhole) {
+    const MessageHead head{"1", "EnumerateInstanceNames", true};
+    const Operation operation = EnumerateInstanceNames();
+    const CIMObjectPath path("", CIMNamespaceName(), CIMName("C"));
+    MemoryBudget budget(2'000'000);
+    MemoryBudget::Reservation memory(budget, "");
+    ResponseWriter writer(head, operation, nullptr, &memory);
+    const auto deliver = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            writer.instanceName(path); // some 45 bytes
+        }
+    };
+    deliver(1000);
+    EXPECT_EQ(budget.used(), 0U);
+    deliver(9000);
+    EXPECT_GT(budget.used(), 450'000U);
+    try {
+        deliver(100'000);
+        FAIL() << "not refused";
+    } catch (const CIMException& error) {
+        EXPECT_EQ(error.getCode(), CIM_ERR_SERVER_LIMITS_EXCEEDED);
+    }
+    EXPECT_LE(memory.bytes(), 2'000'000U);
+}
+
 } // namespace
 } // namespace smisd::test

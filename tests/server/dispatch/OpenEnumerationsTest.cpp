@@ -99,6 +99,25 @@ TEST_F(OpenEnumerationsTest, OneUserHasHalfOfThem) {
     EXPECT_EQ(open("bob"), CIM_ERR_SUCCESS);
 }
 
+TEST(OpenEnumerations, HoldMemoryAndAreRefusedWithoutIt) {
+    const auto budget = std::make_shared<MemoryBudget>(3'000'000);
+    OpenEnumerations enumerations(10, budget);
+    EnumerationTraits large = traitsOf("alice");
+    large.operationBytes = 900'000;
+    auto opened = enumerations.open(large, produceForEver);
+    EXPECT_GT(budget->used(), 900'000U);
+    EXPECT_EQ(codeOf([&] { enumerations.open(large, produceForEver); }),
+              CIM_ERR_SERVER_LIMITS_EXCEEDED);
+    EXPECT_EQ(codeOf([&] { enumerations.open(traitsOf("bob"), produceForEver)->queue.close(); }),
+              CIM_ERR_SUCCESS);
+    opened->queue.close();
+    opened.reset();
+    for (int i = 0; i < 1000 && budget->used() > 0; ++i) {
+        std::this_thread::sleep_for(10ms); // until the producers have noticed
+    }
+    EXPECT_EQ(budget->used(), 0U);
+}
+
 TEST_F(OpenEnumerationsTest, KeepTheErrorOfTheProducer) {
     const auto opened = enumerations.open(
         traitsOf("alice"), [](ObjectQueue&) { throw CIMException(CIM_ERR_NOT_FOUND, "x"); });

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "server/http/HttpMessage.h"
+#include "tests/server/http/TestServer.h"
 
 namespace smisd {
 namespace {
+
+using test::Gate;
 
 class SendQueueTest : public testing::Test {
 protected:
@@ -13,7 +16,7 @@ protected:
     const char* send(std::string text) {
         const char* const place = text.data();
         const std::size_t count = text.size();
-        queue.reserve(count, workers);
+        queue.reserve(text, workers);
         queue.push(std::move(text));
         queue.sent(count);
         return place;
@@ -24,7 +27,7 @@ protected:
 };
 
 TEST_F(SendQueueTest, TextsGoOutInOrderAndInSlices) {
-    queue.reserve(5, workers);
+    queue.reserve("abcde", workers);
     queue.push("abc");
     queue.push("de");
     EXPECT_EQ(queue.next(2), "ab");
@@ -64,7 +67,54 @@ TEST_F(SendQueueTest, KeepsNoSpareTextWhenTheyAreDropped) {
 
 TEST_F(SendQueueTest, NothingIsReservedForALostClient) {
     queue.lose();
-    EXPECT_THROW(queue.reserve(1, workers), ConnectionLost);
+    EXPECT_THROW(queue.reserve("a", workers), ConnectionLost);
+}
+
+TEST_F(SendQueueTest, HoldsMemoryForWhatIsOnItsWayAndForSpareTexts) {
+    MemoryBudget budget(100'000);
+    queue.holdIn(MemoryBudget::Reservation(budget, ""));
+    std::string text(5000, 'x');
+    queue.reserve(text, workers);
+    queue.push(std::move(text));
+    EXPECT_GE(budget.used(), 5000U);
+    queue.sent(5000);
+    EXPECT_GE(budget.used(), 5000U) << "the text is kept for the next";
+    queue.spareText();
+    EXPECT_EQ(budget.used(), 0U);
+    send(std::string(5000, 'x'));
+    queue.dropSpareTexts();
+    EXPECT_EQ(budget.used(), 0U);
+}
+
+TEST_F(SendQueueTest, AShortTextWaitsForNoMemory) {
+    MemoryBudget budget(10'000);
+    MemoryBudget::Reservation others(budget, "");
+    EXPECT_TRUE(others.resize(10'000));
+    queue.holdIn(MemoryBudget::Reservation(budget, ""));
+    EXPECT_FALSE(send(std::string(5000, 'x')) == nullptr);
+    EXPECT_EQ(budget.used(), 10'000U);
+}
+
+TEST_F(SendQueueTest, WaitsForMemoryAndSaysSo) {
+    MemoryBudget budget(50'000);
+    MemoryBudget::Reservation others(budget, "");
+    EXPECT_TRUE(others.resize(40'000));
+    int said = 0;
+    SendQueue waiting(1 << 20, [&] {
+        if (++said == 2) {
+            others.resize(0);
+        }
+    });
+    waiting.holdIn(MemoryBudget::Reservation(budget, ""));
+    Gate reserved;
+    workers.post([&] {
+        waiting.reserve(std::string(20'000, 'x'), workers);
+        reserved.open();
+    });
+    reserved.wait();
+    EXPECT_EQ(said, 2);
+    EXPECT_GE(budget.used(), 20'000U);
+    workers.join();
 }
 
 } // namespace

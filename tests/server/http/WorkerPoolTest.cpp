@@ -162,6 +162,28 @@ TEST(WorkerPool, WithoutNamesOneMayHaveAllWorkers) {
     busy.open();
 }
 
+TEST(WorkerPool, JobsThatGoOnKeepNoOtherUserWaiting) {
+    WorkerPool pool(4);
+    Gate mayReturn;
+    Gate mayEnd;
+    for (int i = 0; i < 20; ++i) {
+        pool.post(
+            [&] {
+                pool.whileWaiting([&] { mayReturn.wait(); });
+                mayEnd.wait();
+            },
+            "greedy");
+    }
+    mayReturn.awaitWaiting(20);
+    mayReturn.open();
+    mayEnd.awaitWaiting(2);
+    Gate ran;
+    pool.post([&] { ran.open(); }, "another"); // while 18 want to go on
+    ran.wait();
+    mayEnd.open();
+    pool.join();
+}
+
 TEST(WorkerPool, JobsThatGoOnKeepToTheirUsersShare) {
     WorkerPool pool(2);
     Gate mayReturn;

@@ -71,7 +71,7 @@ TEST(Options, LimitsCanBeSet) {
     const Options options =
         accepted({"--no-auth", "--max-connections", "3", "--workers", "2", "--max-body-bytes",
                   "1000", "--request-time", "7", "--max-queued-bytes", "4096", "--stop-time", "9",
-                  "--max-enumerations", "5", "--max-depth", "20"});
+                  "--max-enumerations", "5", "--max-depth", "20", "--memory", "512MiB"});
     EXPECT_EQ(options.limits.connections, 3U);
     EXPECT_EQ(options.limits.workers, 2U);
     EXPECT_EQ(options.limits.bodyBytes, 1000U);
@@ -79,6 +79,7 @@ TEST(Options, LimitsCanBeSet) {
     EXPECT_EQ(options.limits.queueBytes, 4096U);
     EXPECT_EQ(options.limits.stopTime.count(), 9);
     EXPECT_EQ(options.maxEnumerations, 5U);
+    EXPECT_EQ(options.memory, 512U * 1024 * 1024);
     EXPECT_EQ(options.limits.depth, 20U);
     EXPECT_THAT(complaintOf({"--no-auth", "--max-depth", "49"}), HasSubstr("--max-depth"));
     EXPECT_THAT(complaintOf({"--no-auth", "--workers", "0"}), HasSubstr("--workers"));

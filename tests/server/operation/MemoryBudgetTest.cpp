@@ -76,6 +76,25 @@ TEST(MemoryBudget, AMovedReservationIsHeldOnce) {
     EXPECT_EQ(budget.used(), 0U);
 }
 
+TEST(MemoryBudget, TellsWhenMuchIsGivenBack) {
+    int told = 0;
+    MemoryBudget budget(100 << 20, [&] { ++told; });
+    MemoryBudget::Reservation held(budget, "");
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_TRUE(held.resize(60 << 20));
+        held.resize(50 << 20);
+        held.resize(45 << 20);
+        EXPECT_EQ(told, 2 * round);
+        held.resize(44 << 20);
+        EXPECT_EQ(told, 2 * round + 1);
+        held.resize(0);
+        EXPECT_EQ(told, 2 * round + 2);
+    }
+    EXPECT_TRUE(held.resize(10 << 20));
+    held.resize(0);
+    EXPECT_EQ(told, 4) << "the little ones are kept for the next";
+}
+
 TEST(MemoryBudget, IsExactWithManyThreads) {
     MemoryBudget budget(1000);
     std::vector<std::thread> threads;
