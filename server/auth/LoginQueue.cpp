@@ -43,17 +43,22 @@ std::uint64_t LoginQueue::takeOut(std::vector<Ticket>::iterator ticket) {
     return number;
 }
 
-// Who pauses has failed before, and goes first. Then one of the largest crowd; of those the one
-// that came last.
-std::vector<LoginQueue::Ticket>::iterator LoginQueue::worst(Clock::time_point now) {
+std::map<std::string, unsigned> LoginQueue::counts() const {
     std::map<std::string, unsigned> counts;
     for (const Ticket& ticket : _waiting) {
         ++counts[ticket.neighbours];
         ++counts[ticket.group];
     }
+    return counts;
+}
+
+// Who pauses has failed before, and goes first. Then one of the largest crowd; of those the one
+// that came last.
+std::vector<LoginQueue::Ticket>::iterator LoginQueue::worst(Clock::time_point now) {
+    const std::map<std::string, unsigned> crowds = counts();
     const auto badness = [&](const Ticket& ticket) {
-        return std::tuple(!isTrusted(ticket), ticket.notBefore > now, counts[ticket.neighbours],
-                          counts[ticket.group]);
+        return std::tuple(!isTrusted(ticket), ticket.notBefore > now, crowds.at(ticket.neighbours),
+                          crowds.at(ticket.group));
     };
     return std::prev(std::max_element(_waiting.rbegin(), _waiting.rend(),
                                       [&](const Ticket& left, const Ticket& right) {
@@ -70,9 +75,10 @@ std::optional<std::uint64_t> LoginQueue::takeLate(Clock::time_point now) {
 }
 
 std::optional<std::uint64_t> LoginQueue::takeNext(Clock::time_point now) {
+    const std::map<std::string, unsigned> crowds = counts();
     const auto order = [&](const Ticket& ticket) {
         return std::tuple(ticket.notBefore > now, !isTrusted(ticket), lastTurn(ticket.neighbours),
-                          lastTurn(ticket.group));
+                          crowds.at(ticket.neighbours), lastTurn(ticket.group));
     };
     const auto next = std::min_element(
         _waiting.begin(), _waiting.end(),

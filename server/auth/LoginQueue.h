@@ -14,8 +14,9 @@ namespace smisd {
 // One password is hashed at a time, so that guessers get one processor and the memory of one hash,
 // however many they are. Whoever is logged in does not come here; others wait for their turn:
 // addresses that have logged in before go first. Then neighbourhoods (IPv4: /24, IPv6: /48) take
-// turns, in each of them its addresses (IPv6: /64), and of an address the logins as they came. So
-// 4096 addresses of one neighbourhood hold up a stranger for one turn.
+// turns, those of which fewer wait before others; in each of them its addresses (IPv6: /64), and of
+// an address the logins as they came. So 4096 addresses of one neighbourhood hold up a stranger for
+// one turn.
 //
 // A full queue turns away one of those of whom there are most. Not thread-safe.
 class LoginQueue {
@@ -54,6 +55,8 @@ private:
     };
 
     bool isTrusted(const Ticket& ticket) const { return _trusted.count(ticket.group) != 0; }
+    // Of those who wait, by neighbourhood and by group.
+    std::map<std::string, unsigned> counts() const;
     std::uint64_t lastTurn(const std::string& network) const;
     std::vector<Ticket>::iterator worst(Clock::time_point now);
     std::uint64_t takeOut(std::vector<Ticket>::iterator ticket);
