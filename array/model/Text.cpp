@@ -1,5 +1,6 @@
 #include "array/model/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -115,10 +116,17 @@ void appendEscaped(std::string& out, char32_t c) {
 } // namespace
 
 std::string toUtf8(const Pegasus::String& text) {
-    std::string out;
-    out.reserve(text.size());
     const Pegasus::Char16* units = text.getChar16Data();
-    for (Pegasus::Uint32 i = 0; i < text.size(); ++i) {
+    // Nearly every text is ASCII, and this is done for each record that is read.
+    const auto* end = std::find_if(units, units + text.size(), [](const Pegasus::Char16& unit) {
+        return Pegasus::Uint16(unit) >= 0x80;
+    });
+    const auto ascii = static_cast<Pegasus::Uint32>(end - units);
+    std::string out(ascii, '\0');
+    std::transform(units, end, out.begin(), [](const Pegasus::Char16& unit) {
+        return static_cast<char>(Pegasus::Uint16(unit));
+    });
+    for (Pegasus::Uint32 i = ascii; i < text.size(); ++i) {
         char32_t c = Pegasus::Uint16(units[i]);
         if (isHigh(c) && i + 1 < text.size() && isLow(Pegasus::Uint16(units[i + 1]))) {
             ++i;

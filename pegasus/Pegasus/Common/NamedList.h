@@ -3,6 +3,7 @@
 #include <atomic>
 #include <map>
 #include <memory>
+#include <new>
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
@@ -52,12 +53,10 @@ public:
         if (find(name) != PEG_NOT_FOUND) {
             throw AlreadyExistsException(String(kind) + " \"" + name.getString() + "\"");
         }
-        std::unique_ptr<NamePlaces> places = std::move(_places); // lost if this throws
-        if (places) {
-            places->add(name, size());
-        }
         _items.append(std::move(x));
-        _places = std::move(places);
+        if (_places) {
+            noteLast();
+        }
     }
 
     Uint32 find(const CIMName& name) const {
@@ -105,14 +104,26 @@ private:
     static constexpr Uint32 quickToSearch = 32;
 
     void notePlacesIfLong() {
-        if (size() < quickToSearch || (_places && _places->hold())) {
-            return;
+        if (size() >= quickToSearch && !(_places && _places->hold())) {
+            notePlaces();
         }
+    }
+
+    void notePlaces() {
         auto places = std::make_unique<NamePlaces>();
         for (Uint32 i = 0; i < size(); ++i) {
             places->add(_items[i].getName(), i); // of a name twice the first counts
         }
         _places = std::move(places);
+    }
+
+    // Without memory for it, the list is searched.
+    void noteLast() {
+        try {
+            _places->add(_items[size() - 1].getName(), size() - 1);
+        } catch (const std::bad_alloc&) {
+            _places.reset();
+        }
     }
 
     Array<T> _items;
