@@ -227,7 +227,7 @@ void XmlDocument::checkTree(unsigned maximumDepth) const {
 ReadingCost readingCost(std::string_view text) {
     constexpr std::size_t nodeBytes = 64; // as pugixml has them where pointers have 64 bits
     constexpr std::size_t attributeBytes = 40;
-    constexpr std::size_t operationBytes = 256; // of an element: measured, see docs/server.md
+    constexpr std::size_t operationBytes = 256; // of an element: an estimate
     std::size_t elements = 0;
     std::size_t texts = 0;
     std::size_t attributes = 0;
