@@ -8,6 +8,10 @@ namespace array {
 
 namespace {
 
+// More than any name that is kept can need, which has 223 bytes. Stringprep takes time that grows
+// with the square of the length.
+constexpr std::size_t mostBytes = 4 * 223;
+
 const char* ruleOf(int result) {
     switch (result) {
     case STRINGPREP_CONTAINS_UNASSIGNED:
@@ -27,6 +31,9 @@ PreparedName prepareISCSIName(std::string_view name) {
         PreparedName prepared{std::string(name)};
         std::ranges::transform(name, prepared.name.begin(), lower);
         return prepared;
+    }
+    if (name.size() > mostBytes) {
+        return {{}, "it is too long; 223 bytes are allowed (RFC 7143 section 4.2.7.1)"};
     }
     if (hasHidden(name)) {
         return {{}, "it has a character that is not shown"};

@@ -12,7 +12,8 @@ struct PreparedName {
 };
 
 // An iSCSI name in the form in which names are kept and compared: as the stringprep profile of
-// RFC 3722 makes it of UTF-8 text without U+0000. Its length and form are not looked at.
+// RFC 3722 makes it of UTF-8 text without U+0000. One that is far too long is
+// refused; otherwise length and form are not looked at.
 PreparedName prepareISCSIName(std::string_view name);
 
 } // namespace array

@@ -1,5 +1,6 @@
 #include "array/model/Rules.h"
 
+#include "array/model/ISCSIName.h"
 #include "tests/array/ArrayFixture.h"
 
 namespace array {
@@ -14,6 +15,18 @@ TEST(ISCSIName, TheThreeFormsAreGood) {
           "cher"}) {
         EXPECT_NO_THROW(keptISCSIName(name)) << name;
     }
+}
+
+// In particular at once: what prepares names would take minutes.
+TEST(ISCSIName, IsRefusedWhenItIsFarTooLong) {
+    std::string name;
+    while (name.size() < 1024 * 1024) {
+        name += "\xC3\x89";
+    }
+    EXPECT_STREQ(prepareISCSIName(name).brokenRule,
+                 "it is too long; 223 bytes are allowed (RFC 7143 section 4.2.7.1)");
+    EXPECT_EQ(prepareISCSIName(name.substr(0, 4 * 223)).brokenRule, nullptr);
+    EXPECT_EQ(failureOf([&] { keptISCSIName(name); }).code, ErrorCode::BadName);
 }
 
 TEST(ISCSIName, HasAtMost223Bytes) {
