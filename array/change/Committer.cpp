@@ -12,7 +12,7 @@ namespace array {
 
 namespace {
 
-// How long clearing a secret waits for others to be done with the log.
+// How long clearing a secret waits for others to be done with the log; later tries do not wait.
 constexpr std::chrono::milliseconds wipeTimeout{100};
 
 } // namespace
@@ -21,6 +21,10 @@ Committer::Committer(const std::filesystem::path& database, Follower& follower, 
                      EventLog& events)
     : _file(database), _follower(follower), _fabric(fabric), _eventLog(events),
       _database(openDatabase(database)), _reader(_database), _writer(_database) {}
+
+Committer::~Committer() {
+    _follower.files().prepareToClose(_database);
+}
 
 void Committer::run(const std::function<void(Change&)>& make) {
     Request request{make, std::chrono::steady_clock::now() + turnTimeout, nullptr};
@@ -31,8 +35,11 @@ void Committer::run(const std::function<void(Change&)>& make) {
 }
 
 void Committer::commitAll(const Batch& batch) {
+    const auto wipeWait = _isLogToBeWiped ? std::chrono::milliseconds{} : wipeTimeout;
+    bool isCommitted = false;
+    _clearsSecret = false;
     try {
-        withSqlite(_file, [&] { tryCommit(batch); });
+        withSqlite(_file, [&] { isCommitted = tryCommit(batch); });
         for (const Event& event : _events) {
             _eventLog.publish(event);
         }
@@ -47,8 +54,9 @@ void Committer::commitAll(const Batch& batch) {
     if (_hasFailedToCommit) {
         overwriteFailedCommit();
     }
-    if (_isLogToBeWiped) {
-        wipeLog();
+    _isLogToBeWiped = _isLogToBeWiped || (isCommitted && _clearsSecret);
+    if (_isLogToBeWiped && isCommitted && _follower.files().areInPlace()) {
+        wipeLog(wipeWait);
     }
     _events.clear();
     _writer.forget();
@@ -62,7 +70,8 @@ void Committer::overwriteFailedCommit() {
     _hasFailedToCommit = false;
 }
 
-void Committer::tryCommit(const Batch& batch) {
+// False if there was nothing to commit.
+bool Committer::tryCommit(const Batch& batch) {
     // Those that came while the first waited for the turn have waited less.
     waitUntil(batch.front()->deadline);
     Transaction turn(_database, Transaction::Kind::Write);
@@ -72,11 +81,12 @@ void Committer::tryCommit(const Batch& batch) {
         attempt(*request, next);
     }
     if (!_writer.wroteSomething()) {
-        return;
+        return false;
     }
     ++next.edit().version;
     _writer.close(before.contents(), next.contents());
     commit(turn, std::move(next));
+    return true;
 }
 
 void Committer::waitUntil(std::chrono::steady_clock::time_point deadline) {
@@ -116,7 +126,7 @@ void Committer::attempt(Request& request, SnapshotDraft& next) {
     }
     _writer.keep();
     next = std::move(attempted);
-    _isLogToBeWiped = _isLogToBeWiped || change._clearsSecret;
+    _clearsSecret = _clearsSecret || change._clearsSecret;
     _events.insert(_events.end(), events.begin(), events.end());
 }
 
@@ -141,9 +151,9 @@ void Committer::commit(Transaction& turn, SnapshotDraft&& next) {
 }
 
 // Whoever reads or changes the array just now may need the log; then the next change tries again.
-void Committer::wipeLog() {
+void Committer::wipeLog(std::chrono::milliseconds wait) {
     try {
-        _database.setBusyTimeout(static_cast<int>(wipeTimeout.count()));
+        _database.setBusyTimeout(static_cast<int>(wait.count()));
     } catch (const SQLite::Exception&) {
         return;
     }

@@ -26,6 +26,9 @@ public:
     // Failures of SQLite pass as SQLite::Exception.
     Committer(const std::filesystem::path& database, Follower& follower, Fabric& fabric,
               EventLog& events);
+    ~Committer();
+    Committer(const Committer&) = delete;
+    Committer& operator=(const Committer&) = delete;
 
     // As Array::change.
     void run(const std::function<void(Change&)>& make);
@@ -40,12 +43,12 @@ private:
 
     void commitAll(const Batch& batch);
     void overwriteFailedCommit();
-    void tryCommit(const Batch& batch);
+    bool tryCommit(const Batch& batch);
     void waitUntil(std::chrono::steady_clock::time_point deadline);
     SnapshotDraft newest();
     void attempt(Request& request, SnapshotDraft& next);
     void commit(Transaction& turn, SnapshotDraft&& next);
-    void wipeLog();
+    void wipeLog(std::chrono::milliseconds wait);
 
     const std::filesystem::path _file;
     Follower& _follower;
@@ -59,6 +62,7 @@ private:
     ChangeWriter _writer;
     std::vector<Event> _events; // to be published after the commit
     bool _hasFailedToCommit = false;
+    bool _clearsSecret = false;   // the batch does
     bool _isLogToBeWiped = false; // array.db-wal has a secret that was cleared
 };
 

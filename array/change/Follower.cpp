@@ -20,6 +20,10 @@ Follower::Follower(const std::filesystem::path& directory)
     sqlite3_db_release_memory(_database.getHandle()); // hardly a page is read again
 }
 
+Follower::~Follower() {
+    _files->prepareToClose(_database);
+}
+
 SnapshotPtr Follower::newest() {
     return _index->stamp() == _known.load() || isOwnCommit() ? _current->load() : ask();
 }

@@ -43,6 +43,9 @@ public:
     // Opens the files of a state directory and reads the array. Failures of SQLite pass as
     // SQLite::Exception.
     explicit Follower(const std::filesystem::path& directory);
+    ~Follower();
+    Follower(const Follower&) = delete;
+    Follower& operator=(const Follower&) = delete;
 
     // The newest snapshot that there is, in whatever process it was made; while the files are not
     // in their place, the newest that this process has. Costs no more than a look at two words of

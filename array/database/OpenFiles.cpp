@@ -38,6 +38,15 @@ void OpenFiles::requireInPlace(const char* outcome) const {
              "there now.");
 }
 
+void OpenFiles::prepareToClose(SQLite::Database& database) const {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const File there = fileAt(_directory / names[i]);
+        if (!(there == File{}) && !(there == _files[i])) {
+            sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        }
+    }
+}
+
 std::size_t OpenFiles::missing() const {
     std::size_t i = 0;
     while (i < names.size() && fileAt(_directory / names[i]) == _files[i]) {

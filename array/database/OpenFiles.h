@@ -25,6 +25,10 @@ public:
     // `outcome` is a sentence that says what that means for a change, or "".
     void requireInPlace(const char* outcome) const;
 
+    // Before a connection is closed: if other files stand in the place of these, SQLite is not to
+    // put its log into them, nor to remove them.
+    void prepareToClose(SQLite::Database& database) const;
+
 private:
     struct File {
         dev_t device = 0;

@@ -1,6 +1,7 @@
 #include "array/database/OpenFiles.h"
 
 #include <fstream>
+#include <iterator>
 
 #include "array/database/StateDirectory.h"
 #include "tests/array/ArrayFixture.h"
@@ -32,6 +33,11 @@ protected:
         }
     }
 };
+
+std::string textOf(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
 
 constexpr const char* gone = "array.db, which this program has open, is gone.";
 constexpr const char* replaced =
@@ -67,6 +73,34 @@ TEST_F(OpenFilesTest, AnotherStateDirectoryInThePlaceTakesNoChangesOfThisOne) {
 TEST_F(OpenFilesTest, ALogThatIsRemovedTakesNoChanges) {
     fs::remove(state() / "array.db-wal");
     expectGone("array.db-wal, which this program has open, is gone.");
+}
+
+TEST_F(OpenFilesTest, AnotherLogInThePlaceKeepsTheOldOneOutOfTheDatabase) {
+    const auto other = Array::openOrCreate(aside());
+    Id initiator = 0;
+    other->change([&](Change& change) {
+        initiator = change.create(Initiator{"iqn.2026-01.com.example:h", "a secret of theirs"});
+    });
+    const fs::path log = aside() / "array.db-wal";
+    fs::rename(log, aside() / "old");
+    std::ofstream(log) << "of others";
+    const std::string before = textOf(databaseIn(aside()));
+    const Failure failure =
+        failureOf([&] { other->change([&](Change& change) { change.remove(initiator); }); });
+    EXPECT_EQ(failure.code, ErrorCode::StateGone);
+    EXPECT_TRUE(textOf(databaseIn(aside())) == before) << "changed by a refused change";
+}
+
+TEST_F(OpenFilesTest, AnotherLogInThePlaceIsLeftAloneAtTheEnd) {
+    auto other = Array::openOrCreate(aside());
+    other->change([](Change& change) { change.create(Target{"iqn.2026-01.com.example:t", {}}); });
+    const fs::path log = aside() / "array.db-wal";
+    fs::rename(log, aside() / "old");
+    std::ofstream(log) << "of others";
+    const std::string before = textOf(databaseIn(aside()));
+    other.reset();
+    EXPECT_TRUE(textOf(databaseIn(aside())) == before) << "changed at the end";
+    EXPECT_EQ(textOf(log), "of others");
 }
 
 TEST_F(OpenFilesTest, FilesThatAreBackAreUsedAgain) {
