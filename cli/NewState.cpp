@@ -1,5 +1,6 @@
 #include "cli/NewState.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -12,6 +13,7 @@
 
 #include "array/database/Failures.h"
 #include "array/database/StateDirectory.h"
+#include "array/model/Text.h"
 
 namespace cli {
 
@@ -19,7 +21,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view mark = ".new-"; // and six letters or digits, as mkdtemp makes them
+// Its name is a dot, the name of its place, this, and six letters or digits, as mkdtemp makes them.
+constexpr std::string_view mark = ".import-";
+constexpr const char* unfinished = "unfinished-import"; // a file in it until it is complete
 
 // Without a slash at its end, so that a name can be added to it.
 fs::path withoutSlash(const fs::path& path) {
@@ -38,9 +42,18 @@ int locked(const fs::path& directory) {
     return descriptor;
 }
 
-bool isLeftover(const std::string& name, const std::string& place) {
-    const std::string start = place + std::string(mark);
-    return name.size() == start.size() + 6 && name.starts_with(start);
+std::string startOfName(const fs::path& place) {
+    return "." + place.filename().string() + std::string(mark);
+}
+
+bool isLeftover(const fs::path& directory, const fs::path& place) {
+    const std::string name = directory.filename().string();
+    const std::string start = startOfName(place);
+    std::error_code ignored;
+    return name.size() == start.size() + 6 && name.starts_with(start) &&
+           std::all_of(name.begin() + static_cast<std::ptrdiff_t>(start.size()), name.end(),
+                       [](char c) { return array::isLetter(c) || array::isDigit(c); }) &&
+           fs::is_regular_file(fs::symlink_status(directory / unfinished, ignored));
 }
 
 } // namespace
@@ -55,10 +68,18 @@ NewState::NewState(const fs::path& place) : _place(fs::absolute(withoutSlash(pla
 }
 
 bool NewState::make() {
-    std::string name = _place.string() + std::string(mark) + "XXXXXX";
+    std::string name = (_place.parent_path() / (startOfName(_place) + "XXXXXX")).string();
     if (mkdtemp(name.data()) == nullptr) {
         array::failFile(_place, errno);
     }
+    const int file = open((fs::path(name) / unfinished).c_str(),
+                          O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (file < 0) {
+        const int error = errno;
+        rmdir(name.c_str());
+        array::failFile(_place, error);
+    }
+    close(file);
     _lock = locked(name);
     if (_lock >= 0 && fs::exists(name)) {
         _directory = name;
@@ -75,7 +96,8 @@ NewState::~NewState() {
 }
 
 void NewState::putInPlace() {
-    if (std::rename(_directory.c_str(), _place.c_str()) != 0) {
+    if (unlink((_directory / unfinished).c_str()) != 0 ||
+        std::rename(_directory.c_str(), _place.c_str()) != 0) {
         array::failFile(_place, errno);
     }
     _directory.clear();
@@ -86,7 +108,7 @@ void clearLeftovers(const fs::path& place, std::ostream& err) {
     const fs::path whole = fs::absolute(withoutSlash(place));
     std::error_code unreadable;
     for (const auto& entry : fs::directory_iterator(whole.parent_path(), unreadable)) {
-        if (!isLeftover(entry.path().filename().string(), whole.filename().string())) {
+        if (!isLeftover(entry.path(), whole)) {
             continue;
         }
         if (const int lock = locked(entry.path()); lock >= 0) {

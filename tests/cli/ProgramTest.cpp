@@ -96,8 +96,10 @@ TEST_F(Program, LeavesNothingOfAKilledImportForLong) {
     const Result result = shell(
         "cd $DRAV_STATE_DIR/..; mkfifo text; $ARRAYCTL import - <text & import=$!; exec 3>text; "
         "printf '{\"host\":\"h\",\"system\":\"s\",' >&3; "
-        "for i in $(seq 100); do ls state.new-* >/dev/null 2>&1 && break; sleep 0.1; done; "
-        "kill -9 $import; wait $import; exec 3>&-; ls -d state.new-*; $ARRAYCTL import $DEMO; ls");
+        "for i in $(seq 100); do ls .state.import-*/array.db >/dev/null 2>&1 && break; sleep 0.1; "
+        "done; "
+        "kill -9 $import; wait $import; exec 3>&-; ls -d .state.import-*; $ARRAYCTL import $DEMO; "
+        "ls -A");
     EXPECT_THAT(result.out, HasSubstr(", left by an import that was ended\nImported "));
     EXPECT_THAT(result.out, testing::EndsWith(" logical units.\nstate\ntext\n")) << result.out;
 }

@@ -101,13 +101,14 @@ TEST_F(ImportCommand, TheDemoArrayCanBeImportedAndComesBackTheSame) {
 
 class Leftovers : public Cli {
 protected:
-    const std::filesystem::path left = directory / "state.new-aB3xYz";
+    const std::filesystem::path left = directory / ".state.import-aB3xYz";
     const std::string told =
         "arrayctl: removed " + left.string() + ", left by an import that was ended\n";
 
     Leftovers() {
         std::filesystem::create_directory(left);
         std::ofstream(left / "array.db") << "secrets";
+        std::ofstream(left / "unfinished-import");
     }
 };
 
@@ -127,10 +128,20 @@ TEST_F(Leftovers, AreClearedByAnyCommand) {
 TEST_F(Leftovers, AreNotWhatSomebodyWorksOn) {
     std::filesystem::remove_all(left);
     const cli::NewState other(state);
-    std::filesystem::create_directory(directory / "state.new-is-mine");
+    // The first has no file that marks an import, the others have other names.
+    const std::vector<std::string> mine = {".state.import-backup", "state.new-backup",
+                                           ".state.import-is-mine", ".state.import-a.3xYz"};
+    for (const std::string& name : mine) {
+        std::filesystem::create_directory(directory / name);
+        if (name != mine.front()) {
+            std::ofstream(directory / name / "unfinished-import");
+        }
+    }
     run({"import", "-"}, R"({"host":"h","system":"s"})");
     EXPECT_TRUE(std::filesystem::exists(other.directory()));
-    EXPECT_TRUE(std::filesystem::exists(directory / "state.new-is-mine"));
+    for (const std::string& name : mine) {
+        EXPECT_TRUE(std::filesystem::exists(directory / name)) << name;
+    }
 }
 
 } // namespace
