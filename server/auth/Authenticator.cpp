@@ -135,7 +135,16 @@ void BasicAuthenticator::serveNext() {
     }
     const std::unique_ptr<Waiting> login = taken(*next);
     lock.unlock();
-    login->done(late ? Judgement{{}, queueTime} : look(*login));
+    login->done(late ? Judgement{{}, queueTime} : lookIfPossible(*login));
+}
+
+// Whatever goes wrong, the client's session has to be told, by which it lives.
+Judgement BasicAuthenticator::lookIfPossible(const Waiting& login) {
+    try {
+        return look(login);
+    } catch (const std::exception&) {
+        return {{}, memoryTime};
+    }
 }
 
 // The address pauses after a wrong password, but not after one that nobody could look at.

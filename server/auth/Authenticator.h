@@ -107,6 +107,7 @@ private:
     void wait(const LoginAttempt& attempt, std::string_view secret, Done done);
     std::unique_ptr<Waiting> taken(std::uint64_t number);
 
+    Judgement lookIfPossible(const Waiting& login);
     Judgement look(const Waiting& login);
 
     const std::function<void(const FailedLogin&)> _onFailure;

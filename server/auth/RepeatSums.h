@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <new>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -115,7 +116,10 @@ private:
                 _changed.wait(lock);
             } else if (!_changed.wait_for(lock, std::chrono::seconds(1), [&] { return _ending; })) {
                 lock.unlock();
-                writeEnded();
+                try {
+                    writeEnded();
+                } catch (const std::bad_alloc&) { // the sums go on
+                }
                 lock.lock();
             }
         }

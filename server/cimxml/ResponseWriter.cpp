@@ -154,14 +154,13 @@ void ResponseWriter::add(Append append) {
 // A text that grows is copied, and again when it is sent.
 void ResponseWriter::hold() {
     constexpr std::size_t copies = 3;
-    if (_text.size() <= _heldFor || !_memory) {
-        return;
+    while (_memory && _text.size() > _heldFor) {
+        if (!_memory->grow(copies * _heldFor)) {
+            throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
+                               String("There is no memory for the answer."));
+        }
+        _heldFor *= 2;
     }
-    if (!_memory->grow(copies * _heldFor)) {
-        throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
-                           String("There is no memory for the answer."));
-    }
-    _heldFor *= 2;
 }
 
 void ResponseWriter::flushIfDue() {

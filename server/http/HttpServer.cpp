@@ -200,7 +200,7 @@ struct HttpServer::Implementation {
     }
 
     void awaitConnection(Listener& listener) {
-        if (!std::exchange(listener.waits, true)) {
+        if (!stopped && !std::exchange(listener.waits, true)) {
             orAgain(listener.waits, [this, &listener] {
                 listener.acceptor.async_wait(tcp::acceptor::wait_read,
                                              [this, &listener](error_code error) {
@@ -240,6 +240,9 @@ struct HttpServer::Implementation {
 
     // Whatever a connection runs into here, the next one is accepted.
     void acceptAll(Listener& listener) {
+        if (stopped) {
+            return;
+        }
         try {
             for (int i = 0; i < acceptedAtOnce && acceptOne(listener); ++i) {
             }

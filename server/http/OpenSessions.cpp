@@ -61,7 +61,11 @@ void OpenSessions::leave(Session& session) {
     const std::size_t before = _strangers.size() + _users.size();
     _strangers.remove(session);
     _users.remove(session);
-    _count -= static_cast<unsigned>(before - _strangers.size() - _users.size());
+    const std::size_t gone = before - _strangers.size() - _users.size();
+    if (gone == 0) {
+        return; // left before
+    }
+    _count -= static_cast<unsigned>(gone);
     if (_stopping && _count == 0) {
         _stopTimer.cancel();
     }

@@ -34,6 +34,12 @@ void SendQueue::reserve(const std::string& text, WorkerPool& workers) {
     _count += text.size();
 }
 
+void SendQueue::reserveAtOnce(const std::string& text) {
+    const std::lock_guard lock(_mutex);
+    _count += text.size();
+    hold(_held + text.capacity());
+}
+
 // Whether the worker need not wait: it has the room, or its client is lost.
 bool SendQueue::take(std::size_t held) {
     if (_lost) {

@@ -38,6 +38,10 @@ public:
     // ConnectionLost when the client is gone or goes meanwhile, or there is no memory for long.
     void reserve(const std::string& text, WorkerPool& workers);
 
+    // On the I/O thread, which must not wait: reserves room for a short text even where there is
+    // none.
+    void reserveAtOnce(const std::string& text);
+
     // An empty text; with the room of one that was sent, if there is one.
     std::string spareText();
 

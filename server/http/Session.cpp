@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <exception>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -90,7 +91,10 @@ public:
         _queue.holdIn(std::move(memory));
     }
     void outOfMemory() override {
-        asio::post(_sessions.io, [self = self()] { self->_sessions.freeMemory(self->_user); });
+        try {
+            asio::post(_sessions.io, [self = self()] { self->_sessions.freeMemory(self->_user); });
+        } catch (const std::bad_alloc&) { // others ask too
+        }
     }
 
     bool holdsMemory() const override {
@@ -317,7 +321,7 @@ private:
 
     void respond(std::string response, bool keepOpen) {
         enterState(State::working);
-        _queue.reserve(response, _sessions.workers);
+        _queue.reserveAtOnce(response);
         _queue.push(std::move(response));
         handled(keepOpen);
     }

@@ -185,7 +185,12 @@ void WorkerPool::whileWaiting(const std::function<void()>& wait) {
         startThreadIfNeeded();
         wakeForNextJob();
     }
-    wait();
+    std::exception_ptr thrown;
+    try {
+        wait();
+    } catch (...) {
+        thrown = std::current_exception();
+    }
     isWaiting = false;
     std::unique_lock lock(_mutex);
     Share& share = _shares.at(user);
@@ -196,6 +201,9 @@ void WorkerPool::whileWaiting(const std::function<void()>& wait) {
     begin(share);
     wakeReturning();
     wakeForNextJob();
+    if (thrown) {
+        std::rethrow_exception(thrown);
+    }
 }
 
 void WorkerPool::join() {

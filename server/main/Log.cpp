@@ -137,9 +137,9 @@ void StandardErrorSink::sink_it_(const spdlog::details::log_msg& message) {
     spdlog::memory_buf_t line;
     formatter_->format(message, line);
     flockfile(stderr);
+    const std::unique_ptr<FILE, decltype(&funlockfile)> whole(stderr, funlockfile);
     _output.sputn(line.data(), static_cast<std::streamsize>(line.size()));
     _output.pubsync();
-    funlockfile(stderr);
 }
 
 } // namespace smisd

@@ -39,8 +39,10 @@ public:
 
 } // namespace
 
+// Without a body, for which anybody on this machine could have the memory taken.
 bool MonitorPages::serves(const HttpRequest& request) {
-    return request.method == "GET" &&
+    return request.method == "GET" && request.header("Content-Length").value_or("0") == "0" &&
+           !request.header("Transfer-Encoding") &&
            (request.target == metricsPage || request.target == healthPage) && isLocal(request.peer);
 }
 

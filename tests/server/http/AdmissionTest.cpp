@@ -87,6 +87,12 @@ public:
         _changed.wait(lock, [this] { return !_waiting.empty(); });
     }
 
+    // What waits belongs to sessions of the server, which goes before this.
+    void forgetAll() {
+        const std::lock_guard lock(_mutex);
+        _waiting.clear();
+    }
+
 private:
     std::mutex _mutex;
     std::condition_variable _changed;
@@ -193,6 +199,8 @@ TEST(Stranger, FromElsewhereTakesThePlaceOfOneOfMany) {
         }
     }
     EXPECT_EQ(server.server.refusedConnections(), 1U);
+    server.stop();
+    undecided.forgetAll();
 }
 
 // A page for monitoring, say: it has a worker of its own.

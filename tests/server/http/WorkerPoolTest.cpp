@@ -61,8 +61,8 @@ TEST(WorkerPool, JobThatWaitsLeavesItsWorkerToOthers) {
 }
 
 TEST(WorkerPool, EndsAllThreadsThatWereIdleWhenItWasToldToWhileJobsWereQueued) {
-    WorkerPool pool(1);
     Gate manyThreads;
+    WorkerPool pool(1);
     for (int i = 0; i < 8; ++i) {
         pool.post([&] { pool.whileWaiting([&] { manyThreads.wait(); }); });
     }
@@ -79,15 +79,15 @@ TEST(WorkerPool, EndsAllThreadsThatWereIdleWhenItWasToldToWhileJobsWereQueued) {
 }
 
 TEST(WorkerPool, AllFreeWorkersBeginJobsOnceOneThatHasWaitedGoesOn) {
-    WorkerPool pool(3);
     Gate mayReturn;
     Gate mayEnd;
+    Gate busy;
+    WorkerPool pool(3);
     pool.post([&] {
         pool.whileWaiting([&] { mayReturn.wait(); });
         mayEnd.wait();
     });
     mayReturn.awaitWaiting(1);
-    Gate busy;
     for (int i = 0; i < 3; ++i) {
         pool.post([&] { busy.wait(); });
     }
@@ -122,8 +122,8 @@ TEST(WorkerPool, JobThatHasWaitedNeedsAFreeWorker) {
 }
 
 TEST(WorkerPool, UsersTakeTurns) {
-    WorkerPool pool(1);
     Gate busy;
+    WorkerPool pool(1);
     pool.post([&] { busy.wait(); });
     busy.awaitWaiting(1);
     std::string order; // one worker: no two jobs write at once
@@ -136,8 +136,8 @@ TEST(WorkerPool, UsersTakeTurns) {
 }
 
 TEST(WorkerPool, OneUserHasHalfOfTheWorkers) {
-    WorkerPool pool(4);
     Gate busy;
+    WorkerPool pool(4);
     for (int i = 0; i < 10; ++i) {
         pool.post([&] { busy.wait(); }, "greedy");
     }
@@ -153,8 +153,8 @@ TEST(WorkerPool, OneUserHasHalfOfTheWorkers) {
 }
 
 TEST(WorkerPool, WithoutNamesOneMayHaveAllWorkers) {
-    WorkerPool pool(4);
     Gate busy;
+    WorkerPool pool(4);
     for (int i = 0; i < 4; ++i) {
         pool.post([&] { busy.wait(); });
     }
@@ -163,9 +163,9 @@ TEST(WorkerPool, WithoutNamesOneMayHaveAllWorkers) {
 }
 
 TEST(WorkerPool, JobsThatGoOnKeepNoOtherUserWaiting) {
-    WorkerPool pool(4);
     Gate mayReturn;
     Gate mayEnd;
+    WorkerPool pool(4);
     for (int i = 0; i < 20; ++i) {
         pool.post(
             [&] {
@@ -185,9 +185,9 @@ TEST(WorkerPool, JobsThatGoOnKeepNoOtherUserWaiting) {
 }
 
 TEST(WorkerPool, JobsThatGoOnKeepToTheirUsersShare) {
-    WorkerPool pool(2);
     Gate mayReturn;
     Gate mayEnd;
+    WorkerPool pool(2);
     for (int i = 0; i < 3; ++i) {
         pool.post(
             [&] {
