@@ -95,6 +95,19 @@ TEST_F(SendQueueTest, AShortTextWaitsForNoMemory) {
     EXPECT_EQ(budget.used(), 10'000U);
 }
 
+// As a long refusal to a user whose share is used up: its thread is none of the pool's.
+TEST_F(SendQueueTest, ATextOfTheIoThreadWaitsForNothing) {
+    MemoryBudget budget(10'000);
+    MemoryBudget::Reservation others(budget, "");
+    EXPECT_TRUE(others.resize(10'000));
+    queue.holdIn(MemoryBudget::Reservation(budget, ""));
+    std::string text(100'000, 'x');
+    queue.reserveAtOnce(text);
+    queue.push(std::move(text));
+    EXPECT_EQ(queue.next(1'000'000).size(), 100'000U);
+    EXPECT_EQ(budget.used(), 10'000U);
+}
+
 TEST_F(SendQueueTest, WaitsForMemoryAndSaysSo) {
     MemoryBudget budget(50'000);
     MemoryBudget::Reservation others(budget, "");

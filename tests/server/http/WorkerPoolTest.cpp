@@ -1,6 +1,7 @@
 #include "server/http/WorkerPool.h"
 
 #include <atomic>
+#include <new>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -150,6 +151,14 @@ TEST(WorkerPool, OneUserHasHalfOfTheWorkers) {
     others.open();
     busy.open();
     pool.join();
+}
+
+TEST(WorkerPool, JobWhoseWaitThrowsIsCountedOnce) {
+    WorkerPool pool(1);
+    pool.post(
+        [&] { EXPECT_THROW(pool.whileWaiting([] { throw std::bad_alloc(); }), std::bad_alloc); });
+    pool.join();
+    EXPECT_EQ(pool.running(), 0U);
 }
 
 TEST(WorkerPool, WithoutNamesOneMayHaveAllWorkers) {

@@ -41,6 +41,12 @@ TEST(MonitorPages, LeaveOtherRequestsToOthers) {
     HttpRequest post = get("/metrics", "127.0.0.1");
     post.method = "POST";
     EXPECT_FALSE(MonitorPages::serves(post));
+    HttpRequest withBody = get("/metrics", "127.0.0.1");
+    withBody.add("Content-Length", "1");
+    EXPECT_FALSE(MonitorPages::serves(withBody));
+    HttpRequest inChunks = get("/metrics", "127.0.0.1");
+    inChunks.add("Transfer-Encoding", "chunked");
+    EXPECT_FALSE(MonitorPages::serves(inChunks));
     for (const char* target : {"/", "/metrics/", "/Metrics", "/healthz?x", "/cimom"}) {
         EXPECT_FALSE(MonitorPages::serves(get(target, "127.0.0.1"))) << target;
     }
