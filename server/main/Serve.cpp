@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
@@ -16,7 +17,9 @@
 #include <unistd.h>
 #include <vector>
 
+#include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/host_name.hpp>
+#include <boost/asio/signal_set.hpp>
 #include <spdlog/spdlog.h>
 
 #include "server/auth/AccessControl.h"
@@ -151,6 +154,13 @@ void raiseOpenFiles(unsigned connections) {
     }
 }
 
+// While the server is taken down its own signal handlers go, and a second signal would end the
+// process.
+void heedNoMoreSignals() {
+    static boost::asio::io_context nobody;
+    static boost::asio::signal_set signals(nobody, SIGTERM, SIGINT);
+}
+
 } // namespace
 
 void serve(const Options& options) {
@@ -204,6 +214,7 @@ void serve(const Options& options) {
     }
     std::cout << "smisd: listening on" << urls << std::endl;
     server.run();
+    heedNoMoreSignals();
     spdlog::info("stopped");
 }
 
