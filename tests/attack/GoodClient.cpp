@@ -30,6 +30,13 @@ const std::string body =
     "<KEYVALUE VALUETYPE=\"string\">Ovrin:0D000001</KEYVALUE></KEYBINDING></INSTANCENAME>"
     "</IPARAMVALUE></IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>\n";
 
+unsigned long numberAfter(const std::string& text, const std::string& name) {
+    const std::size_t at = text.find(name);
+    return at == std::string::npos ? 0 : std::strtoul(text.c_str() + at + name.size(), nullptr, 10);
+}
+
+} // namespace
+
 sockaddr_in endpoint(std::uint32_t address, unsigned short port) {
     sockaddr_in endpoint{};
     endpoint.sin_family = AF_INET;
@@ -37,13 +44,6 @@ sockaddr_in endpoint(std::uint32_t address, unsigned short port) {
     endpoint.sin_port = htons(port);
     return endpoint;
 }
-
-unsigned long numberAfter(const std::string& text, const std::string& name) {
-    const std::size_t at = text.find(name);
-    return at == std::string::npos ? 0 : std::strtoul(text.c_str() + at + name.size(), nullptr, 10);
-}
-
-} // namespace
 
 std::string basic(const std::string& text) {
     std::string encoded;

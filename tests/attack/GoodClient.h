@@ -7,9 +7,14 @@
 #include <string>
 #include <vector>
 
+#include <netinet/in.h>
+
 namespace attack {
 
 using Seconds = std::chrono::duration<double>;
+
+// Both as numbers of this machine: 127.0.0.1 is 0x7F000001.
+sockaddr_in endpoint(std::uint32_t address, unsigned short port);
 
 // "Basic bmFtZTpwYXNzd29yZA=="
 std::string basic(const std::string& nameAndPassword);

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include <netinet/in.h>
+#include "tests/attack/GoodClient.h"
 
 namespace attack {
 namespace {
@@ -26,14 +26,6 @@ struct Connection {
     std::size_t sent = 0;
     std::string received;
 };
-
-sockaddr_in endpoint(std::uint32_t address, unsigned short port) {
-    sockaddr_in endpoint{};
-    endpoint.sin_family = AF_INET;
-    endpoint.sin_addr.s_addr = htonl(address);
-    endpoint.sin_port = htons(port);
-    return endpoint;
-}
 
 // Whether the text begins with a whole response, which has a length.
 bool isWhole(const std::string& text) {
